@@ -1,0 +1,12 @@
+/// \file
+/// All of qvox's public interface.
+#ifndef QVOX_QVOX_H
+#define QVOX_QVOX_H
+
+#include <qvox/exception.h>
+#include <qvox/parser.h>
+#include <qvox/sax.h>
+#include <qvox/version.h>
+#include <qvox/xstring.h>
+
+#endif

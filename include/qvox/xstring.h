@@ -1,0 +1,219 @@
+/// \file
+/// Xstring, the one text type of the library.
+#ifndef QVOX_XSTRING_H
+#define QVOX_XSTRING_H
+
+#include <cstddef>
+#include <cstring>
+#include <cwchar>
+#include <iosfwd>
+#include <string>
+
+#include <qvox/export.h>
+
+namespace qvox {
+
+/// Character traits of 16-bit units, compared as unsigned values.
+struct UnitTraits {
+    using char_type = unsigned short;
+    using int_type = unsigned int;
+    using off_type = std::streamoff;
+    using pos_type = std::streampos;
+    using state_type = std::mbstate_t;
+
+    static constexpr void assign(char_type& to, const char_type& from) noexcept { to = from; }
+    static constexpr bool eq(char_type a, char_type b) noexcept { return a == b; }
+    static constexpr bool lt(char_type a, char_type b) noexcept { return a < b; }
+
+    static constexpr int compare(const char_type* a, const char_type* b,
+                                 std::size_t count) noexcept {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (a[i] != b[i]) return a[i] < b[i] ? -1 : 1;
+        }
+        return 0;
+    }
+
+    static constexpr std::size_t length(const char_type* text) noexcept {
+        std::size_t count = 0;
+        while (text[count] != 0) ++count;
+        return count;
+    }
+
+    static constexpr const char_type* find(const char_type* text, std::size_t count,
+                                           const char_type& unit) noexcept {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (text[i] == unit) return text + i;
+        }
+        return nullptr;
+    }
+
+    static char_type* move(char_type* to, const char_type* from, std::size_t count) noexcept {
+        if (count != 0) std::memmove(to, from, count * sizeof(char_type));
+        return to;
+    }
+
+    static char_type* copy(char_type* to, const char_type* from, std::size_t count) noexcept {
+        if (count != 0) std::memcpy(to, from, count * sizeof(char_type));
+        return to;
+    }
+
+    static char_type* assign(char_type* to, std::size_t count, char_type unit) noexcept {
+        for (std::size_t i = 0; i < count; ++i) to[i] = unit;
+        return to;
+    }
+
+    static constexpr int_type not_eof(int_type value) noexcept {
+        return value == eof() ? 0 : value;
+    }
+    static constexpr char_type to_char_type(int_type value) noexcept {
+        return static_cast<char_type>(value);
+    }
+    static constexpr int_type to_int_type(char_type unit) noexcept { return unit; }
+    static constexpr bool eq_int_type(int_type a, int_type b) noexcept { return a == b; }
+    static constexpr int_type eof() noexcept { return static_cast<int_type>(-1); }
+};
+
+/// A text of 16-bit units, which hold UTF-16 code units.
+///
+/// A string is in one of three states:
+///  - null: there is no text. This is the default, and it differs from empty.
+///  - ordinary: the string owns its text, which may be empty.
+///  - bulk: the string only borrows a text that somebody else owns, and is valid as long as that
+///    text is. The library makes such a string in one place: a long run of character data goes to
+///    ContentHandler::characters in this form. Copying a bulk string gives an ordinary one.
+///
+/// No text holds a NUL unit. Lengths count 16-bit units, not characters: a character above U+FFFF
+/// has two. Narrow text (`const char*`) that goes in is Shift_JIS, and ASCII is a part of that.
+///
+/// Copies are independent values. One object may be read by several threads at a time, except
+/// through the conversions that take no buffer: these share one result buffer in the process.
+/// Memory that can't be had raises std::bad_alloc, and a text longer than the string type allows
+/// std::length_error.
+class QVOX_API Xstring {
+public:
+    /// A null string.
+    Xstring() noexcept = default;
+
+    /// The text `s`, in Shift_JIS, up to its NUL; each CR LF becomes LF. Null for a null pointer.
+    Xstring(const char* s);
+    /// \copydoc Xstring(const char*)
+    Xstring(const unsigned char* s);
+
+    /// A copy of the units of `s` up to its NUL. CR LF becomes LF, and so does a CR alone (XML 1.0,
+    /// end-of-line handling). Null for a null pointer.
+    Xstring(const unsigned short* s);
+
+    /// A bulk string over the `length` units at `s`, which are neither copied nor looked at. They
+    /// stay the caller's, must be followed by a NUL unit, and must outlive this object.
+    Xstring(const unsigned short* s, int length);
+
+    /// A null string from a null one, else an ordinary string with a copy of the text up to its
+    /// first NUL, also where `other` only borrows its text.
+    Xstring(const Xstring& other);
+    /// As the copy, but takes the text of an ordinary string over and leaves `other` null.
+    Xstring(Xstring&& other) noexcept;
+    ~Xstring() = default;
+
+    /// Length in 16-bit units; 0 for a null string.
+    int length() const noexcept {
+        return bulk != nullptr ? bulkLength : static_cast<int>(text.size());
+    }
+    bool isNull() const noexcept { return bulkLength == -1; }
+    bool isBulk() const noexcept { return bulk != nullptr; }
+
+    /// The units and a NUL behind them, never a null pointer. They belong to the string (to the
+    /// lender of a bulk string) and stay until it is changed or destroyed.
+    const unsigned short* data() const noexcept {
+        if (bulk != nullptr) return bulk;
+        return text.empty() ? noText : text.c_str();
+    }
+    const unsigned short* c_str() const noexcept { return data(); }
+
+    /// \name Conversions
+    /// Each has a form that fills the caller's buffer and returns it, and a form that returns a
+    /// buffer of the library. The latter is overwritten by the next conversion of any string in the
+    /// process and freed with the last parser: don't free it, and don't use that form where two
+    /// threads may convert at a time. A result is NUL-terminated and has CR LF for each LF. A
+    /// character that the encoding doesn't have becomes `?`.
+    /// @{
+
+    /// The low byte of each unit, unchecked. Needs length() + 1 bytes.
+    char* ascii_str(char* buffer) const;
+    char* ascii_str() const;
+    /// EUC-JP. Needs 2 * length() + 1 bytes.
+    unsigned char* euc_str(unsigned char* buffer) const;
+    unsigned char* euc_str() const;
+    /// Shift_JIS. Needs 2 * length() + 1 bytes.
+    unsigned char* sjis_str(unsigned char* buffer) const;
+    unsigned char* sjis_str() const;
+    /// JIS: two 7-bit bytes for a double-byte character, without escape sequences around them.
+    /// Needs 2 * length() + 1 bytes.
+    char* jis_str(char* buffer) const;
+    char* jis_str() const;
+    /// The encoding of narrow text in this library, which is Shift_JIS. Needs 2 * length() + 1
+    /// bytes.
+    void* os_str(void* buffer) const;
+    void* os_str() const;
+    /// A copy of the units with a NUL, line ends as they are. Needs 2 * (length() + 1) bytes.
+    unsigned short* unicode_str(unsigned short* buffer) const;
+    /// The string's own units, as data() gives them: not a copy, and not to be changed.
+    unsigned short* unicode_str() const;
+    /// @}
+
+    /// The units with an index i, 0 <= i < length(), for which `start` <= i < `start` + `count`.
+    /// Any range is allowed; one that misses the string gives the empty string, never null.
+    Xstring substr(int start, int count) const;
+
+    /// The index in units of the first occurrence of `pattern` (Shift_JIS). 0 for an empty pattern,
+    /// and the largest unsigned value where there is none.
+    unsigned int find(const char* pattern) const;
+
+    /// \name Assignment and appending
+    /// A null pointer gives no text, and leaves a null string null. 16-bit text is taken up to its
+    /// first NUL with its line ends as they are, narrow text as by the constructor. A bulk string
+    /// becomes an ordinary one that owns its text.
+    /// @{
+    Xstring& operator=(const char* s);
+    Xstring& operator=(const unsigned short* s);
+    /// A null `other` empties this string; only a string that was null is null afterwards.
+    Xstring& operator=(const Xstring& other);
+    Xstring& operator+=(const char* s);
+    /// Appends one unit. The unit 0 changes nothing.
+    Xstring& operator+=(unsigned short unit);
+    Xstring& operator+=(const unsigned short* s);
+    Xstring& operator+=(const Xstring& other);
+    /// @}
+
+    /// Compares unit by unit with the bytes of `s`, without conversion: meant for ASCII literals. A
+    /// byte from 0x80 up equals nothing. A null string equals a null pointer and nothing else.
+    bool operator==(const char* s) const;
+    bool operator!=(const char* s) const { return !(*this == s); }
+
+    /// Whether both have the same units. A null string and an empty one count as equal here.
+    bool operator==(const Xstring& other) const noexcept;
+    bool operator!=(const Xstring& other) const noexcept { return !(*this == other); }
+
+    /// A null string, which lives as long as the library: what accessors return for no value.
+    static const Xstring Null;
+
+private:
+    using Text = std::basic_string<unsigned short, UnitTraits>;
+
+    void own();
+
+    static const unsigned short noText[1];
+
+    Text text;
+    int bulkLength = -1;
+    const unsigned short* bulk = nullptr;
+};
+
+/// The text of `a` followed by that of `b`; null where both are.
+QVOX_API Xstring operator+(const Xstring& a, const Xstring& b);
+
+/// Writes `s` in Shift_JIS, with CR LF for each LF.
+QVOX_API std::ostream& operator<<(std::ostream& stream, const Xstring& s);
+
+}  // namespace qvox
+
+#endif
