@@ -1,0 +1,53 @@
+// Files read byte by byte, out of a buffer of the stream's own.
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+
+namespace qvox {
+
+class ByteStream {
+public:
+    static constexpr int END = -1;
+
+    // Opens a file for binary reading. Null if that fails, for a null or empty name, and for a
+    // directory; errno says why.
+    static std::unique_ptr<ByteStream> open(const char* fileName);
+
+    ByteStream(const ByteStream&) = delete;
+    ByteStream& operator=(const ByteStream&) = delete;
+    ~ByteStream();
+
+    // The next byte, or END. Stays at END once there.
+    int get() {
+        if (next == end && !refill()) return END;
+        return *next++;
+    }
+
+    // Takes the last byte back, so that the next get() returns it again. Only directly behind a
+    // get() that returned a byte, and once.
+    void unget() { --next; }
+
+    // Goes back to the first byte. Only within the first BUFFER_SIZE bytes of the file.
+    void rewind() { next = buffer; }
+
+    // Bytes handed out so far.
+    unsigned long long position() const {
+        return filled - static_cast<unsigned long long>(end - next);
+    }
+
+private:
+    static constexpr std::size_t BUFFER_SIZE = 32768;
+
+    explicit ByteStream(std::FILE* openFile);
+    bool refill();
+
+    std::FILE* file;
+    const unsigned char* next;
+    const unsigned char* end;
+    unsigned long long filled = 0;  // bytes of the file that have passed through the buffer
+    unsigned char buffer[BUFFER_SIZE];
+};
+
+}  // namespace qvox
