@@ -1,0 +1,39 @@
+// Conversion of single characters between Unicode, Shift_JIS, EUC-JP and JIS. Shift_JIS is the
+// pivot: the code page has its characters, and the others reach it by arithmetic.
+//
+// A code is a byte, or the first byte of a pair * 256 + the second. The bytes of a JIS pair are
+// 0x21 to 0x7E, without escape sequences. Half-width kana are the byte 0xA1 to 0xDF in Shift_JIS
+// and JIS, and in EUC-JP 0x8E and that byte. A conversion to Unicode gives 0 for what is no
+// character; one from Unicode gives '?' for what the encoding doesn't have.
+//
+// native_text.h converts whole texts.
+#pragma once
+
+#include "platform/code_page.h"
+
+namespace qvox {
+
+inline int sjis_to_unicode(int code) {
+    const auto bits = static_cast<unsigned>(code);
+    if (bits < 0x100) return code_page_single_to_unit(bits);
+    return code_page_pair_to_unit(bits >> 8, bits & 0xFF);
+}
+
+inline int unicode_to_sjis(int unit) {
+    return code_page_from_unit(static_cast<unsigned>(unit));
+}
+
+// Arithmetic only: the bytes needn't be a character. sjis_to_euc leaves an ASCII byte as it is,
+// euc_to_sjis takes pairs.
+int euc_to_sjis(int code);
+int sjis_to_euc(int code);
+
+int euc_to_unicode(int code);
+int jis_to_unicode(int code);
+
+// A character that Shift_JIS has in rows which the other two lack is taken from its second place in
+// a lower row, where it has one.
+int unicode_to_euc(int unit);
+int unicode_to_jis(int unit);
+
+}  // namespace qvox
