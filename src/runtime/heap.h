@@ -1,0 +1,42 @@
+// The heap of a parse: a bump allocator over large blocks. Nothing is freed piece by piece; all of
+// it goes at once when the parse ends.
+#pragma once
+
+#include <cstddef>
+#include <new>
+#include <type_traits>
+
+#include "text/wide.h"
+
+namespace qvox {
+
+struct Heap;
+
+// A heap with one empty standard block.
+Heap* heap_create();
+
+// Frees the heap; every pointer into it is dead from then on.
+void heap_destroy(Heap* heap);
+
+// `size` bytes, not cleared, at an address that is a multiple of `align` (a power of two up to
+// alignof(std::max_align_t); 0 for none). A size outside 1 to 4,194,304 is an error of the
+// document.
+void* halloc(Heap* heap, std::size_t size, std::size_t align);
+
+// The same for what may be as large as memory allows: beyond that limit it gets a block of its own.
+void* halloc_any(Heap* heap, std::size_t size, std::size_t align);
+
+// An uninitialised text of `length` units and room for its NUL, however long.
+Unit* halloc_text(Heap* heap, std::size_t length);
+
+// The heap of the running parse. Written by the run of a parse only; null outside.
+extern Heap* parseHeap;
+
+// A new record of a trivially destructible type, value-initialised: nothing destroys it.
+template <typename Record>
+Record* halloc_record(Heap* heap) {
+    static_assert(std::is_trivially_destructible_v<Record>, "records die with their heap");
+    return new (halloc(heap, sizeof(Record), alignof(Record))) Record{};
+}
+
+}  // namespace qvox

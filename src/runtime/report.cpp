@@ -1,0 +1,75 @@
+#include "runtime/report.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace qvox {
+
+bool debugEnabled = false;
+ReportHook reportHook = nullptr;
+
+namespace {
+
+constexpr std::size_t MESSAGE_SIZE = 4096;
+
+const char* level_prefix(int level) {
+    switch (level) {
+        case REPORT_WARNING: return "warning : ";
+        case REPORT_ERROR: return "error : ";
+        default: return "fatal error : ";
+    }
+}
+
+bool is_lead_byte(char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    return (value >= 0x81 && value <= 0x9F) || (value >= 0xE0 && value <= 0xFC);
+}
+
+// Takes off the first half of a double-byte character that the end of the buffer has split.
+void drop_split_character(char* message) {
+    char* p = message;
+    while (*p != 0) {
+        const std::size_t size = is_lead_byte(*p) ? 2 : 1;
+        if (size == 2 && p[1] == 0) {
+            *p = 0;
+            return;
+        }
+        p += size;
+    }
+}
+
+}  // namespace
+
+void qvox_report(int level, int code, const char* format, ...) {
+    char message[MESSAGE_SIZE];
+    std::va_list arguments;
+    va_start(arguments, format);
+    const int length = std::vsnprintf(message, sizeof message, format, arguments);
+    va_end(arguments);
+    if (length < 0) message[0] = 0;
+    if (length >= static_cast<int>(sizeof message)) drop_split_character(message);
+
+    std::printf("QVOX %s%s\n", level_prefix(level), message);
+
+    const auto reportedCode = static_cast<QVOXException::Code>(code);
+    if (reportHook != nullptr) reportHook(level, reportedCode, message);
+
+    if (level == REPORT_ERROR) throw QVOXException(reportedCode, message);
+    if (level == REPORT_FATAL) {
+        std::fflush(stdout);
+        std::abort();
+    }
+}
+
+void qvox_debug(const char* format, ...) {
+    if (!debugEnabled) return;
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::vprintf(format, arguments);
+    va_end(arguments);
+    std::putchar('\n');
+}
+
+}  // namespace qvox
