@@ -1,0 +1,26 @@
+#include "input/decoder_steps.h"
+#include "text/japanese_codes.h"
+
+namespace qvox {
+
+namespace {
+
+constexpr int HALF_WIDTH_KANA_LEAD = 0x8E;
+
+int pair_character(int lead) {
+    curCol += lead == HALF_WIDTH_KANA_LEAD ? 1 : 2;
+    const int second = curFile->get();
+    if (second == ByteStream::END) return 0;  // half a character is none
+    return euc_to_unicode(lead << 8 | second);
+}
+
+}  // namespace
+
+int getc_euc() {
+    const int byte = curFile->get();
+    if (byte == ByteStream::END) return pop_input();
+    if (byte < 0x80) return finish_ascii(byte);
+    return finish_character(pair_character(byte));
+}
+
+}  // namespace qvox

@@ -1,0 +1,29 @@
+#include "input/decoders.h"
+
+#include <cstdlib>
+
+#include "input/decoder_steps.h"
+
+namespace qvox {
+
+DecoderState decoderState;
+
+int (*select_getc_proc(EncodingId encoding))() {
+    switch (encoding) {
+        case UTF8: return getc_utf8;
+        case UTF16: return getc_utf16;
+        case SJIS: return getc_sjis;
+        case EUC: return getc_euc;
+        case JIS: return getc_jis;
+    }
+    qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "(*select_getc_proc())() fail");
+    return nullptr;
+}
+
+void invalid_character(const char* text, int value) {
+    qvox_report(REPORT_ERROR, QVOXException::INVALID_CHAR_ERR, "%s (%x)", text,
+                static_cast<unsigned>(value));
+    std::abort();  // an error report always throws
+}
+
+}  // namespace qvox
