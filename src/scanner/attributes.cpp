@@ -1,0 +1,86 @@
+#include "scanner/attributes.h"
+
+#include "runtime/heap.h"
+#include "scanner/namespaces.h"
+
+namespace qvox {
+
+namespace {
+
+constexpr Unit XMLNS[] = {'x', 'm', 'l', 'n', 's', 0};
+
+unsigned long tagNumber = 0;  // counts the tags that have a declaration
+
+Unit* copy_on_heap(const Unit* text) {
+    return wide_copy(halloc_text(parseHeap, wide_length(text)), text);
+}
+
+bool is_cdata(const Unit* type) {
+    return type == nullptr || wide_narrow_compare(type, "CDATA") == 0;
+}
+
+// A tab becomes a blank, and so does a run of line ends, which a tab ends.
+void blank_white_space(Unit* value) {
+    Unit* to = value;
+    bool afterLineEnd = false;
+    for (const Unit* from = value; *from != 0; ++from) {
+        const bool isLineEnd = *from == '\n' || *from == '\r';
+        if (isLineEnd && afterLineEnd) continue;
+        *to++ = isLineEnd || *from == '\t' ? Unit{' '} : *from;
+        afterLineEnd = isLineEnd;
+    }
+    *to = 0;
+}
+
+// Blanks at the start and at the end go, and every blank behind a blank.
+void collapse_blanks(Unit* value) {
+    Unit* to = value;
+    for (const Unit* from = value; *from != 0; ++from) {
+        if (*from == ' ' && (to == value || to[-1] == ' ')) continue;
+        *to++ = *from;
+    }
+    if (to != value && to[-1] == ' ') --to;
+    *to = 0;
+}
+
+}  // namespace
+
+void apply_declaration(TagRecord& tag, const ElementRecord& declaration) {
+    ++tagNumber;
+    for (AttributeRecord& attribute : tag.attributes) {
+        AttDefRecord* definition = find_att_def(declaration, attribute.qName);
+        attribute.decl = definition;
+        if (definition != nullptr) definition->seenInTag = tagNumber;
+    }
+    for (const AttDefRecord* definition : declaration.attDefs) {
+        AttDefRecord* first = definition->firstOfName;
+        if (definition->value == nullptr || first->seenInTag == tagNumber) continue;
+        first->seenInTag = tagNumber;
+        // A copy, since the value is normalised in place and the default is to stay as declared.
+        tag.attributes.append({first, nullptr, nullptr, definition->name,
+                               copy_on_heap(definition->value), false, false});
+    }
+}
+
+void finish_attributes(TagRecord& tag, NamespaceOptions options) {
+    std::size_t kept = 0;
+    for (AttributeRecord& attribute : tag.attributes) {
+        normalize_att_value(attribute.decl != nullptr ? attribute.decl->type : nullptr,
+                            attribute.value);
+        if (attribute.isNamespaceDecl) {
+            if (!options.prefixes) continue;
+            attribute.localName = XMLNS;
+        } else if (options.namespaces) {
+            resolve_attribute(attribute);
+        }
+        tag.attributes.begin()[kept++] = attribute;
+    }
+    tag.attributes.shrink(kept);
+}
+
+void normalize_att_value(const Unit* type, Unit* value) {
+    blank_white_space(value);
+    if (!is_cdata(type)) collapse_blanks(value);
+}
+
+}  // namespace qvox

@@ -1,0 +1,636 @@
+/* The language of documents, in the order in which a reader would explain one. The rules follow the
+   productions of XML 1.0 and have their names where there is one. Each reduction calls its action as
+   early as the automaton allows: in a state that has nothing but a reduction no token is read first,
+   which is what lets the external subset start right behind the '>' of its declaration, and what the
+   records of start tags rely on.
+
+   References never get here: the scanner has replaced them. */
+
+%define api.prefix {grammar_}
+%define api.pure full
+%define parse.error custom
+%expect 0
+
+%code requires {
+#include "scanner/dtd_actions.h"
+#include "scanner/grammar_values.h"
+}
+
+%union {
+    qvox::Unit* text;
+    qvox::Pieces pieces;
+    qvox::ExternalId externalId;
+    qvox::DefaultDecl defaultDecl;
+    qvox::ParameterEntityDef parameterEntity;
+    qvox::ElementRecord* element;
+}
+
+%code {
+#define YYSTYPE_IS_TRIVIAL 1
+#define YYINITDEPTH 200
+#define YYMAXDEPTH 10000
+
+#include <cstddef>
+
+#include "runtime/heap.h"
+#include "scanner/document_actions.h"
+#include "scanner/events.h"
+#include "scanner/external_subset.h"
+#include "scanner/grammar.h"
+#include "scanner/lexer.h"
+#include "scanner/scanner_error.h"
+
+using namespace qvox;
+
+static constexpr Unit PERCENT[] = {'%', 0};
+
+// The parser's stacks go with the parse, also when an exception passes through.
+#define YYMALLOC(size) halloc_any(parseHeap, size, alignof(std::max_align_t))
+#define YYFREE(block) static_cast<void>(block)
+
+static int yylex(YYSTYPE* value) {
+    const int token = next_token();
+    value->text = tokenValue;
+    return token;
+}
+
+// Bison calls this for one thing: a stack that has reached its limit.
+static void yyerror(const char*) { syntax_error("parser stack overflow"); }
+
+static void start_element(const Unit* name) {
+    process_start_tag(name);
+    ev_start_prefix_mappings(*currentTag);
+    ev_start_element(*currentTag);
+}
+
+// The element has ended, under its start tag's name, before the end tag is compared with it.
+static void end_element(const Unit* name) {
+    ev_end_element(*currentTag);
+    ev_end_prefix_mappings(*currentTag);
+    end_tag(name);
+}
+
+static void declare_internal_entity(const Unit* name, const Unit* value) {
+    register_entity_decl(name, value, nullptr, nullptr, nullptr);
+    ev_internal_entity_decl(name, value);
+}
+
+static void declare_external_entity(const Unit* name, const ExternalId& id, const Unit* notation) {
+    register_entity_decl(name, nullptr, id.publicId, id.systemId, notation);
+    ev_external_entity_decl(name, id.publicId, id.systemId, notation);
+}
+
+// A parameter entity is known by its name behind a '%'.
+static void declare_parameter_entity(const Unit* bareName, const ParameterEntityDef& definition) {
+    const Unit* name = concat_strings({PERCENT, bareName});
+    if (definition.value != nullptr) {
+        declare_internal_entity(name, definition.value);
+    } else {
+        declare_external_entity(name, definition.external, nullptr);
+    }
+}
+}
+
+/* Tokens. Single characters have their code. */
+
+%token        S 257 "white space"
+%token <text> IGNORABLE_WS 258 "ignorable white space"
+%token <text> NAME 259
+%token <text> NMTOKEN 260
+%token <text> ENTITY_VALUE 261
+%token <text> ATT_VALUE 262
+%token <text> SYSTEM_LITERAL 263
+%token <text> PUBID_LITERAL 264
+%token <text> CHARDATA 265
+%token        COMMENT_START 266
+%token        COMMENT_END 267
+%token <text> COMMENT_TEXT 268
+%token        PI_START 269
+%token        PI_END 270
+%token        XML_DECL_START 271
+%token <text> PI_TARGET 272
+%token <text> PI_DATA 273
+%token        CDATA_START 274
+%token        CDATA_END 275
+%token <text> CDATA_TEXT 276
+%token        KW_VERSION 277
+%token <text> VERSION_NUM 278
+%token        DOCTYPE_START 279
+%token        KW_STANDALONE 280
+%token <text> STANDALONE_YES 281
+%token <text> STANDALONE_NO 282
+%token        STAG_OPEN 287
+%token        TAG_CLOSE 288
+%token        ETAG_OPEN 289
+%token        EMPTY_TAG_CLOSE 290
+%token        ELEMENT_DECL_START 291
+%token <text> KW_EMPTY 292
+%token <text> KW_ANY 293
+%token <text> KW_PCDATA 294
+%token        ATTLIST_DECL_START 295
+%token <text> KW_CDATA 296
+%token <text> KW_ID 297
+%token <text> KW_IDREF 298
+%token <text> KW_IDREFS 299
+%token <text> KW_ENTITY 300
+%token <text> KW_ENTITIES 301
+%token <text> KW_NMTOKEN 302
+%token <text> KW_NMTOKENS 303
+%token <text> KW_NOTATION 304
+%token <text> KW_REQUIRED 305
+%token <text> KW_IMPLIED 306
+%token <text> KW_FIXED 307
+%token        COND_START 308
+%token        COND_END 309
+%token        KW_INCLUDE 310
+%token        KW_IGNORE 311
+%token        IGNORE_TEXT 312
+%token        ENTITY_DECL_START 313
+%token        KW_SYSTEM 314
+%token        KW_PUBLIC 315
+%token        KW_NDATA 316
+%token        KW_ENCODING 317
+%token <text> ENC_NAME 318
+%token        NOTATION_DECL_START 319
+%token        EXT_SUBSET_START 320
+%token        EXT_SUBSET_END 321
+%token        NO_TOKEN 322 "no token"
+
+%type <text> Name Nmtoken EntityValue AttValue SystemLiteral PubidLiteral PITarget
+%type <text> VersionInfo VersionNum SDDecl EncodingDecl EncName
+%type <text> contentspec AttType StringType TokenizedType NDataDecl PublicID
+%type <pieces> Mixed children choice seq group cp cpBody choiceList seqList NameList
+%type <pieces> OccurrenceOpt Occurrence EnumeratedType NotationType Enumeration NmtokenList
+%type <externalId> ExternalID
+%type <defaultDecl> DefaultDecl
+%type <parameterEntity> PEDef
+
+%start document
+
+%%
+
+/* The document. */
+
+docBegin
+    : %empty { ev_start_document(); }
+    ;
+
+document
+    : docBegin documentBody { ev_end_document(); }
+    ;
+
+documentBody
+    : prolog element MiscList
+    ;
+
+/* Tokens with a text. */
+
+Name          : NAME;
+Nmtoken       : NMTOKEN;
+EntityValue   : ENTITY_VALUE;
+AttValue      : ATT_VALUE;
+SystemLiteral : SYSTEM_LITERAL;
+PubidLiteral  : PUBID_LITERAL;
+
+/* Text, comments, processing instructions, CDATA sections. */
+
+CharData
+    : CHARDATA { ev_characters($1); }
+    ;
+
+Comment
+    : COMMENT_START COMMENT_TEXT COMMENT_END { ev_comment($2); }
+    ;
+
+PI
+    : PI_START PITarget PI_END { ev_pi($2, nullptr); }
+    | PI_START PITarget S PI_DATA PI_END { ev_pi($2, $4); }
+    ;
+
+PITarget : PI_TARGET;
+
+CDSect
+    : CDStart CData CDEnd
+    ;
+
+CDStart
+    : CDATA_START { ev_start_cdata(); }
+    ;
+
+CData
+    : CDATA_TEXT { ev_characters($1); }
+    ;
+
+CDEnd
+    : CDATA_END { ev_end_cdata(); }
+    ;
+
+/* The prolog. */
+
+prolog
+    : XMLDeclOpt MiscList doctypeOpt
+    ;
+
+XMLDeclOpt
+    : %empty
+    | XMLDecl
+    ;
+
+MiscList
+    : %empty
+    | MiscList Misc
+    ;
+
+doctypeOpt
+    : %empty
+    | doctypedecl MiscList
+    ;
+
+XMLDecl
+    : XML_DECL_START VersionInfo Sopt PI_END { ev_xml_decl($2, nullptr, nullptr); }
+    | XML_DECL_START VersionInfo EncodingDecl Sopt PI_END { ev_xml_decl($2, $3, nullptr); }
+    | XML_DECL_START VersionInfo SDDecl Sopt PI_END { ev_xml_decl($2, nullptr, $3); }
+    | XML_DECL_START VersionInfo EncodingDecl SDDecl Sopt PI_END { ev_xml_decl($2, $3, $4); }
+    ;
+
+Sopt
+    : %empty
+    | S
+    ;
+
+VersionInfo
+    : S KW_VERSION Eq VersionNum { $$ = $4; }
+    ;
+
+Eq
+    : Sopt '=' Sopt
+    ;
+
+VersionNum : VERSION_NUM;
+
+Misc
+    : Comment
+    | PI
+    | S
+    ;
+
+/* The document type declaration. The external subset is read behind the '>'. */
+
+doctypedecl
+    : DOCTYPE_START S Name Sopt
+      { ev_start_dtd($3, nullptr, nullptr); }
+      internalSubsetOpt TAG_CLOSE
+      { ev_end_dtd(); }
+    | DOCTYPE_START S Name S ExternalID Sopt
+      { ev_start_dtd($3, $5.publicId, $5.systemId); }
+      internalSubsetOpt TAG_CLOSE
+      { load_external_subset($5.publicId, $5.systemId); }
+      extSubsetOpt
+      { ev_end_dtd(); }
+    ;
+
+internalSubsetOpt
+    : %empty
+    | '[' internalSubsetBegin internalSubset ']' Sopt
+    ;
+
+internalSubsetBegin
+    : %empty
+    ;
+
+internalSubset
+    : %empty
+    | internalSubset internalSubsetItem
+    ;
+
+internalSubsetItem
+    : markupdecl
+    | S
+    ;
+
+markupdecl
+    : elementdecl
+    | AttlistDecl
+    | EntityDecl
+    | NotationDecl
+    | PI
+    | Comment
+    ;
+
+extSubsetOpt
+    : %empty
+    | extSubset
+    ;
+
+extSubset
+    : EXT_SUBSET_START TextDeclOpt extSubsetDecl EXT_SUBSET_END
+    ;
+
+TextDeclOpt
+    : %empty
+    | TextDecl
+    ;
+
+extSubsetDecl
+    : extSubsetDeclList
+    ;
+
+extSubsetDeclList
+    : %empty
+    | extSubsetDeclList extSubsetItem
+    ;
+
+extSubsetItem
+    : markupdecl
+    | conditionalSect
+    | S
+    ;
+
+SDDecl
+    : S KW_STANDALONE Eq STANDALONE_YES { $$ = $4; }
+    | S KW_STANDALONE Eq STANDALONE_NO { $$ = $4; }
+    ;
+
+/* Elements. */
+
+element
+    : EmptyElemTag
+    | STag content ETag
+    ;
+
+STag
+    : STAG_OPEN Name AttributeList Sopt TAG_CLOSE { start_element($2); }
+    ;
+
+AttributeList
+    : %empty
+    | AttributeList S Attribute
+    ;
+
+Attribute
+    : Name Eq AttValue { add_attribute($1, $3, true); }
+    ;
+
+ETag
+    : ETAG_OPEN Name Sopt TAG_CLOSE { end_element($2); }
+    ;
+
+content
+    : contentList
+    ;
+
+contentList
+    : %empty
+    | contentList contentItem
+    ;
+
+contentItem
+    : element
+    | CharData
+    | CDSect
+    | PI
+    | Comment
+    | IGNORABLE_WS { ev_ignorable_whitespace($1); }
+    | TextDecl
+    ;
+
+EmptyElemTag
+    : STAG_OPEN Name AttributeList Sopt EMPTY_TAG_CLOSE
+      {
+          start_element($2);
+          end_element($2);
+      }
+    ;
+
+/* Element type declarations. White space inside a model doesn't belong to its text. */
+
+elementdecl
+    : ELEMENT_DECL_START S Name S contentspec Sopt TAG_CLOSE
+      {
+          register_element_decl($3, $5, false);
+          ev_element_decl($3, $5);
+      }
+    ;
+
+contentspec
+    : KW_EMPTY
+    | KW_ANY
+    | Mixed { $$ = flatten($1); }
+    | children { $$ = flatten($1); }
+    ;
+
+children
+    : choice OccurrenceOpt { $$ = join({$1, $2}); }
+    | seq OccurrenceOpt { $$ = join({$1, $2}); }
+    | group OccurrenceOpt { $$ = join({$1, $2}); }
+    ;
+
+OccurrenceOpt
+    : %empty { $$ = no_pieces(); }
+    | Occurrence
+    ;
+
+Occurrence
+    : '?' { $$ = piece('?'); }
+    | '*' { $$ = piece('*'); }
+    | '+' { $$ = piece('+'); }
+    ;
+
+cp
+    : cpBody OccurrenceOpt { $$ = join({$1, $2}); }
+    ;
+
+cpBody
+    : Name { $$ = piece($1); }
+    | group
+    | choice
+    | seq
+    ;
+
+group
+    : '(' Sopt cp Sopt ')' { $$ = join({piece('('), $3, piece(')')}); }
+    ;
+
+choice
+    : '(' Sopt cp Sopt '|' Sopt choiceList Sopt ')'
+      { $$ = join({piece('('), $3, piece('|'), $7, piece(')')}); }
+    ;
+
+choiceList
+    : cp
+    | choiceList Sopt '|' Sopt cp { $$ = join({$1, piece('|'), $5}); }
+    ;
+
+seq
+    : '(' Sopt cp Sopt ',' Sopt seqList Sopt ')'
+      { $$ = join({piece('('), $3, piece(','), $7, piece(')')}); }
+    ;
+
+seqList
+    : cp
+    | seqList Sopt ',' Sopt cp { $$ = join({$1, piece(','), $5}); }
+    ;
+
+Mixed
+    : '(' Sopt KW_PCDATA Sopt ')' '*'
+      { $$ = join({piece('('), piece($3), piece(')'), piece('*')}); }
+    | '(' Sopt KW_PCDATA Sopt '|' Sopt NameList Sopt ')' '*'
+      { $$ = join({piece('('), piece($3), piece('|'), $7, piece(')'), piece('*')}); }
+    | '(' Sopt KW_PCDATA Sopt ')'
+      { $$ = join({piece('('), piece($3), piece(')')}); }
+    ;
+
+NameList
+    : Name { $$ = piece($1); }
+    | NameList Sopt '|' Sopt Name { $$ = join({$1, piece('|'), piece($5)}); }
+    ;
+
+/* Attribute-list declarations. */
+
+AttlistDecl
+    : ATTLIST_DECL_START Sopt Name
+      { $<element>$ = begin_attlist($3); }
+      AttDefList Sopt TAG_CLOSE
+      { ev_attlist_decl($3, *$<element>4); }
+    ;
+
+AttDefList
+    : %empty
+    | AttDefList AttDef
+    ;
+
+AttDef
+    : S Name S AttType S DefaultDecl { add_att_def($2, $4, $6.mode, $6.value); }
+    ;
+
+AttType
+    : StringType
+    | TokenizedType
+    | EnumeratedType { $$ = flatten($1); }
+    ;
+
+StringType : KW_CDATA;
+
+TokenizedType
+    : KW_ID
+    | KW_IDREF
+    | KW_IDREFS
+    | KW_ENTITY
+    | KW_ENTITIES
+    | KW_NMTOKEN
+    | KW_NMTOKENS
+    ;
+
+EnumeratedType
+    : NotationType
+    | Enumeration
+    ;
+
+NotationType
+    : KW_NOTATION S '(' Sopt NameList Sopt ')'
+      { $$ = join({piece($1), piece(' '), piece('('), $5, piece(')')}); }
+    ;
+
+Enumeration
+    : '(' Sopt NmtokenList Sopt ')' { $$ = join({piece('('), $3, piece(')')}); }
+    ;
+
+NmtokenList
+    : Nmtoken { $$ = piece($1); }
+    | NmtokenList Sopt '|' Sopt Nmtoken { $$ = join({$1, piece('|'), piece($5)}); }
+    ;
+
+DefaultDecl
+    : KW_REQUIRED { $$ = {$1, nullptr}; }
+    | KW_IMPLIED { $$ = {$1, nullptr}; }
+    | AttValue { $$ = {nullptr, $1}; }
+    | KW_FIXED S AttValue { $$ = {$1, $3}; }
+    ;
+
+/* Conditional sections. The lexer's states of a subset never open one. */
+
+conditionalSect
+    : includeSect
+    | ignoreSect
+    ;
+
+includeSect
+    : COND_START Sopt KW_INCLUDE Sopt '[' extSubsetDecl COND_END
+    ;
+
+ignoreSect
+    : COND_START Sopt KW_IGNORE Sopt '[' ignoreSectContents COND_END
+    ;
+
+ignoreSectContents
+    : %empty
+    | ignoreSectContents Ignore
+    ;
+
+Ignore
+    : IGNORE_TEXT
+    ;
+
+/* Entity declarations. */
+
+EntityDecl
+    : GEDecl
+    | PEDecl
+    ;
+
+GEDecl
+    : ENTITY_DECL_START S Name S EntityValue Sopt TAG_CLOSE { declare_internal_entity($3, $5); }
+    | ENTITY_DECL_START S Name S ExternalID Sopt TAG_CLOSE
+      { declare_external_entity($3, $5, nullptr); }
+    | ENTITY_DECL_START S Name S ExternalID NDataDecl Sopt TAG_CLOSE
+      { declare_external_entity($3, $5, $6); }
+    ;
+
+PEDecl
+    : ENTITY_DECL_START S '%' S Name S PEDef Sopt TAG_CLOSE { declare_parameter_entity($5, $7); }
+    ;
+
+PEDef
+    : EntityValue { $$ = {$1, {nullptr, nullptr}}; }
+    | ExternalID { $$ = {nullptr, $1}; }
+    ;
+
+ExternalID
+    : KW_SYSTEM S SystemLiteral { $$ = {nullptr, $3}; }
+    | PublicID S SystemLiteral { $$ = {$1, $3}; }
+    ;
+
+NDataDecl
+    : S KW_NDATA S Name { $$ = $4; }
+    ;
+
+/* Text declarations and encodings. */
+
+TextDecl
+    : XML_DECL_START VersionInfo EncodingDecl Sopt PI_END
+    | XML_DECL_START EncodingDecl Sopt PI_END
+    ;
+
+EncodingDecl
+    : S KW_ENCODING Eq EncName { $$ = $4; }
+    ;
+
+EncName : ENC_NAME;
+
+/* Notation declarations. */
+
+NotationDecl
+    : NOTATION_DECL_START S Name S ExternalID Sopt TAG_CLOSE
+      { ev_notation_decl($3, $5.publicId, $5.systemId); }
+    | NOTATION_DECL_START S Name S PublicID Sopt TAG_CLOSE { ev_notation_decl($3, $5, nullptr); }
+    ;
+
+PublicID
+    : KW_PUBLIC S PubidLiteral { $$ = $3; }
+    ;
+
+%%
+
+static int yyreport_syntax_error(const yypcontext_t*) { syntax_error("parse error"); }
+
+int qvox::grammar_run() { return grammar_parse(); }
