@@ -1,0 +1,64 @@
+// The library's own attributes and locator, as handlers see them.
+#pragma once
+
+#include <vector>
+
+#include <qvox/sax.h>
+
+#include "text/wide.h"
+
+namespace qvox {
+
+class AttributesImpl final : public Attributes {
+public:
+    int getIndex(const Xstring& uri, const Xstring& localName) const override;
+    int getIndex(const Xstring& qName) const override;
+    int getLength() const override;
+    const Xstring& getLocalName(int index) const override;
+    const Xstring& getQName(int index) const override;
+    const Xstring& getType(const Xstring& uri, const Xstring& localName) const override;
+    const Xstring& getType(const Xstring& qName) const override;
+    const Xstring& getType(int index) const override;
+    const Xstring& getURI(int index) const override;
+    const Xstring& getValue(const Xstring& uri, const Xstring& localName) const override;
+    const Xstring& getValue(const Xstring& qName) const override;
+    const Xstring& getValue(int index) const override;
+
+    void reserve(std::size_t count) { records.reserve(count); }
+
+    // Appends an attribute. All texts but the value may be null.
+    void add(const Unit* uri, const Unit* localName, const Unit* qName, const Unit* type,
+             const Unit* value);
+
+private:
+    struct Record {
+        Xstring uri;
+        Xstring localName;
+        Xstring qName;
+        Xstring type;
+        Xstring value;
+    };
+
+    const Xstring& member(int index, Xstring Record::*field) const;
+
+    std::vector<Record> records;
+};
+
+class LocatorImpl final : public Locator {
+public:
+    LocatorImpl(int column, int line, const Xstring& publicIdentifier,
+                const Xstring& systemIdentifier);
+
+    int getColumnNumber() const override { return columnNumber; }
+    int getLineNumber() const override { return lineNumber; }
+    const Xstring& getPublicId() const override { return publicId; }
+    const Xstring& getSystemId() const override { return systemId; }
+
+private:
+    int columnNumber;
+    int lineNumber;
+    Xstring publicId;
+    Xstring systemId;
+};
+
+}  // namespace qvox
