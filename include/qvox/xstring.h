@@ -94,7 +94,8 @@ public:
     /// A null string.
     Xstring() noexcept = default;
 
-    /// The text `s`, in Shift_JIS, up to its NUL; each CR LF becomes LF. Null for a null pointer.
+    /// The text `s`, in Shift_JIS, up to its NUL; each CR LF becomes LF, and bytes that form no
+    /// character become U+FFFD. Null for a null pointer.
     Xstring(const char* s);
     /// \copydoc Xstring(const char*)
     Xstring(const unsigned char* s);

@@ -5,9 +5,7 @@ namespace qvox {
 
 namespace {
 
-constexpr bool is_half_width_kana(int byte) {
-    return byte >= 0xA1 && byte <= 0xDF;
-}
+constexpr bool is_half_width_kana(int byte) { return byte >= 0xA1 && byte <= 0xDF; }
 
 // A conversion that gave two units delivers the first and keeps the second for the next call.
 int first_unit(int units) {
@@ -38,6 +36,15 @@ int getc_sjis() {
     if (byte == ByteStream::END) return pop_input();
     if (byte < 0x80) return finish_ascii(byte);
     return finish_character(non_ascii_character(byte));
+}
+
+std::size_t get_run_sjis(Unit* to, std::size_t room, const RunStops& stops) {
+    if (decoderState.pendingUnitSjis != 0) return 0;
+    return get_run(to, room, stops, [](const unsigned char* bytes, std::ptrdiff_t count) {
+        if (is_half_width_kana(bytes[0])) return WideCharacter{sjis_to_unicode(bytes[0]), 1, 1};
+        if (count < 2) return NO_CHARACTER;
+        return WideCharacter{sjis_to_unicode(bytes[0] << 8 | bytes[1]), 2, 2};
+    });
 }
 
 }  // namespace qvox

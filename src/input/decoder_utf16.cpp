@@ -38,4 +38,24 @@ int getc_utf16() {
     return finish_character(unit);
 }
 
+std::size_t get_run_utf16(Unit* to, std::size_t room, const RunStops& stops) {
+    if (decoderState.pendingUnit16 != 0) return 0;
+    const int high = byteOrder == BYTES_BIG_ENDIAN ? 0 : 1;
+    const unsigned char* next = curFile->ready();
+    const unsigned char* const end = curFile->readyEnd();
+    Unit* const first = to;
+    Unit* const limit = to + room;
+    int cells = 0;
+    for (; to != limit && end - next >= 2; next += 2) {
+        const int unit = next[high] << 8 | next[1 - high];
+        const bool stop = unit < 0x80 ? stops.ascii[unit] : stops.wide || !is_wide_xml_char(unit);
+        if (stop) break;
+        *to++ = static_cast<Unit>(unit);
+        cells += unit > 0xFF ? 2 : 1;
+    }
+    curFile->take(next);
+    curCol += cells;
+    return static_cast<std::size_t>(to - first);
+}
+
 }  // namespace qvox

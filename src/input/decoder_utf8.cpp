@@ -4,8 +4,10 @@ namespace qvox {
 
 namespace {
 
-constexpr bool is_continuation(int byte) {
-    return (byte & 0xC0) == 0x80;
+constexpr bool is_continuation(int byte) { return (byte & 0xC0) == 0x80; }
+
+constexpr int joined(int lead, int second, int third) {
+    return (lead & 0x0F) << 12 | (second & 0x3F) << 6 | (third & 0x3F);
 }
 
 // Only sequences of three bytes are supported beside ASCII. END has both top bits set and so is no
@@ -17,7 +19,7 @@ int three_byte_character(int lead) {
     const int third = curFile->get();
     if (!is_continuation(third)) invalid_character("illegal UTF-8 third char", lead);
     ++curCol;
-    return (lead & 0x0F) << 12 | (second & 0x3F) << 6 | (third & 0x3F);
+    return joined(lead, second, third);
 }
 
 }  // namespace
@@ -28,6 +30,14 @@ int getc_utf8() {
     if (byte < 0x80) return finish_ascii(byte);
     ++curCol;
     return finish_character(three_byte_character(byte));
+}
+
+std::size_t get_run_utf8(Unit* to, std::size_t room, const RunStops& stops) {
+    return get_run(to, room, stops, [](const unsigned char* bytes, std::ptrdiff_t count) {
+        if (count < 3 || (bytes[0] & 0xF0) != 0xE0) return NO_CHARACTER;
+        if (!is_continuation(bytes[1]) || !is_continuation(bytes[2])) return NO_CHARACTER;
+        return WideCharacter{joined(bytes[0], bytes[1], bytes[2]), 3, 2};
+    });
 }
 
 }  // namespace qvox

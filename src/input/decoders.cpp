@@ -8,16 +8,16 @@ namespace qvox {
 
 DecoderState decoderState;
 
-int (*select_getc_proc(EncodingId encoding))() {
+Reader select_getc_proc(EncodingId encoding) {
     switch (encoding) {
-        case UTF8: return getc_utf8;
-        case UTF16: return getc_utf16;
-        case SJIS: return getc_sjis;
-        case EUC: return getc_euc;
-        case JIS: return getc_jis;
+        case UTF8: return {getc_utf8, get_run_utf8};
+        case UTF16: return {getc_utf16, get_run_utf16};
+        case SJIS: return {getc_sjis, get_run_sjis};
+        case EUC: return {getc_euc, get_run_euc};
+        case JIS: return {getc_jis, get_run_jis};
     }
     qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "(*select_getc_proc())() fail");
-    return nullptr;
+    return {nullptr, nullptr};
 }
 
 void invalid_character(const char* text, int value) {

@@ -3,7 +3,10 @@
 // of the file they hand over to pop_input.
 #pragma once
 
+#include <cstddef>
+
 #include "text/encoding_id.h"
+#include "text/wide.h"
 
 namespace qvox {
 
@@ -24,8 +27,27 @@ int getc_sjis();
 int getc_euc();
 int getc_jis();
 
+// Which characters end a run. The controls but tab always do.
+struct RunStops {
+    bool ascii[0x80];
+    bool wide;  // all characters from 0x80 up
+};
+
+// Store at most `room` units at `to` and return how many.
+std::size_t get_run_utf8(Unit* to, std::size_t room, const RunStops& stops);
+std::size_t get_run_utf16(Unit* to, std::size_t room, const RunStops& stops);
+std::size_t get_run_sjis(Unit* to, std::size_t room, const RunStops& stops);
+std::size_t get_run_euc(Unit* to, std::size_t room, const RunStops& stops);
+std::size_t get_run_jis(Unit* to, std::size_t room, const RunStops& stops);
+
+// A reader: by characters, and by runs.
+struct Reader {
+    int (*getc)();
+    std::size_t (*getRun)(Unit* to, std::size_t room, const RunStops& stops);
+};
+
 // The decoder of an encoding.
-int (*select_getc_proc(EncodingId encoding))();
+Reader select_getc_proc(EncodingId encoding);
 
 // A character of XML 1.0.
 inline bool is_xml_char(long long c) {

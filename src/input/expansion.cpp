@@ -28,9 +28,7 @@ void expansion_start() {
     closedAmount = 0;
 }
 
-void count_read(unsigned long long amount) {
-    closedAmount += amount;
-}
+void count_read(unsigned long long amount) { closedAmount += amount; }
 
 void check_expansion() {
     expansionLimit = std::max(FREE_EXPANSION, LARGEST_EXPANSION_RATIO * amount_read());

@@ -12,7 +12,8 @@
 namespace qvox {
 
 int curChar = -1;
-Reader curGetc = nullptr;
+int (*curGetc)() = nullptr;
+std::size_t (*curGetRun)(Unit*, std::size_t, const RunStops&) = nullptr;
 ByteStream* curFile = nullptr;
 int curLine = 0;
 int curCol = 0;
@@ -33,8 +34,10 @@ bool memoryDocument = false;        // the bottom level is or was a string in me
 const Unit* memoryStart = nullptr;  // its first unit
 
 // The reader behind the end of the bottom level.
-int getc_nothing() {
-    return -1;
+int getc_nothing() { return -1; }
+
+std::size_t get_run_nothing(Unit* /*to*/, std::size_t /*room*/, const RunStops& /*stops*/) {
+    return 0;
 }
 
 int getc_entity() {
@@ -44,6 +47,36 @@ int getc_entity() {
     ++level.text;
     count_expanded(1);
     return unit;
+}
+
+bool ends_run(Unit unit, const RunStops& stops) {
+    return unit < 0x80 ? stops.ascii[unit] : stops.wide;
+}
+
+// The plain units at `from`, which a NUL ends.
+std::size_t copy_run(const Unit* from, Unit* to, std::size_t room, const RunStops& stops) {
+    std::size_t count = 0;
+    while (count < room && !ends_run(from[count], stops)) {
+        to[count] = from[count];
+        ++count;
+    }
+    return count;
+}
+
+std::size_t get_run_entity(Unit* to, std::size_t room, const RunStops& stops) {
+    InputLevel& level = inputStack.back();
+    const std::size_t count = copy_run(level.text, to, room, stops);
+    level.text += count;
+    count_expanded(count);
+    return count;
+}
+
+std::size_t get_run_memory(Unit* to, std::size_t room, const RunStops& stops) {
+    InputLevel& level = inputStack.back();
+    const std::size_t count = copy_run(level.memory, to, room, stops);
+    level.memory += count;
+    for (std::size_t i = 0; i < count; ++i) curCol += to[i] > 0xFF ? 2 : 1;
+    return count;
 }
 
 int getc_memory() {
@@ -59,14 +92,19 @@ int getc_memory() {
     return unit;
 }
 
-bool reads_file(InputKind kind) {
-    return kind != INPUT_ENTITY_TEXT && kind != INPUT_MEMORY;
+constexpr Reader NOTHING_READER = {getc_nothing, get_run_nothing};
+constexpr Reader ENTITY_READER = {getc_entity, get_run_entity};
+constexpr Reader MEMORY_READER = {getc_memory, get_run_memory};
+
+void use_reader(const Reader& reader) {
+    curGetc = reader.getc;
+    curGetRun = reader.getRun;
 }
 
+bool reads_file(InputKind kind) { return kind != INPUT_ENTITY_TEXT && kind != INPUT_MEMORY; }
+
 // A replacement text has no lines of its own: the line goes on from the level below it.
-bool counts_lines(InputKind kind) {
-    return kind != INPUT_ENTITY_TEXT;
-}
+bool counts_lines(InputKind kind) { return kind != INPUT_ENTITY_TEXT; }
 
 const Unit* copy_on_heap(const Unit* name) {
     return wide_copy(halloc_text(parseHeap, wide_length(name)), name);
@@ -95,7 +133,7 @@ void start_file(InputLevel& level, ByteStream* file) {
     level.encoding = docEncoding;
     level.byteOrder = byteOrder;
     level.decoderBelow = std::exchange(decoderState, DecoderState());
-    curGetc = select_getc_proc(docEncoding);
+    use_reader(select_getc_proc(docEncoding));
     curLine = 1;
     curFile = file;
 }
@@ -103,18 +141,18 @@ void start_file(InputLevel& level, ByteStream* file) {
 // Makes the level that has come to the top current again.
 void resume_level(const InputLevel& level) {
     if (level.kind == INPUT_ENTITY_TEXT) {
-        curGetc = getc_entity;
+        use_reader(ENTITY_READER);
         return;
     }
     curLine = level.savedLine;
     if (level.kind == INPUT_MEMORY) {
-        curGetc = getc_memory;
+        use_reader(MEMORY_READER);
         return;
     }
     curFile = level.file;
     docEncoding = level.encoding;
     byteOrder = level.byteOrder;
-    curGetc = select_getc_proc(docEncoding);
+    use_reader(select_getc_proc(docEncoding));
 }
 
 void tell_end(const InputLevel& ended) {
@@ -159,7 +197,7 @@ void open_input(const char* name, ByteStream* file, const Unit* memory) {
     if (memoryDocument) {
         docEncoding = UTF16;
         level.memory = memory;
-        curGetc = getc_memory;
+        use_reader(MEMORY_READER);
     } else {
         start_file(level, file);
     }
@@ -170,7 +208,7 @@ void open_input(const char* name, ByteStream* file, const Unit* memory) {
 void close_input() {
     inputStack.clear();
     inputStack.shrink_to_fit();
-    curGetc = getc_nothing;
+    use_reader(NOTHING_READER);
     curFile = nullptr;
     docName = "";
     curLine = 0;
@@ -188,7 +226,7 @@ void push_entity_text(const Unit* name, const Unit* text) {
     level.kind = INPUT_ENTITY_TEXT;
     start_level(level, name);
     level.text = text;
-    curGetc = getc_entity;
+    use_reader(ENTITY_READER);
     inputStack.push_back(std::move(level));
 }
 
@@ -228,7 +266,7 @@ int pop_input() {
     if (reads_file(ended.kind)) decoderState = ended.decoderBelow;
     ended.owned.reset();
     if (inputStack.empty()) {
-        curGetc = getc_nothing;
+        use_reader(NOTHING_READER);
         return -1;
     }
     resume_level(inputStack.back());
@@ -240,12 +278,10 @@ void switch_encoding(EncodingId encoding) {
     docEncoding = encoding;
     if (inputStack.back().kind == INPUT_MEMORY) return;
     inputStack.back().encoding = encoding;
-    curGetc = select_getc_proc(encoding);
+    use_reader(select_getc_proc(encoding));
 }
 
-bool reading_memory() {
-    return memoryDocument;
-}
+bool reading_memory() { return memoryDocument; }
 
 unsigned long long amount_read_of(const InputLevel& level) {
     if (level.kind == INPUT_MEMORY) {

@@ -44,9 +44,10 @@ struct InputLevel {
 
 // The working values of the current level. They live for one parse, under the parse lock, and are
 // written by the readers and by pushes and pops.
-using Reader = int (*)();
-extern int curChar;          // the one character of look-ahead, -1 at the end; the lexer's to write
-extern Reader curGetc;       // reader of the top level: the next character or -1
+extern int curChar;       // the one character of look-ahead, -1 at the end; the lexer's to write
+extern int (*curGetc)();  // reader of the top level: the next character or -1
+// The same by runs: stores plain characters that lie ready, at most `room`, and returns how many.
+extern std::size_t (*curGetRun)(Unit* to, std::size_t room, const RunStops& stops);
 extern ByteStream* curFile;  // file of the nearest file level
 extern int curLine;          // line number, from 1 in each file and memory level
 extern int curCol;           // column in display cells; stands before the first character at 1

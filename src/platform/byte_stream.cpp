@@ -20,9 +20,7 @@ std::unique_ptr<ByteStream> ByteStream::open(const char* fileName) {
 
 ByteStream::ByteStream(std::FILE* openFile) : file(openFile), next(buffer), end(buffer) {}
 
-ByteStream::~ByteStream() {
-    std::fclose(file);
-}
+ByteStream::~ByteStream() { std::fclose(file); }
 
 bool ByteStream::refill() {
     const std::size_t count = std::fread(buffer, 1, BUFFER_SIZE, file);

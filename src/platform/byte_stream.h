@@ -29,6 +29,11 @@ public:
     // get() that returned a byte, and once.
     void unget() { --next; }
 
+    // What lies ready in the buffer, for a reader that takes several bytes at once and says so.
+    const unsigned char* ready() const { return next; }
+    const unsigned char* readyEnd() const { return end; }
+    void take(const unsigned char* behindTaken) { next = behindTaken; }
+
     // Goes back to the first byte. Only within the first BUFFER_SIZE bytes of the file.
     void rewind() { next = buffer; }
 

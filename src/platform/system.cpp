@@ -5,12 +5,8 @@
 
 namespace qvox {
 
-unsigned long last_system_error() {
-    return static_cast<unsigned long>(errno);
-}
+unsigned long last_system_error() { return static_cast<unsigned long>(errno); }
 
-bool environment_has(const char* name) {
-    return std::getenv(name) != nullptr;
-}
+bool environment_has(const char* name) { return std::getenv(name) != nullptr; }
 
 }  // namespace qvox

@@ -15,9 +15,7 @@ namespace {
 
 constexpr std::size_t ROUNDING = 4;
 
-std::size_t rounded(std::size_t size) {
-    return (size + ROUNDING - 1) / ROUNDING * ROUNDING;
-}
+std::size_t rounded(std::size_t size) { return (size + ROUNDING - 1) / ROUNDING * ROUNDING; }
 
 void count_allocation(std::uintptr_t address, std::size_t size) {
     AllocationStatistics& s = allocationStatistics;

@@ -63,17 +63,11 @@ const char* name_in(const CodeName (&names)[count], int code, const char* otherw
     return otherwise;
 }
 
-const char* code_name(QVOXException::Code code) {
-    return name_in(CODE_NAMES, code, "UNKNOWN_ERR");
-}
+const char* code_name(QVOXException::Code code) { return name_in(CODE_NAMES, code, "UNKNOWN_ERR"); }
 
-const char* code_name(DOMException::Code code) {
-    return name_in(DOM_CODE_NAMES, code, "???");
-}
+const char* code_name(DOMException::Code code) { return name_in(DOM_CODE_NAMES, code, "???"); }
 
-const char* code_name(RangeException::Code code) {
-    return name_in(RANGE_CODE_NAMES, code, "???");
-}
+const char* code_name(RangeException::Code code) { return name_in(RANGE_CODE_NAMES, code, "???"); }
 
 std::string type_text(const char* className, const char* codeName) {
     std::string text("<");

@@ -58,7 +58,7 @@ void push_full(Heap* heap, Block* block) {
 std::size_t padding_of(const Block* block, std::size_t align) {
     if (align == 0) return 0;
     const auto address = reinterpret_cast<std::uintptr_t>(block->next);
-    return (align - address % align) % align;
+    return (0 - address) & (align - 1);  // a power of two, so that no division is needed
 }
 
 void* take(Block* block, std::size_t size) {

@@ -18,10 +18,10 @@
 
 %union {
     qvox::Unit* text;
-    qvox::Pieces pieces;
-    qvox::ExternalId externalId;
-    qvox::DefaultDecl defaultDecl;
-    qvox::ParameterEntityDef parameterEntity;
+    qvox::Pieces* pieces;
+    const qvox::ExternalId* externalId;
+    const qvox::DefaultDecl* defaultDecl;
+    const qvox::ParameterEntityDef* parameterEntity;
     qvox::ElementRecord* element;
 }
 
@@ -86,7 +86,7 @@ static void declare_parameter_entity(const Unit* bareName, const ParameterEntity
     if (definition.value != nullptr) {
         declare_internal_entity(name, definition.value);
     } else {
-        declare_external_entity(name, definition.external, nullptr);
+        declare_external_entity(name, *definition.external, nullptr);
     }
 }
 }
@@ -282,9 +282,9 @@ doctypedecl
       internalSubsetOpt TAG_CLOSE
       { ev_end_dtd(); }
     | DOCTYPE_START S Name S ExternalID Sopt
-      { ev_start_dtd($3, $5.publicId, $5.systemId); }
+      { ev_start_dtd($3, $5->publicId, $5->systemId); }
       internalSubsetOpt TAG_CLOSE
-      { load_external_subset($5.publicId, $5.systemId); }
+      { load_external_subset($5->publicId, $5->systemId); }
       extSubsetOpt
       { ev_end_dtd(); }
     ;
@@ -426,7 +426,7 @@ children
     ;
 
 OccurrenceOpt
-    : %empty { $$ = no_pieces(); }
+    : %empty { $$ = nullptr; }
     | Occurrence
     ;
 
@@ -500,7 +500,7 @@ AttDefList
     ;
 
 AttDef
-    : S Name S AttType S DefaultDecl { add_att_def($2, $4, $6.mode, $6.value); }
+    : S Name S AttType S DefaultDecl { add_att_def($2, $4, $6->mode, $6->value); }
     ;
 
 AttType
@@ -541,10 +541,10 @@ NmtokenList
     ;
 
 DefaultDecl
-    : KW_REQUIRED { $$ = {$1, nullptr}; }
-    | KW_IMPLIED { $$ = {$1, nullptr}; }
-    | AttValue { $$ = {nullptr, $1}; }
-    | KW_FIXED S AttValue { $$ = {$1, $3}; }
+    : KW_REQUIRED { $$ = default_decl($1, nullptr); }
+    | KW_IMPLIED { $$ = default_decl($1, nullptr); }
+    | AttValue { $$ = default_decl(nullptr, $1); }
+    | KW_FIXED S AttValue { $$ = default_decl($1, $3); }
     ;
 
 /* Conditional sections. The lexer's states of a subset never open one. */
@@ -581,23 +581,23 @@ EntityDecl
 GEDecl
     : ENTITY_DECL_START S Name S EntityValue Sopt TAG_CLOSE { declare_internal_entity($3, $5); }
     | ENTITY_DECL_START S Name S ExternalID Sopt TAG_CLOSE
-      { declare_external_entity($3, $5, nullptr); }
+      { declare_external_entity($3, *$5, nullptr); }
     | ENTITY_DECL_START S Name S ExternalID NDataDecl Sopt TAG_CLOSE
-      { declare_external_entity($3, $5, $6); }
+      { declare_external_entity($3, *$5, $6); }
     ;
 
 PEDecl
-    : ENTITY_DECL_START S '%' S Name S PEDef Sopt TAG_CLOSE { declare_parameter_entity($5, $7); }
+    : ENTITY_DECL_START S '%' S Name S PEDef Sopt TAG_CLOSE { declare_parameter_entity($5, *$7); }
     ;
 
 PEDef
-    : EntityValue { $$ = {$1, {nullptr, nullptr}}; }
-    | ExternalID { $$ = {nullptr, $1}; }
+    : EntityValue { $$ = parameter_entity_def($1, nullptr); }
+    | ExternalID { $$ = parameter_entity_def(nullptr, $1); }
     ;
 
 ExternalID
-    : KW_SYSTEM S SystemLiteral { $$ = {nullptr, $3}; }
-    | PublicID S SystemLiteral { $$ = {$1, $3}; }
+    : KW_SYSTEM S SystemLiteral { $$ = external_id(nullptr, $3); }
+    | PublicID S SystemLiteral { $$ = external_id($1, $3); }
     ;
 
 NDataDecl
@@ -621,7 +621,7 @@ EncName : ENC_NAME;
 
 NotationDecl
     : NOTATION_DECL_START S Name S ExternalID Sopt TAG_CLOSE
-      { ev_notation_decl($3, $5.publicId, $5.systemId); }
+      { ev_notation_decl($3, $5->publicId, $5->systemId); }
     | NOTATION_DECL_START S Name S PublicID Sopt TAG_CLOSE { ev_notation_decl($3, $5, nullptr); }
     ;
 

@@ -114,26 +114,24 @@ int next_token() {
 }
 
 void scan_name() {
+    append_run(NAME_STOPS);
     read_char();
     while (is_name_char(curChar)) {
         append_unit(static_cast<Unit>(curChar));
+        append_run(NAME_STOPS);
         read_char();
     }
     terminated_token();
 }
 
-void token_copy() {
-    tokenValue = copy_token(0);
-}
+void token_copy() { tokenValue = copy_token(0); }
 
 void set_pending(int token, Unit* value) {
     subsetEndWaits = pending.token == EXT_SUBSET_END;
     pending = {token, value};
 }
 
-bool token_follows_space() {
-    return previousToken == S;
-}
+bool token_follows_space() { return previousToken == S; }
 
 const Keyword* find_keyword(const Keyword* begin, const Keyword* end, std::size_t offset) {
     for (const Keyword* row = begin; row != end; ++row) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "input/input_stack.h"
+#include "scanner/run_stops.h"
 #include "scanner/state_stack.h"
 #include "scanner/token.h"
 #include "scanner/token_buffer.h"
@@ -25,9 +26,7 @@ int next_token();
 // What a state returns to have the call start again with curChar as its first character.
 inline constexpr int START_AGAIN = -1;
 
-inline void read_char() {
-    curChar = curGetc();
-}
+inline void read_char() { curChar = curGetc(); }
 
 // Takes the character in hand as the whole token.
 inline int single_character() {
@@ -102,8 +101,6 @@ int scan_notation_decl();
 int scan_comment_start();  // behind "<!-"
 int scan_pi_start();       // behind "<?"
 
-inline bool is_quote(int c) {
-    return c == '"' || c == '\'';
-}
+inline bool is_quote(int c) { return c == '"' || c == '\''; }
 
 }  // namespace qvox

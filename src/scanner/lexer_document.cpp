@@ -77,12 +77,19 @@ int scan_markup() {
     return open_frame(STAG_OPEN, LEX_START_TAG);
 }
 
+// Appends a run and reads the character behind it.
+int next_in_run(const RunStops& stops) {
+    append_run(stops);
+    return curGetc();
+}
+
 // Text up to the next markup, with references replaced. A '<' that came from an entity's text is
 // markup, one from a character reference isn't.
 int scan_character_data() {
     int c = curChar;
-    if (tokenLen != 0) c = curGetc();  // the first character is in the token already
-    for (;; c = curGetc()) {
+    if (tokenLen != 0)
+        c = next_in_run(CONTENT_STOPS);  // the first character is in the token already
+    for (;; c = next_in_run(CONTENT_STOPS)) {
         bool isCharRef = false;
         while (c == '&' && !isCharRef) c = read_reference(c, &isCharRef);
         if (c == -1) lex_error(QVOXException::UNEXPECTED_EOF_ERR, "unterminated char data", 0);
@@ -99,16 +106,14 @@ int scan_character_data() {
 }
 
 // The next character of a text that only its delimiter ends.
-int read_text(const char* unterminated) {
-    const int c = curGetc();
+int read_text(const RunStops& stops, const char* unterminated) {
+    const int c = next_in_run(stops);
     if (c == -1) lex_error(QVOXException::UNEXPECTED_EOF_ERR, unterminated, 0);
     append_char(c);
     return c;
 }
 
-bool is_xml_in_any_case(const Unit* name) {
-    return wide_narrow_casecompare(name, "xml") == 0;
-}
+bool is_xml_in_any_case(const Unit* name) { return wide_narrow_casecompare(name, "xml") == 0; }
 
 int scan_pi_target() {
     if (!is_name_start(curChar)) return NO_TOKEN;
@@ -125,7 +130,7 @@ int scan_pi_target() {
 int scan_pi_data() {
     int c = curChar;
     while (c != '>' || tokenLen < 2 || tokenText[tokenLen - 2] != '?') {
-        c = read_text("unterminated processing instruction");
+        c = read_text(CDATA_STOPS, "unterminated processing instruction");
     }
     if (tokenLen > 2 || token_follows_space()) return close_text(PI_DATA, PI_END, 2);
     pop_frame();
@@ -172,13 +177,9 @@ int scan_pi_start() {
     return PI_START;
 }
 
-int scan_document() {
-    return curChar == '<' ? scan_markup() : int{NO_TOKEN};
-}
+int scan_document() { return curChar == '<' ? scan_markup() : int{NO_TOKEN}; }
 
-int scan_content() {
-    return curChar == '<' ? scan_markup() : scan_character_data();
-}
+int scan_content() { return curChar == '<' ? scan_markup() : scan_character_data(); }
 
 int scan_start_tag() {
     if (is_name_start(curChar)) return scan_name_token();
@@ -209,7 +210,7 @@ int scan_end_tag() {
 
 int scan_comment() {
     for (;;) {
-        const int c = read_text("unterminated comment");
+        const int c = read_text(COMMENT_STOPS, "unterminated comment");
         if (tokenLen < 3 || tokenText[tokenLen - 2] != '-' || tokenText[tokenLen - 3] != '-')
             continue;
         if (c == '>') return close_text(COMMENT_TEXT, COMMENT_END, 3);
@@ -219,13 +220,12 @@ int scan_comment() {
 
 int scan_cdata() {
     int c = curChar;
-    while (c != '>' || !token_ends_in(']', ']', '>')) c = read_text("unterminated cdsect");
+    while (c != '>' || !token_ends_in(']', ']', '>'))
+        c = read_text(CDATA_STOPS, "unterminated cdsect");
     return close_text(CDATA_TEXT, CDATA_END, 3);
 }
 
-int scan_pi() {
-    return sub_state() == SUB_START ? scan_pi_target() : scan_pi_data();
-}
+int scan_pi() { return sub_state() == SUB_START ? scan_pi_target() : scan_pi_data(); }
 
 int scan_xml_decl() {
     if (is_name_start(curChar)) return scan_keyword(XML_DECL_WORDS);

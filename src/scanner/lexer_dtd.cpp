@@ -306,8 +306,6 @@ int scan_cond_section() {
 }
 
 // The body of an included section has no scanning of its own.
-int scan_include_body() {
-    return NO_TOKEN;
-}
+int scan_include_body() { return NO_TOKEN; }
 
 }  // namespace qvox

@@ -3,6 +3,7 @@
 #include "input/input_stack.h"
 #include "runtime/report.h"
 #include "scanner/references.h"
+#include "scanner/run_stops.h"
 #include "scanner/scanner_error.h"
 #include "scanner/token.h"
 #include "scanner/token_buffer.h"
@@ -30,9 +31,7 @@ constexpr EncodingName ENCODING_NAMES[] = {
     lex_error(QVOXException::INVALID_XML_DECL_ERR, message, 0);
 }
 
-bool is_ascii_name_char(Unit unit) {
-    return unit < 0x80 && charClassTable[unit] == CLASS_NAME;
-}
+bool is_ascii_name_char(Unit unit) { return unit < 0x80 && charClassTable[unit] == CLASS_NAME; }
 
 bool is_ascii_letter(Unit unit) {
     return (unit >= 'A' && unit <= 'Z') || (unit >= 'a' && unit <= 'z');
@@ -95,6 +94,7 @@ int read_literal(int quote, int token) {
     const bool hasParameterReferences = token == ENTITY_VALUE;
     const bool hasReferences = token == ATT_VALUE || token == ENTITY_VALUE;
     tokenLen = 0;
+    append_run(LITERAL_STOPS);
     int c = curGetc();
     while (c != quote) {
         if (c == -1) lex_error(QVOXException::UNEXPECTED_EOF_ERR, "unterminated literal", 0);
@@ -104,6 +104,7 @@ int read_literal(int quote, int token) {
             if (!isCharRef) continue;
         }
         append_char(c);
+        append_run(LITERAL_STOPS);
         c = curGetc();
     }
     check_literal(token, terminated_token());

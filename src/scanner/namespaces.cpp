@@ -76,9 +76,7 @@ bool declares_namespace(const Unit* qName, const Unit*& prefix) {
 
 }  // namespace
 
-void namespaces_start() {
-    mappingsInForce.clear();
-}
+void namespaces_start() { mappingsInForce.clear(); }
 
 void collect_namespace_decls(TagRecord& tag, bool namespaces) {
     for (AttributeRecord& attribute : tag.attributes) {

@@ -15,9 +15,7 @@ namespace {
 constexpr int FIRST_CAPACITY = 256;
 int stateCap = 0;  // entries that fit
 
-std::size_t bytes_for(int entries) {
-    return static_cast<std::size_t>(entries) * sizeof(int);
-}
+std::size_t bytes_for(int entries) { return static_cast<std::size_t>(entries) * sizeof(int); }
 
 void push_entry(int entry) {
     if (stateTop == stateCap) {
@@ -55,8 +53,6 @@ void pop_frame() {
     stateFrame = stateStack[stateTop];
 }
 
-void push_sub(SubState sub) {
-    push_entry(sub);
-}
+void push_sub(SubState sub) { push_entry(sub); }
 
 }  // namespace qvox

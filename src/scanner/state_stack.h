@@ -61,18 +61,10 @@ void state_stack_destroy();
 void push_frame(MainState main);
 void pop_frame();
 void push_sub(SubState sub);
-inline void pop_sub() {
-    --stateTop;
-}
-inline void set_sub(SubState sub) {
-    stateStack[stateTop - 1] = sub;
-}
+inline void pop_sub() { --stateTop; }
+inline void set_sub(SubState sub) { stateStack[stateTop - 1] = sub; }
 
-inline int main_state() {
-    return stateStack[stateFrame];
-}
-inline int sub_state() {
-    return stateStack[stateTop - 1];
-}
+inline int main_state() { return stateStack[stateFrame]; }
+inline int sub_state() { return stateStack[stateTop - 1]; }
 
 }  // namespace qvox

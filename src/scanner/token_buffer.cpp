@@ -15,9 +15,7 @@ namespace {
 
 constexpr std::size_t FIRST_CAPACITY = 65536;
 
-std::size_t bytes_for(std::size_t units) {
-    return (units + 1) * sizeof(Unit);
-}
+std::size_t bytes_for(std::size_t units) { return (units + 1) * sizeof(Unit); }
 
 }  // namespace
 

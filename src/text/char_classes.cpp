@@ -15,9 +15,7 @@ constexpr CharClass W = CLASS_SPACE;
 constexpr CharClass S = CLASS_SYMBOL;
 constexpr CharClass N = CLASS_NAME;
 
-unsigned last_of(const CharRange& range) {
-    return range.last != 0 ? range.last : range.first;
-}
+unsigned last_of(const CharRange& range) { return range.last != 0 ? range.last : range.first; }
 
 template <std::size_t Rows>
 bool is_in(const CharRange (&table)[Rows], unsigned code) {
@@ -54,33 +52,19 @@ const CharClass charClassTable[128] = {
 };
 // clang-format on
 
-bool is_base_char(unsigned code) {
-    return is_in(baseCharTable, code);
-}
+bool is_base_char(unsigned code) { return is_in(baseCharTable, code); }
 
-bool is_ideographic(unsigned code) {
-    return is_in(ideographicTable, code);
-}
+bool is_ideographic(unsigned code) { return is_in(ideographicTable, code); }
 
-bool is_letter(unsigned code) {
-    return is_base_char(code) || is_ideographic(code);
-}
+bool is_letter(unsigned code) { return is_base_char(code) || is_ideographic(code); }
 
-bool is_digit(unsigned code) {
-    return is_in(digitTable, code);
-}
+bool is_digit(unsigned code) { return is_in(digitTable, code); }
 
-bool is_combining_char(unsigned code) {
-    return is_in(combiningCharTable, code);
-}
+bool is_combining_char(unsigned code) { return is_in(combiningCharTable, code); }
 
-bool is_extender(unsigned code) {
-    return is_in(extenderTable, code);
-}
+bool is_extender(unsigned code) { return is_in(extenderTable, code); }
 
-bool is_wide_name_start(unsigned code) {
-    return is_kanji_or_kana(code) || is_letter(code);
-}
+bool is_wide_name_start(unsigned code) { return is_kanji_or_kana(code) || is_letter(code); }
 
 bool is_wide_name_char(unsigned code) {
     if (is_kanji_or_kana(code) || code == LONG_VOWEL_MARK) return true;

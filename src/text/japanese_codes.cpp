@@ -25,21 +25,13 @@ constexpr ExtensionRun extensionRuns[] = {
     {0xFA5C, 0xFC4B, 0xED40},  // kanji
 };
 
-int high_byte(int code) {
-    return (code >> 8) & 0xFF;
-}
+int high_byte(int code) { return (code >> 8) & 0xFF; }
 
-int low_byte(int code) {
-    return code & 0xFF;
-}
+int low_byte(int code) { return code & 0xFF; }
 
-int pair_of(int high, int low) {
-    return (high & 0xFF) * 256 + (low & 0xFF);
-}
+int pair_of(int high, int low) { return (high & 0xFF) * 256 + (low & 0xFF); }
 
-bool is_kana_byte(int code) {
-    return code >= FIRST_KANA_BYTE && code <= LAST_KANA_BYTE;
-}
+bool is_kana_byte(int code) { return code >= FIRST_KANA_BYTE && code <= LAST_KANA_BYTE; }
 
 // Trail bytes are 0x40 to 0xFC without 0x7F.
 constexpr int CELLS = 188;
@@ -88,9 +80,7 @@ int sjis_to_euc(int code) {
     return pair_of(high * 2 - (isFirstBlock ? 0x61 : 0xE1), low + (low >= 0x7F ? 0x60 : 0x61));
 }
 
-int euc_to_unicode(int code) {
-    return sjis_to_unicode(euc_to_sjis(code));
-}
+int euc_to_unicode(int code) { return sjis_to_unicode(euc_to_sjis(code)); }
 
 int jis_to_unicode(int code) {
     return is_kana_byte(code) ? sjis_to_unicode(code) : euc_to_unicode(code | 0x8080);

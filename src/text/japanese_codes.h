@@ -19,9 +19,7 @@ inline int sjis_to_unicode(int code) {
     return code_page_pair_to_unit(bits >> 8, bits & 0xFF);
 }
 
-inline int unicode_to_sjis(int unit) {
-    return code_page_from_unit(static_cast<unsigned>(unit));
-}
+inline int unicode_to_sjis(int unit) { return code_page_from_unit(static_cast<unsigned>(unit)); }
 
 // Arithmetic only: the bytes needn't be a character. sjis_to_euc leaves an ASCII byte as it is,
 // euc_to_sjis takes pairs.

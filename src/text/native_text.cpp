@@ -22,9 +22,7 @@ Converters converters_of(EncodingId encoding) {
     }
 }
 
-bool is_half_width_kana(int byte) {
-    return byte >= 0xA1 && byte <= 0xDF;
-}
+bool is_half_width_kana(int byte) { return byte >= 0xA1 && byte <= 0xDF; }
 
 }  // namespace
 

@@ -1,5 +1,6 @@
 #include "text/temporaries.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "runtime/allocation.h"
@@ -8,6 +9,8 @@
 namespace qvox {
 
 namespace {
+
+constexpr Unit REPLACEMENT_CHARACTER = 0xFFFD;
 
 Unit* allocate_units(std::size_t count) {
     return static_cast<Unit*>(qvox_malloc(count * sizeof(Unit)));
@@ -28,8 +31,12 @@ void copy_with_normal_line_ends(Unit* to, const Unit* from) {
 }  // namespace
 
 WideTemp::WideTemp(const char* narrow)
-    : owned(allocate_units(std::strlen(narrow) + 1)),
-      text(native_to_wide(osEncoding, narrow, owned, nullptr)) {}
+    : owned(allocate_units(std::strlen(narrow) + 1)), text(owned) {
+    std::size_t length = 0;
+    native_to_wide(osEncoding, narrow, owned, &length);
+    // What isn't Shift_JIS, such as a file name in UTF-8, must not cut the text short.
+    std::replace(owned, owned + length, Unit{0}, REPLACEMENT_CHARACTER);
+}
 
 WideTemp::WideTemp(const Unit* wide) : text(wide) {
     if (wide_find_unit(wide, '\r') == nullptr) return;
@@ -47,8 +54,6 @@ OsTemp::OsTemp(const Unit* wide)
     wide_to_native(osEncoding, wide, text, nullptr);
 }
 
-OsTemp::~OsTemp() {
-    qvox_free(text);
-}
+OsTemp::~OsTemp() { qvox_free(text); }
 
 }  // namespace qvox

@@ -8,7 +8,7 @@ namespace qvox {
 // A text in 16-bit units with its line ends normalised.
 class WideTemp {
 public:
-    // Converts Shift_JIS text, which must not be null.
+    // Converts Shift_JIS text, which must not be null. Bytes that are none become U+FFFD.
     explicit WideTemp(const char* narrow);
     // Borrows `wide` if it holds no CR, else makes a copy with LF for each CR LF and each CR alone.
     explicit WideTemp(const Unit* wide);

@@ -5,13 +5,9 @@ namespace qvox {
 namespace {
 
 // Bytes are read as signed so that one from 0x80 up never equals a unit, whatever char is.
-int signed_byte(char byte) {
-    return static_cast<signed char>(byte);
-}
+int signed_byte(char byte) { return static_cast<signed char>(byte); }
 
-int upper(int c) {
-    return c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c;
-}
+int upper(int c) { return c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c; }
 
 }  // namespace
 

@@ -13,34 +13,31 @@ namespace qvox {
 
 namespace {
 
-std::size_t native_size(const Xstring& s) {
-    return 2 * static_cast<std::size_t>(s.length()) + 1;
-}
+std::size_t native_size(const Xstring& s) { return 2 * static_cast<std::size_t>(s.length()) + 1; }
 
-const char* as_chars(const unsigned char* s) {
-    return reinterpret_cast<const char*>(s);
-}
+const char* as_chars(const unsigned char* s) { return reinterpret_cast<const char*>(s); }
 
-unsigned char* as_bytes(char* s) {
-    return reinterpret_cast<unsigned char*>(s);
-}
+unsigned char* as_bytes(char* s) { return reinterpret_cast<unsigned char*>(s); }
 
 }  // namespace
 
 const unsigned short Xstring::noText[1] = {0};
 const Xstring Xstring::Null;
 
-Xstring::Xstring(const char* s) {
-    *this = s;
-}
+Xstring::Xstring(const char* s) { *this = s; }
 
-Xstring::Xstring(const unsigned char* s) {
-    *this = as_chars(s);
-}
+Xstring::Xstring(const unsigned char* s) { *this = as_chars(s); }
 
 Xstring::Xstring(const unsigned short* s) {
     if (s == nullptr) return;
-    *this = WideTemp(s).get();
+    const unsigned short* end = s;
+    while (*end != 0 && *end != '\r') ++end;
+    if (*end == 0) {
+        text.assign(s, static_cast<std::size_t>(end - s));
+        bulkLength = 0;
+    } else {
+        *this = WideTemp(s).get();
+    }
 }
 
 Xstring::Xstring(const unsigned short* s, int length) : bulkLength(length), bulk(s) {}
@@ -103,21 +100,15 @@ unsigned char* Xstring::sjis_str() const {
     return sjis_str(as_bytes(conversion_buffer(native_size(*this))));
 }
 
-char* Xstring::jis_str(char* buffer) const {
-    return wide_to_native(JIS, data(), buffer, nullptr);
-}
+char* Xstring::jis_str(char* buffer) const { return wide_to_native(JIS, data(), buffer, nullptr); }
 
-char* Xstring::jis_str() const {
-    return jis_str(conversion_buffer(native_size(*this)));
-}
+char* Xstring::jis_str() const { return jis_str(conversion_buffer(native_size(*this))); }
 
 void* Xstring::os_str(void* buffer) const {
     return wide_to_native(osEncoding, data(), static_cast<char*>(buffer), nullptr);
 }
 
-void* Xstring::os_str() const {
-    return os_str(conversion_buffer(native_size(*this)));
-}
+void* Xstring::os_str() const { return os_str(conversion_buffer(native_size(*this))); }
 
 unsigned short* Xstring::unicode_str(unsigned short* buffer) const {
     const auto count = static_cast<std::size_t>(length());
@@ -126,9 +117,7 @@ unsigned short* Xstring::unicode_str(unsigned short* buffer) const {
     return buffer;
 }
 
-unsigned short* Xstring::unicode_str() const {
-    return const_cast<unsigned short*>(data());
-}
+unsigned short* Xstring::unicode_str() const { return const_cast<unsigned short*>(data()); }
 
 Xstring Xstring::substr(int start, int count) const {
     const std::int64_t first = start < 0 ? 0 : start;

@@ -34,9 +34,7 @@ public:
     IconvCodec(const IconvCodec&) = delete;
     IconvCodec& operator=(const IconvCodec&) = delete;
 
-    bool is_open() const {
-        return open;
-    }
+    bool is_open() const { return open; }
 
     // The unit of a code (a byte, or first byte * 256 + second); 0 where it isn't one character.
     int decode(int code) const {
@@ -56,9 +54,7 @@ private:
 #ifdef __GLIBC__
     using Handle = iconv_t;
 
-    static Handle none() {
-        return reinterpret_cast<Handle>(-1);
-    }
+    static Handle none() { return reinterpret_cast<Handle>(-1); }
 
     // Empty if the input isn't a whole character, or isn't one in the other encoding.
     static std::string convert(Handle handle, std::string input) {
@@ -74,14 +70,10 @@ private:
 #else
     using Handle = void*;
 
-    static std::string convert(Handle, const std::string&) {
-        return {};
-    }
+    static std::string convert(Handle, const std::string&) { return {}; }
 #endif
 
-    static char char_of(int byte) {
-        return static_cast<char>(byte & 0xFF);
-    }
+    static char char_of(int byte) { return static_cast<char>(byte & 0xFF); }
 
     static int number_of(const std::string& bytes) {
         int number = 0;

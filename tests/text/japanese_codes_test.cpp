@@ -7,9 +7,7 @@
 namespace qvox {
 namespace {
 
-bool is_private_use(int unit) {
-    return unit >= 0xE000 && unit < 0xF900;
-}
+bool is_private_use(int unit) { return unit >= 0xE000 && unit < 0xF900; }
 
 TEST(JapaneseCodes, ShiftJisAndEucByArithmetic) {
     const struct {
