@@ -1,0 +1,15 @@
+# Options for those who work on qvox itself. The presets set them; users can leave them alone.
+
+option(QVOX_BUILD_TESTS "Build the tests (needs GoogleTest)" OFF)
+option(QVOX_BUILD_BENCH "Build the benchmarks (needs Google Benchmark)" OFF)
+option(QVOX_BUILD_FUZZ "Build the fuzzers (needs clang)" OFF)
+option(QVOX_REQUIRE_ALL "Fail, rather than leave a part out, where a package is missing" OFF)
+option(QVOX_WERROR "Treat warnings as errors" OFF)
+set(QVOX_SANITIZE "" CACHE STRING "Sanitizers to build with, as in \"address,undefined\"")
+
+if(QVOX_SANITIZE)
+  add_compile_options(-fsanitize=${QVOX_SANITIZE} -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  add_link_options(-fsanitize=${QVOX_SANITIZE})
+endif()

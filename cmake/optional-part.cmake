@@ -1,0 +1,23 @@
+# qvox_optional_part(<option> <folder> [PACKAGE <name> DEBIAN <package>...])
+#
+# Adds the folder if the option is on and the CMake package that it needs is there. Without the
+# package the part is left out with a message, or, under QVOX_REQUIRE_ALL, configuring fails.
+macro(qvox_optional_part option folder)
+  cmake_parse_arguments(part "" "PACKAGE" "DEBIAN" ${ARGN})
+  if(${option})
+    if(part_PACKAGE)
+      find_package(${part_PACKAGE} QUIET)
+    endif()
+    if(NOT part_PACKAGE OR ${part_PACKAGE}_FOUND)
+      add_subdirectory(${folder})
+    else()
+      list(JOIN part_DEBIAN " " part_DEBIAN)
+      set(part_message "${part_PACKAGE} was not found (Debian: ${part_DEBIAN})")
+      if(QVOX_REQUIRE_ALL)
+        message(FATAL_ERROR "${folder} cannot be built: ${part_message}")
+      else()
+        message(WARNING "${folder} is left out: ${part_message}")
+      endif()
+    endif()
+  endif()
+endmacro()
