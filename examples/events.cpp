@@ -1,0 +1,38 @@
+// Prints the names of a document's elements, each indented by its depth.
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#include <qvox/qvox.h>
+
+class Outline : public qvox::DefaultHandler {
+    int depth = 0;
+
+    void startElement(const qvox::Xstring&, const qvox::Xstring&, const qvox::Xstring& qName,
+                      const qvox::Attributes&) override {
+        // Texts are UTF-16. What turns them into the terminal's encoding in C++17 is a path.
+        const std::u16string name(qName.data(), qName.data() + qName.length());
+        std::printf("%*s%s\n", 2 * depth++, "", std::filesystem::path(name).string().c_str());
+    }
+    void endElement(const qvox::Xstring&, const qvox::Xstring&, const qvox::Xstring&) override {
+        --depth;
+    }
+    // The library prints the message itself; the exception that ends the parse comes next.
+    void error(const qvox::SAXParseException& place) override {
+        std::fprintf(stderr, "line %d, column %d: ", place.getLineNumber(),
+                     place.getColumnNumber());
+    }
+};
+
+int main(int argc, char** argv) {
+    Outline outline;
+    qvox::SAXParser parser;
+    parser.setContentHandler(&outline);
+    parser.setErrorHandler(&outline);
+    try {
+        parser.parse(argc == 2 ? argv[1] : "");
+    } catch (const qvox::QVOXException& exception) {
+        std::fprintf(stderr, "error %d\n", exception.getCode());
+        return 1;
+    }
+}

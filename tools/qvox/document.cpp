@@ -1,0 +1,102 @@
+#include "document.h"
+
+#include <algorithm>
+#include <exception>
+
+#include "output.h"
+
+namespace {
+
+// Notes the place of an error, for the duration of a parse, and passes everything on to the error
+// handler that the parser had.
+class PlaceRecorder final : public qvox::ErrorHandler {
+public:
+    PlaceRecorder(qvox::SAXParser& watchedParser, Failure& noted)
+        : parser(watchedParser), next(watchedParser.getErrorHandler()), failure(noted) {
+        parser.setErrorHandler(this);
+    }
+    PlaceRecorder(const PlaceRecorder&) = delete;
+    PlaceRecorder& operator=(const PlaceRecorder&) = delete;
+    ~PlaceRecorder() { parser.setErrorHandler(next); }
+
+    void error(const qvox::SAXParseException& exception) override {
+        note(exception);
+        if (next != nullptr) next->error(exception);
+    }
+    void fatalError(const qvox::SAXParseException& exception) override {
+        note(exception);
+        if (next != nullptr) next->fatalError(exception);
+    }
+    void warning(const qvox::SAXParseException& exception) override {
+        if (next != nullptr) next->warning(exception);
+    }
+
+private:
+    void note(const qvox::SAXParseException& exception) {
+        failure.line = exception.getLineNumber();
+        failure.column = exception.getColumnNumber();
+    }
+
+    qvox::SAXParser& parser;
+    qvox::ErrorHandler* next;
+    Failure& failure;
+};
+
+// What stands around the name of the file in the library's messages. The name is looked for with
+// its surroundings, because its last byte, misread, may swallow the byte behind it.
+struct Surroundings {
+    const char* before;
+    const char* after;
+};
+
+constexpr Surroundings NAME_SURROUNDINGS[] = {
+    {"", " : "},    // grammar
+    {" : ", " ("},  // lexer
+    {"(", ")"},     // opening
+};
+
+}  // namespace
+
+std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string& fileName) {
+    Failure failure;
+    const PlaceRecorder recorder(parser, failure);
+    try {
+        parser.parse(fileName.c_str());
+        return std::nullopt;
+    } catch (const qvox::QVOXException& exception) {
+        append_message(failure.message, exception.getMessage(), fileName, Style::PLAIN);
+    } catch (const std::exception& exception) {
+        failure.message = exception.what();
+    }
+    return failure;
+}
+
+std::string describe(const std::string& fileName, const Failure& failure) {
+    std::string text;
+    escape_file_name(text, fileName, Style::PLAIN);
+    if (failure.line > 0) {
+        text += ':' + std::to_string(failure.line) + ':' + std::to_string(failure.column);
+    }
+    return text + ": " + failure.message + '\n';
+}
+
+void append_message(std::string& out, const qvox::Xstring& message, const std::string& fileName,
+                    Style style) {
+    const unsigned short* const text = message.data();
+    const unsigned short* const end = text + message.length();
+    for (const Surroundings& around : NAME_SURROUNDINGS) {
+        const qvox::Xstring misread((around.before + fileName + around.after).c_str());
+        const unsigned short* const found =
+            std::search(text, end, misread.data(), misread.data() + misread.length());
+        if (found == end) continue;
+
+        const unsigned short* const behind = found + misread.length();
+        escape_units(out, text, static_cast<int>(found - text), style);
+        out += around.before;
+        escape_file_name(out, fileName, style);
+        out += around.after;
+        escape_units(out, behind, static_cast<int>(end - behind), style);
+        return;
+    }
+    escape_units(out, text, message.length(), style);
+}

@@ -1,0 +1,27 @@
+// One document: its parse, and what is said of a failure.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <qvox/qvox.h>
+
+#include "escape.h"
+
+struct Failure {
+    int line = 0;  // 0 where the failure has no place, as with a file that can't be opened
+    int column = 0;
+    std::string message;  // in UTF-8, escaped
+};
+
+// Parses the file of exactly this name with the parser's handlers. Returns what went wrong, if
+// anything did. Lets WriteError through.
+std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string& fileName);
+
+// "FILE:LINE:COLUMN: message", or "FILE: message", with a line feed.
+std::string describe(const std::string& fileName, const Failure& failure);
+
+// Appends a message of the library about the file. The library repeats the name of the file in some
+// of them as if it were Shift_JIS; here the name is itself.
+void append_message(std::string& out, const qvox::Xstring& message, const std::string& fileName,
+                    Style style);

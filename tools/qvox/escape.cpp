@@ -1,0 +1,158 @@
+#include "escape.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <iterator>
+#include <string_view>
+
+namespace {
+
+struct Range {
+    char32_t first;
+    char32_t last;
+};
+
+// What isn't shown as itself: controls, blanks other than U+0020 and the ideographic one, what a
+// terminal leaves out or takes for an instruction, surrogates and noncharacters.
+constexpr Range HIDDEN[] = {
+    {0x00, 0x1F},       {0x7F, 0xA0},       {0xAD, 0xAD},       {0x34F, 0x34F},   {0x61C, 0x61C},
+    {0x115F, 0x1160},   {0x1680, 0x1680},   {0x17B4, 0x17B5},   {0x180B, 0x180F}, {0x2000, 0x200F},
+    {0x2028, 0x202F},   {0x205F, 0x206F},   {0x2800, 0x2800},   {0x3164, 0x3164}, {0xD800, 0xDFFF},
+    {0xFDD0, 0xFDEF},   {0xFE00, 0xFE0F},   {0xFEFF, 0xFEFF},   {0xFFA0, 0xFFA0}, {0xFFF0, 0xFFFB},
+    {0x1BCA0, 0x1BCA3}, {0x1D173, 0x1D17A}, {0xE0000, 0xE0FFF},
+};
+
+bool is_hidden(char32_t character) {
+    if ((character & 0xFFFE) == 0xFFFE) return true;  // the last two of each plane
+    const auto* const range = std::lower_bound(
+        std::begin(HIDDEN), std::end(HIDDEN), character,
+        [](const Range& candidate, char32_t wanted) { return candidate.last < wanted; });
+    return range != std::end(HIDDEN) && range->first <= character;
+}
+
+void append_utf8(std::string& out, char32_t character) {
+    const auto append = [&out](char32_t byte) { out += static_cast<char>(byte); };
+    if (character < 0x80) {
+        append(character);
+        return;
+    }
+    if (character < 0x800) {
+        append(0xC0 | character >> 6);
+    } else {
+        if (character < 0x10000) {
+            append(0xE0 | character >> 12);
+        } else {
+            append(0xF0 | character >> 18);
+            append(0x80 | (character >> 12 & 0x3F));
+        }
+        append(0x80 | (character >> 6 & 0x3F));
+    }
+    append(0x80 | (character & 0x3F));
+}
+
+void append_hexadecimal(std::string& out, std::uint_least32_t number) {
+    char digits[8];
+    out.append(digits, std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr);
+}
+
+void append_escaped(std::string& out, char32_t character, Style style) {
+    switch (character) {
+        case '\t': out += "\\t"; return;
+        case '\n': out += "\\n"; return;
+        case '\r': out += "\\r"; return;
+        case '\\':
+        case '"':
+            if (style == Style::QUOTED) out += '\\';
+            break;
+        default: break;
+    }
+    if (is_hidden(character)) {
+        out += "\\u{";
+        append_hexadecimal(out, character);
+        out += '}';
+    } else {
+        append_utf8(out, character);
+    }
+}
+
+// Takes one character, or half of one, from the front of the units.
+char32_t next_character(const unsigned short*& unit, const unsigned short* end) {
+    const char32_t first = *unit++;
+    const bool isPair =
+        first >= 0xD800 && first <= 0xDBFF && unit != end && *unit >= 0xDC00 && *unit <= 0xDFFF;
+    return isPair ? 0x10000 + ((first - 0xD800) << 10) + (*unit++ - 0xDC00U) : first;
+}
+
+struct Utf8Form {
+    unsigned char mask;  // of the bits that tell the form
+    unsigned char lead;  // what they are
+    std::size_t size;
+    char32_t least;  // below it the form is longer than it need be
+};
+
+constexpr Utf8Form UTF8_FORMS[] = {
+    {0x80, 0x00, 1, 0},
+    {0xE0, 0xC0, 2, 0x80},
+    {0xF0, 0xE0, 3, 0x800},
+    {0xF8, 0xF0, 4, 0x10000},
+};
+
+// The number of bytes of the character in front, which is put into `character`; 0 where the bytes
+// are no UTF-8.
+std::size_t decode_utf8(std::string_view bytes, char32_t& character) {
+    const auto lead = static_cast<unsigned char>(bytes[0]);
+    const auto* const form = std::find_if(
+        std::begin(UTF8_FORMS), std::end(UTF8_FORMS),
+        [lead](const Utf8Form& candidate) { return (lead & candidate.mask) == candidate.lead; });
+    if (form == std::end(UTF8_FORMS) || bytes.size() < form->size) return 0;
+
+    character = lead & ~static_cast<char32_t>(form->mask);
+    for (std::size_t i = 1; i < form->size; ++i) {
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        if ((byte & 0xC0) != 0x80) return 0;
+        character = character << 6 | (byte & 0x3F);
+    }
+    const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
+    return character < form->least || character > 0x10FFFF || isSurrogate ? 0 : form->size;
+}
+
+[[maybe_unused]] void escape_bytes(std::string& out, std::string_view bytes, Style style) {
+    while (!bytes.empty()) {
+        char32_t character = 0;
+        const std::size_t size = decode_utf8(bytes, character);
+        if (size == 0) {
+            out += "\\x";  // two digits will follow, since all below 0x80 is UTF-8
+            append_hexadecimal(out, static_cast<unsigned char>(bytes[0]));
+        } else {
+            append_escaped(out, character, style);
+        }
+        bytes.remove_prefix(std::max<std::size_t>(size, 1));
+    }
+}
+
+}  // namespace
+
+void escape_units(std::string& out, const unsigned short* units, int count, Style style) {
+    const unsigned short* const end = units + count;
+    while (units != end) append_escaped(out, next_character(units, end), style);
+}
+
+void escape_file_name(std::string& out, const std::string& name, Style style) {
+#ifdef _WIN32
+    const qvox::Xstring text(name.c_str());
+    escape_units(out, text.data(), text.length(), style);
+#else
+    escape_bytes(out, name, style);
+#endif
+}
+
+void quote(std::string& out, const qvox::Xstring& text) {
+    if (text.isNull()) {
+        out += "null";
+        return;
+    }
+    out += '"';
+    escape_units(out, text.data(), text.length(), Style::QUOTED);
+    out += '"';
+}

@@ -1,0 +1,27 @@
+// What the program itself says on standard output.
+#pragma once
+
+#include <cstdio>
+#include <string_view>
+
+// Standard output doesn't take what is written. Not of the library's family, so that it passes
+// through a parse from a handler to main as it is.
+struct WriteError {
+    int systemCode;  // errno
+
+    // Whoever read the output has left, which calls for no message.
+    bool readerIsGone() const;
+};
+
+class Output {
+public:
+    explicit Output(std::FILE* openStream) : stream(openStream) {}
+
+    // All three throw WriteError. Nothing may be written behind close().
+    void write(std::string_view text);
+    void flush();
+    void close();
+
+private:
+    std::FILE* stream;
+};
