@@ -1,0 +1,62 @@
+/// \file
+/// Builds the bytes of a document and counts what is in it.
+#ifndef QVOX_BENCH_DOCUMENT_BUILDER_H
+#define QVOX_BENCH_DOCUMENT_BUILDER_H
+
+#include <string>
+#include <string_view>
+
+#include "encodings.h"
+#include "tally.h"
+
+namespace bench {
+
+/// What a document holds, so that every parser's tally can be checked. Namespace declarations are
+/// counted apart, since some parsers report them as attributes.
+struct Contents {
+    /// What a parser has to report.
+    Tally expected(LengthUnit unit, bool declarationsAreAttributes) const;
+
+    long elements = 0;
+    long attributes = 0;
+    long declarations = 0;
+    long valueUnits = 0;
+    long valueUtf8Bytes = 0;
+    /// In ASCII, so that units and bytes are the same.
+    long declarationUnits = 0;
+    long textUnits = 0;
+    long textUtf8Bytes = 0;
+};
+
+/// Writes one document from front to back. Names are ASCII; values need no escaping, text is
+/// escaped here. Well-formedness is the caller's.
+class DocumentBuilder {
+public:
+    /// Begins with the XML declaration, and in UTF-16 with a byte order mark.
+    explicit DocumentBuilder(Encoding encoding);
+
+    DocumentBuilder& openTag(std::string_view name);
+    DocumentBuilder& attribute(std::string_view name, std::u16string_view value);
+    DocumentBuilder& declareNamespace(std::string_view name, std::string_view uri);
+    DocumentBuilder& closeTag();
+    DocumentBuilder& closeEmptyTag();
+    DocumentBuilder& endTag(std::string_view name);
+    DocumentBuilder& text(std::u16string_view content);
+
+    /// An element with nothing but text.
+    DocumentBuilder& element(std::string_view name, std::u16string_view content);
+
+    const std::string& bytes() const { return document; }
+    const Contents& contents() const { return counted; }
+
+private:
+    void markup(std::string_view ascii);
+
+    Encoder encoder;
+    std::string document;
+    Contents counted;
+};
+
+}  // namespace bench
+
+#endif

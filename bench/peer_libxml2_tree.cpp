@@ -1,0 +1,91 @@
+#include <cstring>
+#include <stdexcept>
+
+#include <libxml/parser.h>
+#include <libxml/tree.h>
+#include <libxml/xpath.h>
+
+#include "tree_libraries.h"
+#include "tree_walk.h"
+
+namespace bench {
+namespace {
+
+struct Links {
+    static xmlNode* firstChild(const xmlNode* node) { return node->children; }
+    static xmlNode* nextSibling(const xmlNode* node) { return node->next; }
+    static xmlNode* parent(const xmlNode* node) { return node->parent; }
+};
+
+long lengthOf(const xmlChar* text) {
+    return text == nullptr ? 0
+                           : static_cast<long>(std::strlen(reinterpret_cast<const char*>(text)));
+}
+
+void count(const xmlNode* node, Tally& tally) {
+    if (node->type == XML_TEXT_NODE) {
+        tally.textLength += lengthOf(node->content);
+    } else if (node->type == XML_ELEMENT_NODE) {
+        ++tally.elements;
+        for (const xmlAttr* one = node->properties; one != nullptr; one = one->next) {
+            ++tally.attributes;
+            // A value without references is one text.
+            if (one->children != nullptr) tally.valueLength += lengthOf(one->children->content);
+        }
+    }
+}
+
+Tally countAll(xmlNode* root) {
+    Tally tally;
+    walkTree<Links>(root, [&tally](const xmlNode* node) { count(node, tally); });
+    return tally;
+}
+
+struct FreeDocument {
+    void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
+};
+struct FreeContext {
+    void operator()(xmlXPathContext* context) const { xmlXPathFreeContext(context); }
+};
+struct FreeObject {
+    void operator()(xmlXPathObject* object) const { xmlXPathFreeObject(object); }
+};
+
+class LibxmlTree : public LoadedTree {
+public:
+    explicit LibxmlTree(const char* fileName) : document(xmlReadFile(fileName, nullptr, 0)) {
+        if (!document) throw std::runtime_error(std::string("libxml2: cannot read ") + fileName);
+    }
+
+    Tally walk() override { return countAll(xmlDocGetRootElement(document.get())); }
+
+    long search() override {
+        const std::unique_ptr<xmlXPathContext, FreeContext> context(
+            xmlXPathNewContext(document.get()));
+        const std::unique_ptr<xmlXPathObject, FreeObject> found(
+            xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>("//*"), context.get()));
+        return found->nodesetval->nodeNr;
+    }
+
+    Tally clone(bool counted) override {
+        constexpr int withAllBelow = 1;
+        xmlNode* const copy =
+            xmlDocCopyNode(xmlDocGetRootElement(document.get()), document.get(), withAllBelow);
+        if (copy == nullptr) throw std::runtime_error("libxml2: cannot copy");
+        const Tally tally = counted ? countAll(copy) : Tally();
+        xmlFreeNode(copy);
+        return tally;
+    }
+
+private:
+    std::unique_ptr<xmlDoc, FreeDocument> document;
+};
+
+const TreeLibraryRegistration registration(
+    {"libxml2", "tree by xmlReadFile, search by XPath //*", LengthUnit::Utf8Byte, false, true,
+     [](const char* fileName) -> std::unique_ptr<LoadedTree> {
+         return std::make_unique<LibxmlTree>(fileName);
+     }});
+
+}  // namespace
+}  // namespace bench

@@ -1,0 +1,66 @@
+#include <cstring>
+#include <pugixml.hpp>
+#include <stdexcept>
+#include <string>
+
+#include "tree_libraries.h"
+#include "tree_walk.h"
+
+namespace bench {
+namespace {
+
+struct Links {
+    static pugi::xml_node firstChild(pugi::xml_node node) { return node.first_child(); }
+    static pugi::xml_node nextSibling(pugi::xml_node node) { return node.next_sibling(); }
+    static pugi::xml_node parent(pugi::xml_node node) { return node.parent(); }
+};
+
+void count(pugi::xml_node node, Tally& tally) {
+    if (node.type() == pugi::node_pcdata) {
+        tally.textLength += static_cast<long>(std::strlen(node.value()));
+    } else if (node.type() == pugi::node_element) {
+        ++tally.elements;
+        for (const pugi::xml_attribute one : node.attributes()) {
+            ++tally.attributes;
+            tally.valueLength += static_cast<long>(std::strlen(one.value()));
+        }
+    }
+}
+
+Tally countAll(pugi::xml_node root) {
+    Tally tally;
+    walkTree<Links>(root, [&tally](pugi::xml_node node) { count(node, tally); });
+    return tally;
+}
+
+class PugixmlTree : public LoadedTree {
+public:
+    explicit PugixmlTree(const char* fileName) {
+        const pugi::xml_parse_result result =
+            document.load_file(fileName, pugi::parse_full | pugi::parse_ws_pcdata);
+        if (!result) throw std::runtime_error(std::string("pugixml: ") + result.description());
+    }
+
+    Tally walk() override { return countAll(document); }
+
+    long search() override { return static_cast<long>(document.select_nodes("//*").size()); }
+
+    Tally clone(bool counted) override {
+        const pugi::xml_node copy = document.append_copy(document.document_element());
+        const Tally tally = counted ? countAll(copy) : Tally();
+        document.remove_child(copy);
+        return tally;
+    }
+
+private:
+    pugi::xml_document document;
+};
+
+const TreeLibraryRegistration registration(
+    {"pugixml", "load_file, all nodes kept, no namespaces, search by XPath //*",
+     LengthUnit::Utf8Byte, true, false, [](const char* fileName) -> std::unique_ptr<LoadedTree> {
+         return std::make_unique<PugixmlTree>(fileName);
+     }});
+
+}  // namespace
+}  // namespace bench

@@ -1,0 +1,73 @@
+/// \file
+/// The libraries that are compared at their trees. Each registers itself, so that one that isn't
+/// installed is simply not there.
+#ifndef QVOX_BENCH_TREE_LIBRARIES_H
+#define QVOX_BENCH_TREE_LIBRARIES_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "document_builder.h"
+#include "encodings.h"
+#include "tally.h"
+
+namespace bench {
+
+/// A document in memory, freed by the destructor.
+class LoadedTree {
+public:
+    LoadedTree() = default;
+    LoadedTree(const LoadedTree&) = delete;
+    LoadedTree& operator=(const LoadedTree&) = delete;
+    virtual ~LoadedTree() = default;
+
+    /// Goes from node to node by the links between them, in document order, and counts what it
+    /// sees.
+    virtual Tally walk() = 0;
+    /// The number of elements, by the library's search for all of them.
+    virtual long search() = 0;
+    /// Copies the document element with all below it, counts the copy if asked to, and frees it.
+    virtual Tally clone(bool counted) = 0;
+};
+
+/// One way to get a tree from a file.
+struct TreeLibrary {
+    std::string name;
+    /// How it is used, for the reader of the tables.
+    std::string note;
+    LengthUnit lengthUnit;
+    bool declarationsAreAttributes;
+    /// Whether it reads Shift_JIS, EUC-JP and ISO-2022-JP; UTF-8 and UTF-16 go without saying.
+    bool readsJapaneseCodes;
+    /// Raises std::runtime_error where the library refuses the document.
+    std::unique_ptr<LoadedTree> (*load)(const char* fileName);
+
+    bool reads(Encoding encoding) const {
+        return readsJapaneseCodes || encoding == Encoding::Utf8 || encoding == Encoding::Utf16;
+    }
+
+    /// What a walk over a document with these contents has to give.
+    Tally expected(const Contents& contents) const {
+        return contents.expected(lengthUnit, declarationsAreAttributes);
+    }
+};
+
+/// The argument that makes the program load and free one tree, as in "--one-tree LIBRARY FILE".
+inline constexpr const char* oneTreeOption = "--one-tree";
+
+/// All registered libraries, ours first.
+const std::vector<TreeLibrary>& treeLibraries();
+
+/// Raises std::invalid_argument for an unknown name.
+const TreeLibrary& treeLibrary(const std::string& name);
+
+/// A static object of this type registers a library.
+class TreeLibraryRegistration {
+public:
+    explicit TreeLibraryRegistration(const TreeLibrary& library);
+};
+
+}  // namespace bench
+
+#endif

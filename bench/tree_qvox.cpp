@@ -1,0 +1,78 @@
+#include <stdexcept>
+
+#include <qvox/qvox.h>
+
+#include "tree_libraries.h"
+#include "tree_walk.h"
+
+namespace bench {
+namespace {
+
+struct Links {
+    static qvox::Node* firstChild(const qvox::Node* node) { return node->getFirstChild(); }
+    static qvox::Node* nextSibling(const qvox::Node* node) { return node->getNextSibling(); }
+    static qvox::Node* parent(const qvox::Node* node) { return node->getParentNode(); }
+};
+
+void count(const qvox::Node* node, Tally& tally) {
+    switch (node->getNodeType()) {
+        case qvox::Node::ELEMENT_NODE: {
+            ++tally.elements;
+            const qvox::NamedNodeMap* const attributes = node->getAttributes();
+            const int attributeCount = attributes->getLength();
+            tally.attributes += attributeCount;
+            for (int i = 0; i < attributeCount; ++i) {
+                tally.valueLength += attributes->item(i)->getNodeValue().length();
+            }
+            break;
+        }
+        case qvox::Node::TEXT_NODE: tally.textLength += node->getNodeValue().length(); break;
+        default: break;
+    }
+}
+
+Tally countAll(qvox::Node* root) {
+    Tally tally;
+    walkTree<Links>(root, [&tally](const qvox::Node* node) { count(node, tally); });
+    return tally;
+}
+
+class QvoxTree : public LoadedTree {
+public:
+    explicit QvoxTree(const char* fileName) : document(parser.parse(fileName)) {}
+    ~QvoxTree() override { parser.free(document); }
+
+    Tally walk() override { return countAll(document); }
+
+    long search() override {
+        qvox::NodeList* const found = document->getElementsByTagName("*");
+        const int length = found->getLength();
+        parser.free(found);
+        return length;
+    }
+
+    Tally clone(bool counted) override {
+        qvox::Node* const copy = document->getDocumentElement()->cloneNode(true);
+        const Tally tally = counted ? countAll(copy) : Tally();
+        parser.freeNode(copy);
+        return tally;
+    }
+
+private:
+    qvox::DOMParser parser;
+    qvox::Document* document;
+};
+
+std::unique_ptr<LoadedTree> load(const char* fileName) {
+    try {
+        return std::make_unique<QvoxTree>(fileName);
+    } catch (const qvox::QVOXException& failure) {
+        throw std::runtime_error(std::string("qvox: ") + failure.getMessage().ascii_str());
+    }
+}
+
+const TreeLibraryRegistration registration({"qvox", "DOM with namespaces, as by default",
+                                            LengthUnit::Unit16, true, true, load});
+
+}  // namespace
+}  // namespace bench
