@@ -10,6 +10,9 @@
 namespace qvox {
 
 class Document;
+class DOMImplementation;
+class Node;
+class NodeList;
 class ParserImpl;
 
 /// \name Features
@@ -52,14 +55,18 @@ inline constexpr const char* PROPERTY_DOM_NODE = "http://www.w3.org/dom/Node";
 /// process-wide lock lets one parse run at a time: a second one waits, without time-out. One parser
 /// object is for one thread at a time.
 ///
-/// A parse accepts UTF-8, UTF-16 with or without byte order mark, and by its XML declaration
-/// Shift_JIS, EUC-JP and ISO-2022-JP. It doesn't validate. It ends at the first error with a
+/// A parse accepts UTF-8 (ASCII and three-byte characters), UTF-16 with a byte order mark or
+/// beginning with "<?", and by its XML declaration Shift_JIS, EUC-JP and ISO-2022-JP. A file of
+/// fewer than four bytes is refused. It doesn't validate. It ends at the first error with a
 /// QVOXException; every warning and error is also a line on standard output. These bounds hold, and
 /// passing one is an error of the document like any other:
 ///  - open elements: close to 5000;
 ///  - inputs open at a time (files and entity texts inside each other): 1024;
 ///  - replacement text of entities: up to 16,777,216 units without condition, beyond that at most
-///    100 times the bytes read from files (the units of a document in memory).
+///    100 times the bytes read from files (the units of a document in memory). Declared defaults
+///    that tags take count too; the opening of an external entity counts 128 units, and so does all
+///    of its text from the second reading on; a definition that a further attribute-list
+///    declaration of the same element repeats counts 64.
 /// Names, values, comments and texts may be as long as memory allows.
 class QVOX_API Parser {
 public:
@@ -142,6 +149,90 @@ private:
     ErrorHandler* errorHandler = nullptr;
     LexicalHandler* lexicalHandler = nullptr;
     DeclHandler* declHandler = nullptr;
+};
+
+/// Reads a document into a tree (DOM Level 2), writes trees, and frees what callers own. Text of
+/// entities stands in the tree where the references were. Warnings of a parse are lines on standard
+/// output only.
+class QVOX_API DOMParser : public Parser {
+public:
+    /// With FEATURE_NAMESPACE_PREFIXES true, so that trees have their `xmlns` attributes.
+    DOMParser();
+    ~DOMParser() = default;
+
+    /// The document in the file named by the source's system identifier. It is the caller's, to be
+    /// freed with free(), and doesn't depend on the parser. Raises QVOXException as
+    /// SAXParser::parse does; a failed parse leaves no tree.
+    Document* parse(InputSource& source);
+    /// The same for a file name in Shift_JIS.
+    Document* parse(const char* fileName);
+    /// The same for a document in memory: 16-bit units up to a NUL, which stay the caller's and
+    /// must not be declared as anything but "UTF-16". An external subset is not read.
+    Document* parse(unsigned short* text);
+
+    /// A new, empty document, the caller's.
+    Document* createDocument();
+    /// The one implementation of the process.
+    DOMImplementation* getImplementation() const;
+
+    /// \name Writing
+    /// A tree as markup, as it stands, in UTF-16, Shift_JIS or EUC-JP; the tree is not changed. In
+    /// text and attribute values `<`, `>`, `&` and both quotes become references; nothing else is
+    /// escaped. An entity reference becomes `&name;`. All declarations of a document type, those of
+    /// its external subset too, stand in its brackets; its comments and processing instructions are
+    /// left out.
+    ///
+    /// The XML declaration is the first child if that is a processing instruction "xml". Where the
+    /// output has to be declared in another encoding it is written with that name; a document
+    /// without a declaration is written without one.
+    ///
+    /// What comes out can be read again, but for these: a character that the encoding doesn't have,
+    /// which becomes `?`, and names that the reader doesn't accept; half a surrogate pair in
+    /// UTF-16;
+    /// `]]>` in text (the parsers refuse it in any form) and a carriage return (they take it for a
+    /// line feed); a double quote in an entity's value, in an attribute's default or in an
+    /// identifier. Data that a caller has put into comments, processing instructions and CDATA
+    /// sections is not looked at. A document type with a system identifier has the declarations of
+    /// its subset twice in effect, and the second reading warns of them.
+    ///
+    /// Several threads may write one tree; it must not change meanwhile. Depth costs no stack. All
+    /// raise QVOXException FILE_WRITE_ERR for a null document and for output that can't be written,
+    /// and FILE_OPEN_ERR for a file that can't be opened; a file that was begun is closed and stays
+    /// as far as it got.
+    /// @{
+
+    /// Writes a file in the encoding that the declaration names. Any name but "UTF-16", "Shift_JIS"
+    /// and "EUC-JP", in any case, and none at all give Shift_JIS, undeclared: then only ASCII can
+    /// be read again. A file in UTF-16 has a byte order mark and the machine's byte order. A line
+    /// feed in the tree becomes CR LF.
+    ///
+    /// A null file name writes Shift_JIS to standard output, for people to read: markup that
+    /// doesn't follow text stands on a line of its own, indented by two blanks for each open
+    /// element, and a line break stands in front and at the end.
+    void write(Document* document, const char* fileName);
+    /// The same in the encoding of that name, with that name in the declaration: in the place of
+    /// the one that is there, else at its end, where behind `standalone` the parsers refuse it. A
+    /// null name is the declared one; a null file name is a file that can't be opened.
+    void write(Document* document, const char* fileName, const char* encoding);
+    /// Writes UTF-16 into memory, declared as such, without a mark and with line feeds as they are.
+    /// `*length` is the size of the buffer in bytes; what doesn't fit is left out, and the
+    /// terminating NUL too if it doesn't. For a null buffer `*length` becomes the size that the
+    /// text and its NUL need; more than an int can hold is a FILE_WRITE_ERR, as is a buffer with a
+    /// null `length`. Nothing happens where both are null.
+    void write(Document* document, unsigned short* buffer, int* length);
+    /// @}
+
+    /// Frees a document with all that is attached to it, its search results, and nodes that nobody
+    /// else could free. Ranges, iterators and walkers on it have to be freed before. Null is
+    /// ignored.
+    void free(Document* document);
+    /// Frees a node without parent, with all that hangs from it. Raises QVOXException FREE_ERR for
+    /// a node with a parent. Null is ignored.
+    void freeNode(Node* node);
+    /// Frees the result list of a search. Raises QVOXException FREE_ERR for any other list.
+    void free(NodeList* list);
+
+    Type getType() const override { return DOM_PARSER; }
 };
 
 }  // namespace qvox

@@ -25,7 +25,7 @@ public:
     virtual int getIndex(const Xstring& uri, const Xstring& localName) const = 0;
     virtual int getIndex(const Xstring& qName) const = 0;
     virtual int getLength() const = 0;
-    /// Null while namespaces are off.
+    /// Null while namespaces are off, but for an xmlns attribute, which has the local name "xmlns".
     virtual const Xstring& getLocalName(int index) const = 0;
     /// The name as it stood in the document.
     virtual const Xstring& getQName(int index) const = 0;
@@ -87,6 +87,8 @@ public:
     /// All the text between two pieces of markup in one call, references replaced; the text of a
     /// CDATA section likewise. White space between elements comes here too. A text of more than
     /// 8192 units is a bulk string over the parser's own memory: copy it to keep it.
+    /// Up to that length a CR, which only a character reference can give, is LF here; a longer text
+    /// keeps it.
     virtual void characters(const Xstring& text) = 0;
     virtual void endDocument() = 0;
     virtual void endElement(const Xstring& uri, const Xstring& localName, const Xstring& qName) = 0;
@@ -141,7 +143,7 @@ protected:
 class QVOX_API ErrorHandler {
 public:
     /// An error in the document, well-formedness included. The parse ends with an exception when
-    /// this returns.
+    /// this returns. A parse that the handler itself starts is refused without being told here.
     virtual void error(const SAXParseException& exception) = 0;
     /// A failure that ends the process when this returns. No document causes it.
     virtual void fatalError(const SAXParseException& exception) = 0;

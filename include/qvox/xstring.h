@@ -134,11 +134,11 @@ public:
     /// Each has a form that fills the caller's buffer and returns it, and a form that returns a
     /// buffer of the library. The latter is overwritten by the next conversion of any string in the
     /// process and freed with the last parser: don't free it, and don't use that form where two
-    /// threads may convert at a time. A result is NUL-terminated and has CR LF for each LF. A
-    /// character that the encoding doesn't have becomes `?`.
+    /// threads may convert at a time. A result is NUL-terminated. In the Japanese encodings it has
+    /// CR LF for each LF, and `?` for a character that the encoding doesn't have.
     /// @{
 
-    /// The low byte of each unit, unchecked. Needs length() + 1 bytes.
+    /// The low byte of each unit, unchecked, line ends as they are. Needs length() + 1 bytes.
     char* ascii_str(char* buffer) const;
     char* ascii_str() const;
     /// EUC-JP. Needs 2 * length() + 1 bytes.

@@ -1,0 +1,34 @@
+// The concrete text nodes.
+#pragma once
+
+#include <qvox/dom.h>
+
+#include "text/wide.h"
+
+namespace qvox {
+
+class TextImpl final : public Text {
+public:
+    // A null text leaves the node without data.
+    TextImpl(const Unit* text, Document* document) : Text(text, document) {}
+
+    int getNodeType() const override { return TEXT_NODE; }
+    Text* splitText(int offset) override;
+};
+
+class CDATASectionImpl final : public CDATASection {
+public:
+    CDATASectionImpl(const Unit* text, Document* document) : CDATASection(text, document) {}
+
+    int getNodeType() const override { return CDATA_SECTION_NODE; }
+    Text* splitText(int offset) override;
+};
+
+class CommentImpl final : public Comment {
+public:
+    CommentImpl(const Unit* text, Document* document) : Comment(text, document) {}
+
+    int getNodeType() const override { return COMMENT_NODE; }
+};
+
+}  // namespace qvox

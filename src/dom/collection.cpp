@@ -1,0 +1,152 @@
+#include "dom/collection.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "dom/owned_nodes.h"
+#include "runtime/allocation.h"
+
+namespace qvox {
+
+namespace {
+
+constexpr unsigned FIRST_ARRAY = 4;
+
+}  // namespace
+
+NodeCollection::~NodeCollection() {
+    destroyNodes();
+    if (items != onlyItem) qvox_free(items);
+}
+
+bool NodeCollection::holds(const Node* node) const {
+    return node != nullptr && node->holder == this;
+}
+
+Node* NodeCollection::after(const Node* node) const {
+    return node->position + 1 < last ? items[node->position + 1] : nullptr;
+}
+
+Node* NodeCollection::before(const Node* node) const {
+    return node->position > first ? items[node->position - 1] : nullptr;
+}
+
+void NodeCollection::reserve(std::size_t count) {
+    if (count <= capacity) return;
+    auto** larger = static_cast<Node**>(qvox_malloc(count * sizeof(Node*)));
+    std::memcpy(larger, items, last * sizeof(Node*));
+    if (items != onlyItem) qvox_free(items);
+    items = larger;
+    capacity = static_cast<unsigned>(count);
+}
+
+// Makes the slot behind the nodes a free one. Nodes that have left at the front leave their slots
+// to the others when they are many.
+void NodeCollection::growBack() {
+    if (last < capacity) return;
+    if (first > capacity / 2) {
+        const unsigned gap = first;
+        first = 0;
+        for (unsigned i = 0; i + gap < last; ++i) moveTo(i, items[i + gap]);
+        last -= gap;
+    } else {
+        reserve(std::max(2 * capacity, FIRST_ARRAY));
+    }
+}
+
+void NodeCollection::place(Node* node, unsigned index, Parenthood parenthood) {
+    moveTo(index, node);
+    node->holder = this;
+    node->isChild = parenthood == OWNER_IS_PARENT;
+}
+
+void NodeCollection::moveTo(unsigned index, Node* node) {
+    items[index] = node;
+    node->position = index;
+}
+
+void NodeCollection::forget(Node* node) {
+    node->holder = nullptr;
+    node->isChild = false;
+}
+
+void NodeCollection::append(Node* node, Parenthood parenthood) {
+    release(node);
+    growBack();
+    place(node, last++, parenthood);
+}
+
+// Makes the gap from the nearer end.
+void NodeCollection::insertBefore(Node* node, const Node* ref, Parenthood parenthood) {
+    if (node == ref) return;
+    release(node);
+    if (first > 0 && ref->position - first < last - ref->position) {
+        const unsigned index = ref->position - 1;
+        --first;
+        for (unsigned i = first; i < index; ++i) moveTo(i, items[i + 1]);
+        place(node, index, parenthood);
+    } else {
+        growBack();
+        const unsigned index = ref->position;
+        for (unsigned i = last++; i > index; --i) moveTo(i, items[i - 1]);
+        place(node, index, parenthood);
+    }
+}
+
+void NodeCollection::replace(Node* node, Node* old, Parenthood parenthood) {
+    if (node == old) return;
+    release(node);
+    const unsigned index = old->position;
+    forget(old);
+    place(node, index, parenthood);
+}
+
+void NodeCollection::remove(Node* node) {
+    eraseAt(node->position);
+    forget(node);
+}
+
+// Closes the gap from the nearer end.
+void NodeCollection::eraseAt(unsigned index) {
+    if (index - first < last - 1 - index) {
+        for (unsigned i = index; i > first; --i) moveTo(i, items[i - 1]);
+        ++first;
+    } else {
+        --last;
+        for (unsigned i = index; i < last; ++i) moveTo(i, items[i + 1]);
+    }
+    if (isEmpty()) first = last = 0;
+}
+
+void NodeCollection::removeAll(const std::vector<Node*>& leaving) {
+    for (Node* node : leaving) forget(node);
+    unsigned kept = first;
+    for (unsigned i = first; i < last; ++i) {
+        if (items[i]->holder == this) moveTo(kept++, items[i]);
+    }
+    last = kept;
+}
+
+void NodeCollection::release(Node* node) {
+    if (node->holder != nullptr) node->holder->remove(node);
+}
+
+// Always destroys a node that owns nothing any more, so that no destructor goes deep.
+void NodeCollection::destroyNodes() {
+    NodeCollection* level = this;
+    for (;;) {
+        Node* node = level->back();
+        if (node == nullptr) {
+            if (level == this) return;
+            level = level->owner->holder;
+        } else if (NodeCollection* inner = owned_nodes_of(*node)) {
+            level = inner;
+        } else {
+            --level->last;
+            forget(node);
+            delete node;
+        }
+    }
+}
+
+}  // namespace qvox

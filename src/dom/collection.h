@@ -1,0 +1,72 @@
+// The one structure behind child lists, attribute maps and all else that owns nodes: an ordered
+// array of nodes. Each node knows the collection that has it and its place there, so that a node is
+// never owned twice, a sibling is found in constant time without shared state, and both ends of the
+// array give nodes up in constant time.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include <qvox/dom.h>
+
+namespace qvox {
+
+class NodeCollection {
+public:
+    // What a node in the collection has as its parent.
+    enum Parenthood { OWNER_IS_PARENT, NO_PARENT };
+
+    explicit NodeCollection(Node* collectionOwner)
+        : owner(collectionOwner), items(onlyItem), capacity(1) {}
+    NodeCollection(const NodeCollection&) = delete;
+    NodeCollection& operator=(const NodeCollection&) = delete;
+
+    // Destroys the nodes with all that they own, however deep that goes.
+    void destroyNodes();
+
+    Node* getOwner() const { return owner; }
+    std::size_t size() const { return last - first; }
+    bool isEmpty() const { return last == first; }
+    // Null where the index is out of range.
+    Node* at(std::size_t index) const { return index < size() ? items[first + index] : nullptr; }
+    Node* front() const { return isEmpty() ? nullptr : items[first]; }
+    Node* back() const { return isEmpty() ? nullptr : items[last - 1]; }
+    // Makes room for `count` nodes in all.
+    void reserve(std::size_t count);
+    bool holds(const Node* node) const;
+
+    // The neighbours of a node that the collection holds, or null.
+    Node* after(const Node* node) const;
+    Node* before(const Node* node) const;
+
+    // Each takes the node out of the collection that has it so far. `ref` is in this one.
+    void append(Node* node, Parenthood parenthood);
+    void insertBefore(Node* node, const Node* ref, Parenthood parenthood);
+    // Puts `node` in the place of `old`, which is in this collection and leaves it.
+    void replace(Node* node, Node* old, Parenthood parenthood);
+    void remove(Node* node);
+    // Takes out all nodes of `leaving`, which are here in their order, in one pass.
+    void removeAll(const std::vector<Node*>& leaving);
+
+    // Takes a node out of the collection that has it, if one has.
+    static void release(Node* node);
+
+protected:
+    ~NodeCollection();
+
+private:
+    void place(Node* node, unsigned index, Parenthood parenthood);
+    void moveTo(unsigned index, Node* node);
+    void eraseAt(unsigned index);
+    void growBack();
+    static void forget(Node* node);
+
+    Node* owner;
+    Node** items;        // slots; the one inside this object as long as that is enough
+    unsigned capacity;   // slots that there are
+    unsigned first = 0;  // slots in front of it are free: a node's position counts them
+    unsigned last = 0;   // first free slot behind the nodes
+    Node* onlyItem[1];
+};
+
+}  // namespace qvox

@@ -1,0 +1,115 @@
+#include "dom/copy.h"
+
+#include "dom/attr.h"
+#include "dom/character_data.h"
+#include "dom/document.h"
+#include "dom/document_type.h"
+#include "dom/element.h"
+#include "dom/small_nodes.h"
+#include "dom/tree.h"
+#include "dom/tree_visit.h"
+#include "traversal/tree_walker.h"
+
+namespace qvox {
+
+namespace {
+
+const Unit* units_of(const Xstring& s) { return s.isNull() ? nullptr : s.data(); }
+
+Node* copy_element(const ElementImpl& source, Document* target) {
+    auto* copy = new ElementImpl(units_of(source.getNamespaceURI()), units_of(source.getTagName()),
+                                 source.hasAttributes(), target);
+    const NamedNodeMapImpl& attributes = source.attributeMap();
+    for (std::size_t i = 0; i < attributes.size(); ++i) {
+        Attr* attribute = copy_attribute(static_cast<Attr*>(attributes.at(i)), copy, target);
+        Node* replaced =
+            copy->ownAttributeMap().putItem(attribute, !attribute->getNamespaceURI().isNull());
+        if (replaced != nullptr) delete replaced;
+        if (!copy->attributeMap().holds(attribute)) delete attribute;
+    }
+    return copy;
+}
+
+Node* copy_entity(const Entity& source, Document* target) {
+    return new EntityImpl(units_of(source.getNodeName()), units_of(source.getPublicId()),
+                          units_of(source.getSystemId()), units_of(source.getNotationName()),
+                          target);
+}
+
+Node* copy_document_type(const DocumentTypeImpl& source) {
+    return new DocumentTypeImpl(units_of(source.getName()), units_of(source.getPublicId()),
+                                units_of(source.getSystemId()), source.getImplementation());
+}
+
+// A nested attribute, which a document type may have as a child, is copied; the topmost one isn't.
+Node* copy_below(Node* source, Document* target) {
+    if (source->getNodeType() == Node::ATTRIBUTE_NODE) {
+        return copy_attribute(static_cast<Attr*>(source), nullptr, target);
+    }
+    return cloneShallow(source, target);
+}
+
+void copy_step(TreeVisit& visit) {
+    Node* source = visit.walker->getCurrentNode();
+    Document* target = visit.target != nullptr ? visit.target : source->getOwnerDocument();
+    Node* copy = copy_below(source, target);
+    auto* parentCopy = static_cast<Node*>(visit.current);
+    if (parentCopy != nullptr) Tree::appendChildNoCheck(parentCopy, copy);
+    visit.current = copy;
+}
+
+}  // namespace
+
+Attr* copy_attribute(const Attr* source, Element* owner, Document* target) {
+    const auto& attribute = *static_cast<const AttrImpl*>(source);
+    AttrImpl::Init init;
+    init.namespaceURI = units_of(attribute.getNamespaceURI());
+    init.qualifiedName = units_of(attribute.getName());
+    init.value = units_of(attribute.getValue());
+    init.specified = attribute.getSpecified();
+    init.attributeType = units_of(attribute.getAttributeType());
+    init.defaultValue = units_of(attribute.getDefaultValue());
+    init.ownerElement = owner;
+    return new AttrImpl(init, target);
+}
+
+Node* cloneShallow(Node* source, Document* target) {
+    switch (source->getNodeType()) {
+        case Node::ELEMENT_NODE: return copy_element(*static_cast<ElementImpl*>(source), target);
+        case Node::TEXT_NODE: return new TextImpl(units_of(source->getNodeValue()), target);
+        case Node::CDATA_SECTION_NODE:
+            return new CDATASectionImpl(units_of(source->getNodeValue()), target);
+        case Node::ENTITY_REFERENCE_NODE:
+            return new EntityReferenceImpl(units_of(source->getNodeName()), target);
+        case Node::ENTITY_NODE: return copy_entity(*static_cast<Entity*>(source), target);
+        case Node::PROCESSING_INSTRUCTION_NODE:
+            return new ProcessingInstructionImpl(units_of(source->getNodeName()),
+                                                 units_of(source->getNodeValue()), target);
+        case Node::COMMENT_NODE: return new CommentImpl(units_of(source->getNodeValue()), target);
+        case Node::DOCUMENT_NODE:
+            return new DocumentImpl(static_cast<Document*>(source)->getImplementation());
+        case Node::DOCUMENT_TYPE_NODE:
+            return copy_document_type(*static_cast<DocumentTypeImpl*>(source));
+        case Node::DOCUMENT_FRAGMENT_NODE: return new DocumentFragmentImpl(target);
+        case Node::NOTATION_NODE: {
+            const auto& notation = *static_cast<Notation*>(source);
+            return new NotationImpl(units_of(notation.getNodeName()),
+                                    units_of(notation.getPublicId()),
+                                    units_of(notation.getSystemId()), target);
+        }
+        default: return source;
+    }
+}
+
+Node* copy_tree(Node* source, bool deep, Document* target) {
+    TreeWalkerImpl walker(source, NodeFilter::SHOW_ALL, nullptr, false);
+    TreeVisit visit;
+    visit.pre = copy_step;
+    visit.deep = deep;
+    visit.walker = &walker;
+    visit.target = target;
+    runVisit(visit);
+    return static_cast<Node*>(visit.current);
+}
+
+}  // namespace qvox

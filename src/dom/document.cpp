@@ -1,0 +1,186 @@
+#include "dom/document.h"
+
+#include <utility>
+
+#include "dom/attr.h"
+#include "dom/character_data.h"
+#include "dom/copy.h"
+#include "dom/element.h"
+#include "dom/small_nodes.h"
+#include "dom/tag_search.h"
+#include "dom/tree.h"
+#include "text/char_classes.h"
+#include "traversal/node_iterator.h"
+#include "traversal/tree_walker.h"
+
+namespace qvox {
+
+namespace {
+
+const Unit* units_of(const Xstring& s) { return s.isNull() ? nullptr : s.data(); }
+
+void check_name(const Xstring& name, const char* message) {
+    if (!isName(name.data())) throw DOMException(DOMException::INVALID_CHARACTER_ERR, message);
+}
+
+[[noreturn]] void not_supported(const char* message) {
+    throw DOMException(DOMException::NOT_SUPPORTED_ERR, message);
+}
+
+}  // namespace
+
+DocumentImpl::DocumentImpl(DOMImplementation* domImplementation)
+    : Document(nullptr), implementation(domImplementation), abandoned(this) {}
+
+DocumentImpl::~DocumentImpl() {
+    for (const auto& entry : tmpLists) Tree::setHasResults(entry.first, false);
+}
+
+Attr* DocumentImpl::createAttribute(const Xstring& name) {
+    return createAttributeNS(Xstring::Null, name);
+}
+
+Attr* DocumentImpl::createAttributeNS(const Xstring& namespaceURI, const Xstring& qualifiedName) {
+    check_name(qualifiedName, "invalid attribute name");
+    AttrImpl::Init init;
+    init.namespaceURI = units_of(namespaceURI);
+    init.qualifiedName = units_of(qualifiedName);
+    return new AttrImpl(init, this);
+}
+
+CDATASection* DocumentImpl::createCDATASection(const Xstring& data) {
+    refuseInHtml("html document can't create CDATA Section");
+    return new CDATASectionImpl(units_of(data), this);
+}
+
+Comment* DocumentImpl::createComment(const Xstring& data) {
+    return new CommentImpl(units_of(data), this);
+}
+
+DocumentFragment* DocumentImpl::createDocumentFragment() { return new DocumentFragmentImpl(this); }
+
+Element* DocumentImpl::createElement(const Xstring& tagName) {
+    return createElementNS(Xstring::Null, tagName);
+}
+
+Element* DocumentImpl::createElementNS(const Xstring& namespaceURI, const Xstring& qualifiedName) {
+    check_name(qualifiedName, "invalid element name");
+    return new ElementImpl(units_of(namespaceURI), units_of(qualifiedName), false, this);
+}
+
+EntityReference* DocumentImpl::createEntityReference(const Xstring& name) {
+    check_name(name, "invalid entity name");
+    return new EntityReferenceImpl(units_of(name), this);
+}
+
+ProcessingInstruction* DocumentImpl::createProcessingInstruction(const Xstring& target,
+                                                                 const Xstring& data) {
+    check_name(target, "invalid processing instruction target name");
+    refuseInHtml("html document can't create Processing Instruction");
+    return new ProcessingInstructionImpl(units_of(target), units_of(data), this);
+}
+
+Text* DocumentImpl::createTextNode(const Xstring& data) {
+    return new TextImpl(units_of(data), this);
+}
+
+Node* DocumentImpl::firstChildOfType(int type) const {
+    Node* child = Tree::firstChildOf(this);
+    while (child != nullptr && child->getNodeType() != type) {
+        child = Tree::nextSiblingNoLock(child);
+    }
+    return child;
+}
+
+DocumentType* DocumentImpl::getDoctype() const {
+    return static_cast<DocumentType*>(firstChildOfType(DOCUMENT_TYPE_NODE));
+}
+
+Element* DocumentImpl::getDocumentElement() const {
+    return static_cast<Element*>(firstChildOfType(ELEMENT_NODE));
+}
+
+ProcessingInstruction* DocumentImpl::getXmlDeclaration() const {
+    Node* first = Tree::firstChildOf(this);
+    if (first == nullptr || first->getNodeType() != PROCESSING_INSTRUCTION_NODE) return nullptr;
+    auto* instruction = static_cast<ProcessingInstruction*>(first);
+    return instruction->getTarget() == "xml" ? instruction : nullptr;
+}
+
+bool DocumentImpl::isHtmlDocument() const {
+    const Element* root = getDocumentElement();
+    return root != nullptr && wide_narrow_casecompare(root->getNodeName().data(), "HTML") == 0;
+}
+
+void DocumentImpl::refuseInHtml(const char* message) const {
+    if (isHtmlDocument()) not_supported(message);
+}
+
+Element* DocumentImpl::getElementById(const Xstring& elementId) {
+    const DocumentGuard guard(this);
+    return search_id(getDocumentElement(), elementId);
+}
+
+NodeList* DocumentImpl::getElementsByTagName(const Xstring& tagName) {
+    return search_tag_name(*this, getDocumentElement(), tagName);
+}
+
+NodeList* DocumentImpl::getElementsByTagNameNS(const Xstring& namespaceURI,
+                                               const Xstring& localName) {
+    return search_tag_name_ns(*this, getDocumentElement(), namespaceURI, localName);
+}
+
+Node* DocumentImpl::importNode(Node* importedNode, bool deep) {
+    const DocumentGuard guard(this);
+    if (importedNode == nullptr) not_supported("TreeWalker root is null");
+    switch (importedNode->getNodeType()) {
+        case DOCUMENT_NODE: not_supported("a document can't be imported");
+        case DOCUMENT_TYPE_NODE: not_supported("a document type can't be imported");
+        default: return copy_tree(importedNode, deep, this);
+    }
+}
+
+NodeIterator* DocumentImpl::createNodeIterator(Node* root, unsigned long whatToShow,
+                                               NodeFilter* filter, bool expandEntityReferences) {
+    if (root == nullptr) not_supported("NodeIterator root is null");
+    return new NodeIteratorImpl(root, whatToShow, filter, expandEntityReferences);
+}
+
+TreeWalker* DocumentImpl::createTreeWalker(Node* root, unsigned long whatToShow, NodeFilter* filter,
+                                           bool expandEntityReferences) {
+    if (root == nullptr) not_supported("TreeWalker root is null");
+    return new TreeWalkerImpl(root, whatToShow, filter, expandEntityReferences);
+}
+
+void DocumentImpl::freeTreeWalker(TreeWalker* walker) {
+    delete static_cast<TreeWalkerImpl*>(walker);
+}
+
+void DocumentImpl::freeNodeIterator(NodeIterator* iterator) {
+    delete static_cast<NodeIteratorImpl*>(iterator);
+}
+
+ResultList* DocumentImpl::tmpNodeList(Node* context) {
+    std::unique_ptr<ResultList>& list = tmpLists[context];
+    if (list == nullptr) list = std::make_unique<ResultList>(this, context);
+    Tree::setHasResults(context, true);
+    list->clear();
+    return list.get();
+}
+
+void DocumentImpl::freeTmpNodeList(const ResultList& list) {
+    const DocumentGuard guard(this);
+    if (listsWithoutContext.erase(&list) != 0) return;
+    Tree::setHasResults(list.getContext(), false);
+    tmpLists.erase(list.getContext());
+}
+
+void DocumentImpl::forgetContext(Node* context) {
+    const auto entry = tmpLists.find(context);
+    std::unique_ptr<ResultList> list = std::move(entry->second);
+    tmpLists.erase(entry);
+    list->clear();
+    listsWithoutContext.emplace(list.get(), std::move(list));
+}
+
+}  // namespace qvox

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include <qvox/dom.h>
+
+#include "dom/collection.h"
+#include "dom/name_pool.h"
+#include "dom/node_list.h"
+#include "platform/lock.h"
+
+namespace qvox {
+
+class DocumentImpl final : public Document {
+public:
+    explicit DocumentImpl(DOMImplementation* domImplementation);
+    ~DocumentImpl() override;
+
+    int getNodeType() const override { return DOCUMENT_NODE; }
+
+    Attr* createAttribute(const Xstring& name) override;
+    Attr* createAttributeNS(const Xstring& namespaceURI, const Xstring& qualifiedName) override;
+    CDATASection* createCDATASection(const Xstring& data) override;
+    Comment* createComment(const Xstring& data) override;
+    DocumentFragment* createDocumentFragment() override;
+    Element* createElement(const Xstring& tagName) override;
+    Element* createElementNS(const Xstring& namespaceURI, const Xstring& qualifiedName) override;
+    EntityReference* createEntityReference(const Xstring& name) override;
+    ProcessingInstruction* createProcessingInstruction(const Xstring& target,
+                                                       const Xstring& data) override;
+    Text* createTextNode(const Xstring& data) override;
+    DocumentType* getDoctype() const override;
+    Element* getDocumentElement() const override;
+    Element* getElementById(const Xstring& elementId) override;
+    NodeList* getElementsByTagName(const Xstring& tagName) override;
+    NodeList* getElementsByTagNameNS(const Xstring& namespaceURI,
+                                     const Xstring& localName) override;
+    DOMImplementation* getImplementation() const override { return implementation; }
+    Node* importNode(Node* importedNode, bool deep) override;
+
+    NodeIterator* createNodeIterator(Node* root, unsigned long whatToShow, NodeFilter* filter,
+                                     bool expandEntityReferences) override;
+    TreeWalker* createTreeWalker(Node* root, unsigned long whatToShow, NodeFilter* filter,
+                                 bool expandEntityReferences) override;
+    void freeTreeWalker(TreeWalker* walker) override;
+    void freeNodeIterator(NodeIterator* iterator) override;
+
+    Range* createRange() override;
+    void freeRange(Range* range) override;
+
+    NamePool& getNames() { return names; }
+    Lock& getLock() { return lock; }
+
+    // The first child if it is the XML declaration, else null.
+    ProcessingInstruction* getXmlDeclaration() const;
+
+    // The emptied result list of searches on `context`.
+    ResultList* tmpNodeList(Node* context);
+    void freeTmpNodeList(const ResultList& list);
+    // The context node goes: its result list stays for whoever has it, and for nobody else.
+    void forgetContext(Node* context);
+
+    // Takes over a node that has no place and that nobody else would free.
+    void adopt(Node* node) { abandoned.append(node, NodeCollection::NO_PARENT); }
+
+private:
+    class NodeKeeper final : public NodeCollection {
+    public:
+        using NodeCollection::NodeCollection;
+    };
+
+    Node* firstChildOfType(int type) const;
+    bool isHtmlDocument() const;
+    void refuseInHtml(const char* message) const;
+
+    DOMImplementation* implementation;
+    NamePool names;
+    std::map<Node*, std::unique_ptr<ResultList>> tmpLists;  // by context node
+    std::map<const ResultList*, std::unique_ptr<ResultList>> listsWithoutContext;
+    NodeKeeper abandoned;
+    Lock lock;  // held by changes of the tree and by searches
+};
+
+}  // namespace qvox

@@ -1,0 +1,32 @@
+#include "dom/document_type.h"
+
+namespace qvox {
+
+DocumentTypeImpl::DocumentTypeImpl(const Unit* typeName, const Unit* publicIdentifier,
+                                   const Unit* systemIdentifier,
+                                   DOMImplementation* domImplementation)
+    : DocumentType(nullptr), declarations(this), implementation(domImplementation) {
+    name = typeName;
+    publicId = publicIdentifier;
+    systemId = systemIdentifier;
+}
+
+const Xstring& DocumentTypeImpl::getInternalSubset() {
+    if (!internalSubset.isNull()) return internalSubset;
+    for (std::size_t i = 0; i < declarations.size(); ++i) {
+        internalSubset += declaration_text(*static_cast<DeclNode*>(declarations.at(i)));
+        internalSubset += ">\n";
+    }
+    return internalSubset;
+}
+
+Node* DocumentTypeImpl::addEntity(Entity* entity) { return add(entities, entity); }
+
+Node* DocumentTypeImpl::addNotation(Notation* notation) { return add(notations, notation); }
+
+Node* DocumentTypeImpl::add(std::unique_ptr<NamedNodeMapImpl>& map, Node* node) {
+    if (map == nullptr) map = std::make_unique<NamedNodeMapImpl>(this);
+    return map->putItem(node, false);
+}
+
+}  // namespace qvox

@@ -1,0 +1,53 @@
+#include "dom/dom_implementation.h"
+
+#include <memory>
+
+#include "dom/document.h"
+#include "dom/document_type.h"
+#include "dom/tree.h"
+
+namespace qvox {
+
+DOMImplementationImpl defaultImplementation;
+
+namespace {
+
+struct Feature {
+    const char* name;
+    const char* version;
+};
+
+constexpr Feature FEATURES[] = {
+    {"XML", "1.0"}, {"HTML", "1.0"}, {"CORE", "2.0"}, {"Traversal", "2.0"}, {"Range", "2.0"},
+};
+
+const Unit* units_of(const Xstring& s) { return s.isNull() ? nullptr : s.data(); }
+
+}  // namespace
+
+Document* DOMImplementationImpl::createDocument(const Xstring& namespaceURI,
+                                                const Xstring& qualifiedName,
+                                                DocumentType* doctype) {
+    auto document = std::make_unique<DocumentImpl>(this);
+    Element* root = document->createElementNS(namespaceURI, qualifiedName);
+    if (doctype != nullptr) Tree::appendChildNoCheck(document.get(), doctype);
+    Tree::appendChildNoCheck(document.get(), root);
+    return document.release();
+}
+
+DocumentType* DOMImplementationImpl::createDocumentType(const Xstring& qualifiedName,
+                                                        const Xstring& publicId,
+                                                        const Xstring& systemId) {
+    return new DocumentTypeImpl(units_of(qualifiedName), units_of(publicId), units_of(systemId),
+                                this);
+}
+
+bool DOMImplementationImpl::hasFeature(const Xstring& feature, const Xstring& version) {
+    for (const Feature& known : FEATURES) {
+        if (wide_narrow_casecompare(feature.data(), known.name) != 0) continue;
+        return version.isNull() || version == known.version;
+    }
+    return false;
+}
+
+}  // namespace qvox

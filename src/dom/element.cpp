@@ -1,0 +1,163 @@
+#include "dom/element.h"
+
+#include "dom/attr.h"
+#include "dom/document.h"
+#include "dom/tag_search.h"
+#include "dom/tree.h"
+#include "text/char_classes.h"
+
+namespace qvox {
+
+namespace {
+
+DocumentImpl& as_impl(Document* document) { return *static_cast<DocumentImpl*>(document); }
+
+void check_name(const Xstring& name, const char* message) {
+    if (!isName(name.data())) throw DOMException(DOMException::INVALID_CHARACTER_ERR, message);
+}
+
+Xstring local_part(const Xstring& qualifiedName) {
+    const Unit* colon = wide_find_unit(qualifiedName.data(), ':');
+    return colon == nullptr ? qualifiedName : Xstring(colon + 1);
+}
+
+// The units of a text, or null for a null string.
+const Unit* units_of(const Xstring& s) { return s.isNull() ? nullptr : s.data(); }
+
+}  // namespace
+
+ElementImpl::ElementImpl(const Unit* namespaceURI, const Unit* qualifiedName, bool withAttributes,
+                         Document* document)
+    : Element(document),
+      name(namespaceURI, qualifiedName, as_impl(document)),
+      attributes(withAttributes ? new NamedNodeMapImpl(this) : nullptr),
+      ownChildren(this) {}
+
+ElementImpl::~ElementImpl() {
+    Tree::dropChildList(this);
+    delete attributes;
+}
+
+NamedNodeMapImpl& ElementImpl::attributeMap() const {
+    return attributes != nullptr ? *attributes : emptyNamedNodeMap;
+}
+
+NamedNodeMapImpl& ElementImpl::ownAttributeMap() {
+    if (attributes == nullptr) attributes = new NamedNodeMapImpl(this);
+    return *attributes;
+}
+
+void ElementImpl::setPrefix(const Xstring& prefix) {
+    name.setPrefix(prefix, as_impl(getOwnerDocument()));
+}
+
+const Xstring& ElementImpl::getAttribute(const Xstring& attributeName) const {
+    const Attr* attribute = getAttributeNode(attributeName);
+    return attribute != nullptr ? attribute->getValue() : Xstring::Null;
+}
+
+const Xstring& ElementImpl::getAttributeNS(const Xstring& namespaceURI,
+                                           const Xstring& localName) const {
+    const Attr* attribute = getAttributeNodeNS(namespaceURI, localName);
+    return attribute != nullptr ? attribute->getValue() : Xstring::Null;
+}
+
+Attr* ElementImpl::getAttributeNode(const Xstring& attributeName) const {
+    return static_cast<Attr*>(attributeMap().getNamedItem(attributeName));
+}
+
+Attr* ElementImpl::getAttributeNodeNS(const Xstring& namespaceURI, const Xstring& localName) const {
+    return static_cast<Attr*>(attributeMap().getNamedItemNS(namespaceURI, localName));
+}
+
+bool ElementImpl::hasAttribute(const Xstring& attributeName) const {
+    return getAttributeNode(attributeName) != nullptr;
+}
+
+bool ElementImpl::hasAttributeNS(const Xstring& namespaceURI, const Xstring& localName) const {
+    return getAttributeNodeNS(namespaceURI, localName) != nullptr;
+}
+
+NodeList* ElementImpl::getElementsByTagName(const Xstring& tagName) {
+    return search_tag_name(*this, this, tagName);
+}
+
+NodeList* ElementImpl::getElementsByTagNameNS(const Xstring& namespaceURI,
+                                              const Xstring& localName) {
+    return search_tag_name_ns(*this, this, namespaceURI, localName);
+}
+
+void ElementImpl::setAttribute(const Xstring& attributeName, const Xstring& value) {
+    check_name(attributeName, "invalid attribute name");
+    const DocumentGuard guard(this);
+    if (Attr* attribute = getAttributeNode(attributeName)) return attribute->setValue(value);
+    AttrImpl::Init init;
+    init.qualifiedName = units_of(attributeName);
+    init.value = units_of(value);
+    init.specified = true;
+    init.ownerElement = this;
+    attachNew(new AttrImpl(init, getOwnerDocument()), false);
+}
+
+void ElementImpl::setAttributeNS(const Xstring& namespaceURI, const Xstring& qualifiedName,
+                                 const Xstring& value) {
+    check_name(qualifiedName, "invalid attribute name");
+    const DocumentGuard guard(this);
+    Attr* attribute = getAttributeNodeNS(namespaceURI, local_part(qualifiedName));
+    if (attribute != nullptr) return attribute->setValue(value);
+    AttrImpl::Init init;
+    init.namespaceURI = units_of(namespaceURI);
+    init.qualifiedName = units_of(qualifiedName);
+    init.value = units_of(value);
+    init.specified = true;
+    init.ownerElement = this;
+    attachNew(new AttrImpl(init, getOwnerDocument()), true);
+}
+
+Attr* ElementImpl::attach(Attr* attr, bool byNamespace) {
+    if (attr == nullptr) return nullptr;
+    Element* owner = attr->getOwnerElement();
+    if (owner != nullptr && owner != this) {
+        throw DOMException(DOMException::INUSE_ATTRIBUTE_ERR,
+                           "attribute is already used by other element");
+    }
+    const DocumentGuard guard(this);
+    return static_cast<Attr*>(ownAttributeMap().putItem(attr, byNamespace));
+}
+
+// An attribute that the map doesn't take is nobody's; one that it replaces may still be the
+// caller's.
+void ElementImpl::attachNew(Attr* attr, bool byNamespace) {
+    Attr* replaced = attach(attr, byNamespace);
+    if (!attributeMap().holds(attr)) delete attr;
+    if (replaced != nullptr) Tree::abandon(replaced);
+}
+
+void ElementImpl::removeAttribute(const Xstring& attributeName) {
+    check_name(attributeName, "invalid attribute name");
+    const DocumentGuard guard(this);
+    drop(attributeMap().takeItem(attributeName));
+}
+
+void ElementImpl::removeAttributeNS(const Xstring& namespaceURI, const Xstring& localName) {
+    check_name(localName, "invalid attribute local name");
+    const DocumentGuard guard(this);
+    drop(attributeMap().takeItemNS(namespaceURI, localName));
+}
+
+// A caller may have a removed attribute in hand, so it isn't destroyed yet.
+void ElementImpl::drop(Node* attribute) {
+    if (attribute != nullptr && !attributeMap().holds(attribute)) Tree::abandon(attribute);
+}
+
+Attr* ElementImpl::removeAttributeNode(Attr* attr) {
+    if (attr == nullptr) return nullptr;
+    const DocumentGuard guard(this);
+    NamedNodeMapImpl& map = attributeMap();
+    Node* taken = attr->getNamespaceURI().isNull()
+                      ? map.takeItem(attr->getName())
+                      : map.takeItemNS(attr->getNamespaceURI(), attr->getLocalName());
+    return static_cast<Attr*>(taken);
+}
+
+}  // namespace qvox

@@ -1,0 +1,41 @@
+// The attributes of an element, and the entities and notations of a document type: nodes in order
+// of arrival, found by name in a linear search.
+#pragma once
+
+#include <qvox/dom.h>
+
+#include "dom/collection.h"
+
+namespace qvox {
+
+class NamedNodeMapImpl final : public NamedNodeMap, public NodeCollection {
+public:
+    using NodeCollection::NodeCollection;
+
+    int getLength() const override { return static_cast<int>(size()); }
+    Node* getNamedItem(const Xstring& name) const override;
+    Node* getNamedItemNS(const Xstring& namespaceURI, const Xstring& localName) const override;
+    Node* item(int index) const override {
+        return index < 0 ? nullptr : at(static_cast<std::size_t>(index));
+    }
+    Node* removeNamedItem(const Xstring& name) override;
+    Node* removeNamedItemNS(const Xstring& namespaceURI, const Xstring& localName) override;
+    Node* setNamedItem(Node* node) override;
+    Node* setNamedItemNS(Node* node) override;
+
+    // The unlocked forms. putItem returns the node that was replaced or null; it takes no node
+    // without name, and with `byNamespace` none without local name. The others return null for a
+    // name that isn't there; an attribute with a declared default stays and takes that value.
+    Node* putItem(Node* node, bool byNamespace);
+    Node* takeItem(const Xstring& name);
+    Node* takeItemNS(const Xstring& namespaceURI, const Xstring& localName);
+
+private:
+    Node* take(Node* node);
+    Node* putChecked(Node* node, bool byNamespace);
+};
+
+// The map of every element without attributes.
+extern NamedNodeMapImpl emptyNamedNodeMap;
+
+}  // namespace qvox

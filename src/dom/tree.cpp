@@ -1,0 +1,138 @@
+#include "dom/tree.h"
+
+#include "dom/document.h"
+#include "dom/element.h"
+
+namespace qvox {
+
+namespace {
+
+constexpr unsigned type_bit(int type) { return 1U << static_cast<unsigned>(type); }
+
+constexpr unsigned NO_TYPE = 0;
+constexpr unsigned EVERY_TYPE = ~0U;
+constexpr unsigned CONTENT_TYPES =
+    type_bit(Node::ELEMENT_NODE) | type_bit(Node::TEXT_NODE) | type_bit(Node::CDATA_SECTION_NODE) |
+    type_bit(Node::ENTITY_REFERENCE_NODE) | type_bit(Node::PROCESSING_INSTRUCTION_NODE) |
+    type_bit(Node::COMMENT_NODE);
+constexpr unsigned ATTRIBUTE_TYPES =
+    type_bit(Node::TEXT_NODE) | type_bit(Node::ENTITY_REFERENCE_NODE);
+constexpr unsigned DOCUMENT_TYPES =
+    type_bit(Node::ELEMENT_NODE) | type_bit(Node::PROCESSING_INSTRUCTION_NODE) |
+    type_bit(Node::COMMENT_NODE) | type_bit(Node::DOCUMENT_TYPE_NODE);
+
+// The child types that a parent type accepts, by the parent's number.
+constexpr unsigned ACCEPTED_TYPES[] = {
+    NO_TYPE,          // none of the standard's
+    CONTENT_TYPES,    // element
+    ATTRIBUTE_TYPES,  // attribute
+    NO_TYPE,          // text
+    NO_TYPE,          // CDATA section
+    CONTENT_TYPES,    // entity reference
+    CONTENT_TYPES,    // entity
+    NO_TYPE,          // processing instruction
+    NO_TYPE,          // comment
+    DOCUMENT_TYPES,   // document
+    EVERY_TYPE,       // document type
+    CONTENT_TYPES,    // fragment
+    NO_TYPE,          // notation
+};
+
+bool is_fragment(const Node* node) { return node->getNodeType() == Node::DOCUMENT_FRAGMENT_NODE; }
+
+}  // namespace
+
+DocumentImpl* Tree::documentOf(const Node* node) {
+    const bool isDocument = node->getNodeType() == Node::DOCUMENT_NODE;
+    const Document* document =
+        isDocument ? static_cast<const Document*>(node) : node->ownerDocument;
+    return const_cast<DocumentImpl*>(static_cast<const DocumentImpl*>(document));
+}
+
+bool Tree::owns(const Node* candidate, const Node* node) {
+    while (node != nullptr && node != candidate) {
+        node = node->holder != nullptr ? node->holder->getOwner() : nullptr;
+    }
+    return node != nullptr;
+}
+
+bool Tree::accepts(const Node* parent, const Node* child) {
+    if (child == nullptr) return false;
+    if (!is_fragment(child)) {
+        const unsigned accepted = ACCEPTED_TYPES[parent->getNodeType()];
+        if ((accepted & type_bit(child->getNodeType())) == 0) return false;
+    }
+    return !owns(child, parent);
+}
+
+Node* Tree::appendChildNoCheck(Node* parent, Node* child) {
+    if (Node* oldParent = parentOf(child)) removeChildNoCheck(oldParent, child);
+    if (parent->children == nullptr) parent->children = makeChildList(parent);
+    if (is_fragment(child)) {
+        takeFragment(parent, child);
+    } else {
+        parent->children->append(child, NodeCollection::OWNER_IS_PARENT);
+    }
+    return child;
+}
+
+NodeListImpl* Tree::makeChildList(Node* parent) {
+    const bool isElement = parent->getNodeType() == Node::ELEMENT_NODE;
+    return isElement ? &static_cast<ElementImpl*>(parent)->childStorage()
+                     : new NodeListImpl(parent);
+}
+
+void Tree::takeFragment(Node* parent, Node* fragment) {
+    while (Node* item = firstChildOf(fragment)) {
+        NodeCollection::release(item);
+        appendChildNoCheck(parent, item);
+    }
+}
+
+Node* Tree::insertBeforeNoCheck(Node* parent, Node* child, Node* ref) {
+    if (parent->children == nullptr || ref == nullptr) return appendChildNoCheck(parent, child);
+    if (Node* oldParent = parentOf(child)) removeChildNoCheck(oldParent, child);
+    if (!is_fragment(child)) {
+        if (!parent->children->holds(ref)) return nullptr;
+        parent->children->insertBefore(child, ref, NodeCollection::OWNER_IS_PARENT);
+        return child;
+    }
+    Node* last = ref;
+    while (Node* item = firstChildOf(child)) {
+        clearParent(item);  // it stays in the fragment's list if it can't be inserted
+        last = insertBeforeNoCheck(parent, item, ref);
+        if (last == nullptr) return nullptr;
+    }
+    return last;
+}
+
+Node* Tree::removeChildNoCheck(Node* parent, Node* child) {
+    if (parent->children == nullptr || !parent->children->holds(child)) return nullptr;
+    parent->children->remove(child);
+    return child;
+}
+
+Node* Tree::replaceChildNoCheck(Node* parent, Node* newChild, Node* oldChild) {
+    if (parent->children == nullptr) return nullptr;
+    if (Node* oldParent = parentOf(newChild)) removeChildNoCheck(oldParent, newChild);
+    if (!parent->children->holds(oldChild)) return nullptr;
+    parent->children->replace(newChild, oldChild, NodeCollection::OWNER_IS_PARENT);
+    return oldChild;
+}
+
+void Tree::abandon(Node* node) {
+    if (DocumentImpl* document = documentOf(node)) document->adopt(node);
+}
+
+DocumentGuard::DocumentGuard(const Node* node) : lock(nullptr) {
+    if (DocumentImpl* document = Tree::documentOf(node)) {
+        lock = &document->getLock();
+        lock->lock();
+    }
+}
+
+DocumentGuard::~DocumentGuard() {
+    if (lock != nullptr) lock->unlock();
+}
+
+}  // namespace qvox

@@ -1,0 +1,81 @@
+// The unchecked ways of changing a tree and of moving in it, on which the public operations, the
+// builder and the ranges stand. No acceptance test, no document test, no lock.
+#pragma once
+
+#include <qvox/dom.h>
+
+#include "dom/node_list.h"
+#include "platform/lock.h"
+
+namespace qvox {
+
+class DocumentImpl;
+
+struct Tree {
+    // The node's own document, or the node itself if it is one; null for a document type that no
+    // document made.
+    static DocumentImpl* documentOf(const Node* node);
+
+    static Node* parentOf(const Node* node) {
+        return node->isChild ? node->holder->getOwner() : nullptr;
+    }
+    // The child list; null until the first child has arrived.
+    static NodeListImpl* childrenOf(const Node* node) { return node->children; }
+    static Node* firstChildOf(const Node* node) {
+        return node->children != nullptr ? node->children->front() : nullptr;
+    }
+    static Node* lastChildOf(const Node* node) {
+        return node->children != nullptr ? node->children->back() : nullptr;
+    }
+    // Null without a parent.
+    static Node* nextSiblingNoLock(const Node* node) {
+        return node->isChild ? node->holder->after(node) : nullptr;
+    }
+    static Node* previousSiblingNoLock(const Node* node) {
+        return node->isChild ? node->holder->before(node) : nullptr;
+    }
+
+    // A child with a parent leaves it first. A fragment gives its children up. Returns `child`.
+    static Node* appendChildNoCheck(Node* parent, Node* child);
+    // The same in front of `ref`; null when that isn't a child, the child being detached by then.
+    static Node* insertBeforeNoCheck(Node* parent, Node* child, Node* ref);
+    // Null when `child` isn't one.
+    static Node* removeChildNoCheck(Node* parent, Node* child);
+    // Returns `oldChild`; null when that isn't a child. Without a child list nothing happens.
+    static Node* replaceChildNoCheck(Node* parent, Node* newChild, Node* oldChild);
+
+    // Whether `node` is `candidate` or hangs from it, be it as a child or from an attribute.
+    static bool owns(const Node* candidate, const Node* node);
+
+    // Whether `child` may be put under `parent`.
+    static bool accepts(const Node* parent, const Node* child);
+
+    // For a node that has the list inside itself and is going.
+    static void dropChildList(Node* node) { node->children = nullptr; }
+
+    // Whether the node's document is to be told when the node goes.
+    static void setHasResults(Node* node, bool value) { node->hasResults = value; }
+
+    // Gives a node without a place to its document, which frees it in the end. For nodes that
+    // nobody would free otherwise.
+    static void abandon(Node* node);
+
+private:
+    static NodeListImpl* makeChildList(Node* parent);
+    static void takeFragment(Node* parent, Node* fragment);
+    static void clearParent(Node* node) { node->isChild = false; }
+};
+
+// Holds the lock of the node's document, if it has one.
+class DocumentGuard {
+public:
+    explicit DocumentGuard(const Node* node);
+    DocumentGuard(const DocumentGuard&) = delete;
+    DocumentGuard& operator=(const DocumentGuard&) = delete;
+    ~DocumentGuard();
+
+private:
+    Lock* lock;
+};
+
+}  // namespace qvox

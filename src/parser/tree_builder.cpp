@@ -1,0 +1,175 @@
+#include "parser/tree_builder.h"
+
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "dom/attr.h"
+#include "dom/character_data.h"
+#include "dom/document.h"
+#include "dom/document_type.h"
+#include "dom/dom_implementation.h"
+#include "dom/element.h"
+#include "dom/small_nodes.h"
+#include "dom/tree.h"
+
+namespace qvox {
+
+Document* currentDocument = nullptr;
+
+namespace tree {
+
+namespace {
+
+// Beyond this number of attributes a set finds the repeated names.
+constexpr std::size_t FEW_ATTRIBUTES = 16;
+
+constexpr Unit XML_TARGET[] = {'x', 'm', 'l', 0};
+
+std::vector<Node*> nodeStack;  // the open nodes; the top takes the next child
+
+Node* top() { return nodeStack.back(); }
+
+void add(Node* node) { Tree::appendChildNoCheck(top(), node); }
+
+void open(Node* node) {
+    add(node);
+    nodeStack.push_back(node);
+}
+
+DocumentTypeImpl& open_document_type() { return *static_cast<DocumentTypeImpl*>(top()); }
+
+void add_declaration(DeclNode* declaration) {
+    open_document_type().getDeclarations().append(declaration, NodeCollection::NO_PARENT);
+}
+
+AttrImpl* new_attribute(const AttributeRecord& record, ElementImpl* element) {
+    AttrImpl::Init init;
+    init.namespaceURI = record.uri;
+    init.qualifiedName = record.qName;
+    init.value = record.value;
+    init.specified = record.specified;
+    init.attributeType = record.decl != nullptr ? record.decl->type : nullptr;
+    init.defaultValue = record.decl != nullptr ? record.decl->value : nullptr;
+    init.ownerElement = element;
+    return new AttrImpl(init, currentDocument);
+}
+
+// A later attribute of the same name takes the place of an earlier one, at the end.
+void add_attributes(ElementImpl* element, const TagRecord& tag) {
+    NamedNodeMapImpl& map = element->ownAttributeMap();
+    map.reserve(tag.attributes.size());
+    std::set<const Unit*, WideLess> names;
+    const bool areFew = tag.attributes.size() <= FEW_ATTRIBUTES;
+    for (const AttributeRecord& record : tag.attributes) {
+        AttrImpl* attribute = new_attribute(record, element);
+        if (areFew || !names.insert(record.qName).second) {
+            delete map.putItem(attribute, false);
+        } else {
+            map.append(attribute, NodeCollection::NO_PARENT);
+        }
+    }
+}
+
+void add_pseudo_attribute(Xstring& data, const char* name, const Unit* value) {
+    if (value == nullptr) return;
+    data += name;
+    data += "=\"";
+    data += value;
+    data += "\"";
+}
+
+}  // namespace
+
+Document* release() { return std::exchange(currentDocument, nullptr); }
+
+void discard() {
+    std::vector<Node*>().swap(nodeStack);
+    delete release();
+}
+
+void start_document() {
+    currentDocument = new DocumentImpl(&defaultImplementation);
+    nodeStack.push_back(currentDocument);
+}
+
+void end_document() { nodeStack.pop_back(); }
+
+void xml_decl(const Unit* version, const Unit* encoding, const Unit* standalone) {
+    Xstring data;
+    add_pseudo_attribute(data, "version", version);
+    add_pseudo_attribute(data, " encoding", encoding);
+    add_pseudo_attribute(data, " standalone", standalone);
+    add(new ProcessingInstructionImpl(XML_TARGET, data.data(), currentDocument));
+}
+
+void start_element(const TagRecord& tag) {
+    const bool hasAttributes = !tag.attributes.empty();
+    auto* element = new ElementImpl(tag.uri, tag.qName, hasAttributes, currentDocument);
+    if (hasAttributes) add_attributes(element, tag);
+    open(element);
+}
+
+void end_element() { nodeStack.pop_back(); }
+
+void characters(const Unit* text) {
+    if (top()->getNodeType() != Node::CDATA_SECTION_NODE) {
+        add(new TextImpl(text, currentDocument));
+        return;
+    }
+    Xstring data;
+    data = text;
+    static_cast<CharacterData*>(top())->setData(data);
+}
+
+void pi(const Unit* target, const Unit* data) {
+    add(new ProcessingInstructionImpl(target, data, currentDocument));
+}
+
+void comment(const Unit* text) { add(new CommentImpl(text, currentDocument)); }
+
+void start_cdata() { open(new CDATASectionImpl(nullptr, currentDocument)); }
+
+void end_cdata() { nodeStack.pop_back(); }
+
+void start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) {
+    open(new DocumentTypeImpl(name, publicId, systemId, &defaultImplementation));
+}
+
+void end_dtd() { nodeStack.pop_back(); }
+
+void element_decl(const Unit* name, const Unit* model) {
+    add_declaration(new ElementDecl(name, model));
+}
+
+void attlist_decl(const Unit* name, const ElementRecord& element) {
+    auto* declaration = new AttlistDecl(name);
+    for (const AttDefRecord* definition : element.attDefs) {
+        declaration->getAttDefs().append(
+            new AttDef(definition->name, definition->type, definition->mode, definition->value),
+            NodeCollection::NO_PARENT);
+    }
+    add_declaration(declaration);
+}
+
+void internal_entity_decl(const Unit* name, const Unit* value) {
+    auto* entity = new EntityImpl(name, nullptr, nullptr, nullptr, currentDocument);
+    delete open_document_type().addEntity(entity);
+    add_declaration(new EntityDecl(name, value, nullptr, nullptr, nullptr));
+}
+
+void external_entity_decl(const Unit* name, const Unit* publicId, const Unit* systemId,
+                          const Unit* notation) {
+    auto* entity = new EntityImpl(name, publicId, systemId, notation, currentDocument);
+    delete open_document_type().addEntity(entity);
+    add_declaration(new EntityDecl(name, nullptr, publicId, systemId, notation));
+}
+
+void notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) {
+    auto* notation = new NotationImpl(name, publicId, systemId, currentDocument);
+    delete open_document_type().addNotation(notation);
+    add_declaration(new NotationDecl(name, publicId, systemId));
+}
+
+}  // namespace tree
+}  // namespace qvox

@@ -1,0 +1,117 @@
+#include "traversal/range_boundaries.h"
+
+#include <algorithm>
+
+#include "dom/tree.h"
+
+namespace qvox {
+
+namespace {
+
+bool counts_children(const Node* node) {
+    switch (node->getNodeType()) {
+        case Node::ELEMENT_NODE:
+        case Node::ATTRIBUTE_NODE:
+        case Node::ENTITY_REFERENCE_NODE:
+        case Node::DOCUMENT_NODE:
+        case Node::DOCUMENT_FRAGMENT_NODE: return true;
+        default: return false;
+    }
+}
+
+// On the way up from a node.
+class Climber {
+public:
+    explicit Climber(Node* start) : node(start) {
+        for (const Node* above = start; above != nullptr; above = Tree::parentOf(above)) ++height;
+    }
+
+    void climb() {
+        cameFrom = node;
+        node = Tree::parentOf(node);
+        --height;
+    }
+
+    Node* node;                // null above the root
+    Node* cameFrom = nullptr;  // the child of it on the way
+    std::size_t height = 0;    // of the node above nothing: 1 for a root
+};
+
+// Leads both up to their lowest common ancestor, or to null.
+void meet(Climber& one, Climber& other) {
+    while (one.node != other.node) {
+        const std::size_t level = std::max(one.height, other.height);
+        if (one.height == level) one.climb();
+        if (other.height == level) other.climb();
+    }
+}
+
+// Which of two children comes first. Finding the first costs less than both indexes.
+int compare_siblings(const Node* parent, const Node* one, const Node* other) {
+    const NodeListImpl& children = *Tree::childrenOf(parent);
+    std::size_t i = 0;
+    while (children.at(i) != one && children.at(i) != other) ++i;
+    return children.at(i) == one ? -1 : 1;
+}
+
+}  // namespace
+
+bool counts_units(const Node* node) {
+    switch (node->getNodeType()) {
+        case Node::TEXT_NODE:
+        case Node::CDATA_SECTION_NODE:
+        case Node::PROCESSING_INSTRUCTION_NODE:
+        case Node::COMMENT_NODE: return true;
+        default: return false;
+    }
+}
+
+int max_offset(const Node* node) {
+    if (counts_units(node)) return node->getNodeValue().length();
+    const NodeListImpl* children = Tree::childrenOf(node);
+    return children != nullptr ? children->getLength() : 0;
+}
+
+Node* child_behind(const BoundaryPoint& point) {
+    const NodeListImpl* children = Tree::childrenOf(point.container);
+    return children != nullptr ? children->item(point.offset) : nullptr;
+}
+
+int child_index(const Node* parent, const Node* child) {
+    const NodeListImpl& children = *Tree::childrenOf(parent);
+    std::size_t i = 0;
+    while (children.at(i) != child) ++i;
+    return static_cast<int>(i);
+}
+
+Node* root_of(Node* node) {
+    Node* root = nullptr;
+    for (; node != nullptr; node = Tree::parentOf(node)) root = node;
+    return root;
+}
+
+Node* common_ancestor(Node* one, Node* other) {
+    Climber first(one);
+    Climber second(other);
+    meet(first, second);
+    return first.node;
+}
+
+TagPlace place_of(const BoundaryPoint& point) {
+    if (!counts_children(point.container)) return {point.container, TagPlace::OPENING};
+    if (Node* child = child_behind(point)) return {child, TagPlace::OPENING};
+    if (Node* last = Tree::lastChildOf(point.container)) return {last, TagPlace::CLOSING};
+    return {point.container, TagPlace::BETWEEN};
+}
+
+int compare_places(const TagPlace& one, const TagPlace& other) {
+    if (one.node == other.node) return one.side - other.side;
+    Climber first(one.node);
+    Climber second(other.node);
+    meet(first, second);
+    if (first.cameFrom == nullptr) return one.side == TagPlace::OPENING ? -1 : 1;
+    if (second.cameFrom == nullptr) return other.side == TagPlace::OPENING ? 1 : -1;
+    return compare_siblings(first.node, first.cameFrom, second.cameFrom);
+}
+
+}  // namespace qvox
