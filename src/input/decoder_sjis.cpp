@@ -27,9 +27,9 @@ int non_ascii_character(int byte) {
 }  // namespace
 
 int getc_sjis() {
-    if (decoderState.pendingUnitSjis != 0) {
+    if (decoderState.pendingUnitSjis != -1) {
         const int unit = decoderState.pendingUnitSjis;
-        decoderState.pendingUnitSjis = 0;
+        decoderState.pendingUnitSjis = -1;
         return finish_character(unit);
     }
     const int byte = curFile->get();
@@ -39,7 +39,7 @@ int getc_sjis() {
 }
 
 std::size_t get_run_sjis(Unit* to, std::size_t room, const RunStops& stops) {
-    if (decoderState.pendingUnitSjis != 0) return 0;
+    if (decoderState.pendingUnitSjis != -1) return 0;
     return get_run(to, room, stops, [](const unsigned char* bytes, std::ptrdiff_t count) {
         if (is_half_width_kana(bytes[0])) return WideCharacter{sjis_to_unicode(bytes[0]), 1, 1};
         if (count < 2) return NO_CHARACTER;

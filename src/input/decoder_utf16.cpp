@@ -27,8 +27,8 @@ int line_feed_after_return_unit() {
 
 int getc_utf16() {
     int unit = decoderState.pendingUnit16;
-    if (unit != 0) {
-        decoderState.pendingUnit16 = 0;  // its columns aren't counted
+    if (unit != -1) {
+        decoderState.pendingUnit16 = -1;  // its columns aren't counted
     } else {
         unit = read_unit();
         if (unit == ByteStream::END) return pop_input();
@@ -39,7 +39,7 @@ int getc_utf16() {
 }
 
 std::size_t get_run_utf16(Unit* to, std::size_t room, const RunStops& stops) {
-    if (decoderState.pendingUnit16 != 0) return 0;
+    if (decoderState.pendingUnit16 != -1) return 0;
     const int high = byteOrder == BYTES_BIG_ENDIAN ? 0 : 1;
     const unsigned char* next = curFile->ready();
     const unsigned char* const end = curFile->readyEnd();

@@ -20,7 +20,7 @@ int curCol = 0;
 int tokenCol = 0;
 EncodingId docEncoding = UTF8;
 ByteOrder byteOrder = NO_BYTE_ORDER;
-const char* docName = "";
+std::string docName;
 std::vector<InputLevel> inputStack;
 
 namespace {
@@ -133,9 +133,9 @@ void start_file(InputLevel& level, ByteStream* file) {
     level.encoding = docEncoding;
     level.byteOrder = byteOrder;
     level.decoderBelow = std::exchange(decoderState, DecoderState());
+    level.fileBelow = std::exchange(curFile, file);
     use_reader(select_getc_proc(docEncoding));
     curLine = 1;
-    curFile = file;
 }
 
 // Makes the level that has come to the top current again.
@@ -149,7 +149,6 @@ void resume_level(const InputLevel& level) {
         use_reader(MEMORY_READER);
         return;
     }
-    curFile = level.file;
     docEncoding = level.encoding;
     byteOrder = level.byteOrder;
     use_reader(select_getc_proc(docEncoding));
@@ -210,7 +209,7 @@ void close_input() {
     inputStack.shrink_to_fit();
     use_reader(NOTHING_READER);
     curFile = nullptr;
-    docName = "";
+    std::string().swap(docName);
     curLine = 0;
     tokenCol = 0;
 }
@@ -263,7 +262,10 @@ int pop_input() {
     InputLevel ended = std::move(inputStack.back());
     inputStack.pop_back();
     count_level(ended);
-    if (reads_file(ended.kind)) decoderState = ended.decoderBelow;
+    if (reads_file(ended.kind)) {
+        decoderState = ended.decoderBelow;
+        curFile = ended.fileBelow;
+    }
     ended.owned.reset();
     if (inputStack.empty()) {
         use_reader(NOTHING_READER);
@@ -275,8 +277,8 @@ int pop_input() {
 }
 
 void switch_encoding(EncodingId encoding) {
+    if (!reads_file(inputStack.back().kind)) return;
     docEncoding = encoding;
-    if (inputStack.back().kind == INPUT_MEMORY) return;
     inputStack.back().encoding = encoding;
     use_reader(select_getc_proc(encoding));
 }

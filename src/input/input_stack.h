@@ -5,6 +5,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "input/decoders.h"
@@ -37,6 +38,7 @@ struct InputLevel {
     ByteOrder byteOrder = NO_BYTE_ORDER;  // of a file level
     const Unit* memory = nullptr;         // read position in the caller's string
     bool isRepeated = false;              // an external entity that was read before in this parse
+    ByteStream* fileBelow = nullptr;      // curFile when this file level was pushed
     DecoderState decoderBelow;            // state of the decoders when this file level was pushed
     bool hasHeldChar = false;             // a character waits here for the level to become current
     int heldChar = -1;
@@ -55,7 +57,7 @@ extern int tokenCol;         // curCol when the current token began; the lexer's
 extern EncodingId
     docEncoding;             // encoding of the file level being read; a declaration writes it too
 extern ByteOrder byteOrder;  // its byte order
-extern const char* docName;  // name of the document in messages
+extern std::string docName;  // name of the document in messages
 
 extern std::vector<InputLevel> inputStack;
 
@@ -82,8 +84,8 @@ void push_external_subset(std::unique_ptr<ByteStream> file);
 // bottom level.
 int pop_input();
 
-// The encoding of the current file level becomes `encoding`, from the next byte on. In memory
-// nothing changes.
+// The encoding of the current file level becomes `encoding`, from the next byte on. A text in
+// memory, be it the document or an entity's, has none to change.
 void switch_encoding(EncodingId encoding);
 
 // Whether the document is a string in memory.

@@ -4,6 +4,7 @@
 
 #include "input/input_stack.h"
 #include "parser/sax_types.h"
+#include "parser/tree_builder.h"
 #include "runtime/heap.h"
 #include "runtime/report.h"
 #include "scanner/document_actions.h"
@@ -24,24 +25,34 @@ void call_error_handler(ErrorHandler& handler, int level, const SAXParseExceptio
     }
 }
 
-// Tells the error handler of a running SAX parse what is being reported, and where.
+bool tellingErrorHandler = false;
+
+// Set for the duration of a call of the error handler.
+struct Telling {
+    Telling() { tellingErrorHandler = true; }
+    ~Telling() { tellingErrorHandler = false; }
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
+};
+
+// Tells the error handler of a running SAX parse what is being reported, and where. What the
+// handler itself causes, such as the refusal of a parse that it starts, isn't told again.
 void tell_error_handler(int level, QVOXException::Code code, const char* message) {
-    if (currentParser == nullptr || currentParser->getType() != Parser::SAX_PARSER ||
-        !currentParser->isParsing()) {
+    if (tellingErrorHandler || currentParser == nullptr ||
+        currentParser->getType() != Parser::SAX_PARSER || !currentParser->isParsing()) {
         return;
     }
     ErrorHandler* handler = static_cast<SAXParser*>(currentParser)->getErrorHandler();
     if (handler == nullptr) return;
     const InputSource& source = *currentParser->getInputSource();
     const LocatorImpl locator(tokenCol, curLine, source.getPublicId(), source.getSystemId());
+    const Telling telling;
     call_error_handler(*handler, level, SAXParseException(code, message, locator));
 }
 
 }  // namespace
 
-bool feature_of(const char* name) {
-    return currentParser->getFeature(name);
-}
+bool feature_of(const char* name) { return currentParser->getFeature(name); }
 
 ParseRun::ParseRun(Parser& runningParser, InputSource* source, std::unique_ptr<ByteStream> openFile)
     : parser(runningParser), file(std::move(openFile)) {
@@ -74,6 +85,7 @@ void ParseRun::tearDown(bool accepted) {
     parseHeap = nullptr;
     currentParser = nullptr;
     file.reset();
+    if (!accepted) tree::discard();
 }
 
 }  // namespace qvox

@@ -1,5 +1,7 @@
 #include "parser/sax_delivery.h"
 
+#include <stdexcept>
+
 #include "parser/sax_types.h"
 
 namespace qvox::sax {
@@ -8,6 +10,9 @@ namespace {
 
 // A longer text is lent to the handler instead of copied.
 constexpr std::size_t LONGEST_COPIED_TEXT = 8192;
+
+// What the length of a string can tell.
+constexpr std::size_t LONGEST_LENT_TEXT = 2147483645;
 
 LexicalHandler* lexical_handler(const SAXParser& reader) {
     return static_cast<LexicalHandler*>(reader.getProperty(PROPERTY_LEXICAL_HANDLER));
@@ -68,6 +73,7 @@ void characters(SAXParser& reader, const Unit* text) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler == nullptr) return;
     const std::size_t length = wide_length(text);
+    if (length > LONGEST_LENT_TEXT) throw std::length_error("text too long");
     if (length > LONGEST_COPIED_TEXT) {
         handler->characters(Xstring(text, static_cast<int>(length)));
     } else {
@@ -119,9 +125,9 @@ void element_decl(SAXParser& reader, const Unit* name, const Unit* model) {
 }
 
 void attlist_decl(SAXParser& reader, const Unit* name, const ElementRecord& element) {
+    DeclHandler* handler = decl_handler(reader);
+    if (handler == nullptr) return;
     for (const AttDefRecord* definition : element.attDefs) {
-        DeclHandler* handler = decl_handler(reader);
-        if (handler == nullptr) continue;
         handler->attributeDecl(name, definition->name, definition->type, definition->mode,
                                definition->value);
     }

@@ -5,21 +5,13 @@
 
 namespace qvox {
 
-ContentHandler* SAXParser::getContentHandler() const {
-    return contentHandler;
-}
+ContentHandler* SAXParser::getContentHandler() const { return contentHandler; }
 
-DTDHandler* SAXParser::getDTDHandler() const {
-    return dtdHandler;
-}
+DTDHandler* SAXParser::getDTDHandler() const { return dtdHandler; }
 
-EntityResolver* SAXParser::getEntityResolver() const {
-    return entityResolver;
-}
+EntityResolver* SAXParser::getEntityResolver() const { return entityResolver; }
 
-ErrorHandler* SAXParser::getErrorHandler() const {
-    return errorHandler;
-}
+ErrorHandler* SAXParser::getErrorHandler() const { return errorHandler; }
 
 void SAXParser::setContentHandler(const ContentHandler* handler) {
     contentHandler = const_cast<ContentHandler*>(handler);
@@ -37,13 +29,9 @@ void SAXParser::setErrorHandler(const ErrorHandler* handler) {
     errorHandler = const_cast<ErrorHandler*>(handler);
 }
 
-bool SAXParser::getFeature(const char* name) const {
-    return Parser::getFeature(name);
-}
+bool SAXParser::getFeature(const char* name) const { return Parser::getFeature(name); }
 
-void SAXParser::setFeature(const char* name, bool value) {
-    Parser::setFeature(name, value);
-}
+void SAXParser::setFeature(const char* name, bool value) { Parser::setFeature(name, value); }
 
 void* SAXParser::getProperty(const char* name) const {
     switch (impl->readableProperty(name, isParsing())) {

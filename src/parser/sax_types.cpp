@@ -16,17 +16,13 @@ int AttributesImpl::getIndex(const Xstring& qName) const {
     return -1;
 }
 
-int AttributesImpl::getLength() const {
-    return static_cast<int>(records.size());
-}
+int AttributesImpl::getLength() const { return static_cast<int>(records.size()); }
 
 const Xstring& AttributesImpl::getLocalName(int index) const {
     return member(index, &Record::localName);
 }
 
-const Xstring& AttributesImpl::getQName(int index) const {
-    return member(index, &Record::qName);
-}
+const Xstring& AttributesImpl::getQName(int index) const { return member(index, &Record::qName); }
 
 const Xstring& AttributesImpl::getType(const Xstring& uri, const Xstring& localName) const {
     return getType(getIndex(uri, localName));
@@ -36,13 +32,9 @@ const Xstring& AttributesImpl::getType(const Xstring& qName) const {
     return getType(getIndex(qName));
 }
 
-const Xstring& AttributesImpl::getType(int index) const {
-    return member(index, &Record::type);
-}
+const Xstring& AttributesImpl::getType(int index) const { return member(index, &Record::type); }
 
-const Xstring& AttributesImpl::getURI(int index) const {
-    return member(index, &Record::uri);
-}
+const Xstring& AttributesImpl::getURI(int index) const { return member(index, &Record::uri); }
 
 const Xstring& AttributesImpl::getValue(const Xstring& uri, const Xstring& localName) const {
     return getValue(getIndex(uri, localName));
@@ -52,9 +44,7 @@ const Xstring& AttributesImpl::getValue(const Xstring& qName) const {
     return getValue(getIndex(qName));
 }
 
-const Xstring& AttributesImpl::getValue(int index) const {
-    return member(index, &Record::value);
-}
+const Xstring& AttributesImpl::getValue(int index) const { return member(index, &Record::value); }
 
 void AttributesImpl::add(const Unit* uri, const Unit* localName, const Unit* qName,
                          const Unit* type, const Unit* value) {

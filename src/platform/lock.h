@@ -6,6 +6,5 @@
 namespace qvox {
 
 using Lock = std::recursive_mutex;
-using LockGuard = std::lock_guard<Lock>;
 
 }  // namespace qvox

@@ -1,5 +1,6 @@
 #include "scanner/attributes.h"
 
+#include "input/expansion.h"
 #include "runtime/heap.h"
 #include "scanner/namespaces.h"
 
@@ -43,6 +44,19 @@ void collapse_blanks(Unit* value) {
     *to = 0;
 }
 
+// The declared default stays as it is; one normalised copy serves all tags. Its units count as
+// replacement text, or a long default would make much of many short tags.
+void append_default(TagRecord& tag, AttDefRecord& definition) {
+    const AttDefRecord* first = definition.firstOfName;
+    if (definition.normalized == nullptr) {
+        definition.normalized = copy_on_heap(definition.value);
+        normalize_att_value(first->type, definition.normalized);
+    }
+    count_expanded(wide_length(definition.normalized));
+    tag.attributes.append(
+        {first, nullptr, nullptr, definition.name, definition.normalized, false, false});
+}
+
 }  // namespace
 
 void apply_declaration(TagRecord& tag, const ElementRecord& declaration) {
@@ -52,21 +66,21 @@ void apply_declaration(TagRecord& tag, const ElementRecord& declaration) {
         attribute.decl = definition;
         if (definition != nullptr) definition->seenInTag = tagNumber;
     }
-    for (const AttDefRecord* definition : declaration.attDefs) {
+    for (AttDefRecord* definition : declaration.attDefs) {
         AttDefRecord* first = definition->firstOfName;
         if (definition->value == nullptr || first->seenInTag == tagNumber) continue;
         first->seenInTag = tagNumber;
-        // A copy, since the value is normalised in place and the default is to stay as declared.
-        tag.attributes.append({first, nullptr, nullptr, definition->name,
-                               copy_on_heap(definition->value), false, false});
+        append_default(tag, *definition);
     }
 }
 
 void finish_attributes(TagRecord& tag, NamespaceOptions options) {
     std::size_t kept = 0;
     for (AttributeRecord& attribute : tag.attributes) {
-        normalize_att_value(attribute.decl != nullptr ? attribute.decl->type : nullptr,
-                            attribute.value);
+        if (attribute.specified) {
+            normalize_att_value(attribute.decl != nullptr ? attribute.decl->type : nullptr,
+                                attribute.value);
+        }
         if (attribute.isNamespaceDecl) {
             if (!options.prefixes) continue;
             attribute.localName = XMLNS;

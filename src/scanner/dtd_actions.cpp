@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "input/expansion.h"
 #include "runtime/heap.h"
 #include "runtime/report.h"
 #include "text/temporaries.h"
@@ -9,6 +10,10 @@
 namespace qvox {
 
 namespace {
+
+// Each attribute-list declaration reports the definitions of the earlier ones for the same element
+// again, and a tree keeps them: this is what one of them counts for.
+constexpr unsigned long long REPEATED_DEFINITION_EXPANSION = 64;
 
 struct PredefinedEntity {
     const char* name;
@@ -80,6 +85,7 @@ ElementRecord* begin_attlist(const Unit* elementName) {
     if (currentElementDecl == nullptr) {
         currentElementDecl = register_element_decl(elementName, nullptr, true);
     }
+    count_expanded(REPEATED_DEFINITION_EXPANSION * currentElementDecl->attDefs.size());
     return currentElementDecl;
 }
 

@@ -14,7 +14,8 @@ struct AttDefRecord {
     const Unit* name;
     const Unit* type;
     const Unit* mode;           // "#REQUIRED", "#IMPLIED", "#FIXED", or null for a plain default
-    const Unit* value;          // default value or null
+    const Unit* value;          // default value as declared, or null
+    Unit* normalized;           // the same as attributes have it, made at its first use
     AttDefRecord* firstOfName;  // the first definition of this name on the element, which counts
     unsigned long seenInTag;    // number of the start tag that last had an attribute of this name
 };

@@ -44,6 +44,7 @@ int scan_section_start() {
     if (read_markup() != 'C') return open_frame(COND_START, LEX_COND_SECTION);
     scan_name();
     if (curChar != '[' || !token_word_is(WORD_BEHIND_BRACKET, "CDATA")) return NO_TOKEN;
+    append_char('[');
     push_frame(LEX_CDATA);
     read_char();
     return CDATA_START;
@@ -105,12 +106,24 @@ int scan_character_data() {
     return CHARDATA;
 }
 
-// The next character of a text that only its delimiter ends.
-int read_text(const RunStops& stops, const char* unterminated) {
-    const int c = next_in_run(stops);
+// Reads and appends one more character of a text that only its delimiter ends.
+int read_one(const char* unterminated) {
+    const int c = curGetc();
     if (c == -1) lex_error(QVOXException::UNEXPECTED_EOF_ERR, unterminated, 0);
     append_char(c);
     return c;
+}
+
+// The same behind a run.
+int read_text(const char* unterminated) {
+    append_run(CDATA_STOPS);
+    return read_one(unterminated);
+}
+
+// Behind a hyphen every character is looked at by itself.
+int read_comment() {
+    if (tokenText[tokenLen - 1] != '-') append_run(COMMENT_STOPS);
+    return read_one("unterminated comment");
 }
 
 bool is_xml_in_any_case(const Unit* name) { return wide_narrow_casecompare(name, "xml") == 0; }
@@ -130,7 +143,7 @@ int scan_pi_target() {
 int scan_pi_data() {
     int c = curChar;
     while (c != '>' || tokenLen < 2 || tokenText[tokenLen - 2] != '?') {
-        c = read_text(CDATA_STOPS, "unterminated processing instruction");
+        c = read_text("unterminated processing instruction");
     }
     if (tokenLen > 2 || token_follows_space()) return close_text(PI_DATA, PI_END, 2);
     pop_frame();
@@ -187,7 +200,8 @@ int scan_start_tag() {
     switch (curChar) {
         case '=': return single_character();
         case '/':
-            if (read_markup() != '>') return NO_TOKEN;
+            read_char();
+            if (curChar != '>') return NO_TOKEN;
             pop_frame();
             read_char();
             return EMPTY_TAG_CLOSE;
@@ -210,9 +224,10 @@ int scan_end_tag() {
 
 int scan_comment() {
     for (;;) {
-        const int c = read_text(COMMENT_STOPS, "unterminated comment");
-        if (tokenLen < 3 || tokenText[tokenLen - 2] != '-' || tokenText[tokenLen - 3] != '-')
+        const int c = read_comment();
+        if (tokenLen < 3 || tokenText[tokenLen - 2] != '-' || tokenText[tokenLen - 3] != '-') {
             continue;
+        }
         if (c == '>') return close_text(COMMENT_TEXT, COMMENT_END, 3);
         lex_error(QVOXException::SYNTAX_ERR, "'--' found in comment", 0);
     }
@@ -220,8 +235,7 @@ int scan_comment() {
 
 int scan_cdata() {
     int c = curChar;
-    while (c != '>' || !token_ends_in(']', ']', '>'))
-        c = read_text(CDATA_STOPS, "unterminated cdsect");
+    while (c != '>' || !token_ends_in(']', ']', '>')) c = read_text("unterminated cdsect");
     return close_text(CDATA_TEXT, CDATA_END, 3);
 }
 
@@ -231,7 +245,9 @@ int scan_xml_decl() {
     if (is_name_start(curChar)) return scan_keyword(XML_DECL_WORDS);
     if (is_quote(curChar)) return scan_xml_decl_value();
     if (curChar == '=') return single_character();
-    if (curChar != '?' || read_markup() != '>') return NO_TOKEN;
+    if (curChar != '?') return NO_TOKEN;
+    read_char();
+    if (curChar != '>') return NO_TOKEN;
     pop_frame();
     read_char();
     return PI_END;

@@ -22,11 +22,11 @@ namespace {
 }  // namespace
 
 void lex_error(int code, const char* message, std::size_t tokenOffset) {
-    error_at(code, message, docName, terminated_token() + tokenOffset, curCol);
+    error_at(code, message, docName.c_str(), terminated_token() + tokenOffset, curCol);
 }
 
 void syntax_error(const char* message) {
-    error_at(QVOXException::SYNTAX_ERR, docName, message, tokenText, tokenCol);
+    error_at(QVOXException::SYNTAX_ERR, docName.c_str(), message, tokenText, tokenCol);
 }
 
 }  // namespace qvox

@@ -4,6 +4,8 @@ namespace qvox {
 
 namespace {
 
+constexpr int FIRST_EUC_BYTE = 0xA1;
+
 constexpr int FIRST_KANA_BYTE = 0xA1;
 constexpr int LAST_KANA_BYTE = 0xDF;
 constexpr int EUC_KANA_LEAD = 0x8E;
@@ -80,7 +82,11 @@ int sjis_to_euc(int code) {
     return pair_of(high * 2 - (isFirstBlock ? 0x61 : 0xE1), low + (low >= 0x7F ? 0x60 : 0x61));
 }
 
-int euc_to_unicode(int code) { return sjis_to_unicode(euc_to_sjis(code)); }
+// A second byte below 0xA1 is none of EUC's: the arithmetic would make a character of it, and so
+// swallow what may be markup.
+int euc_to_unicode(int code) {
+    return (code & 0xFF) < FIRST_EUC_BYTE ? 0 : sjis_to_unicode(euc_to_sjis(code));
+}
 
 int jis_to_unicode(int code) {
     return is_kana_byte(code) ? sjis_to_unicode(code) : euc_to_unicode(code | 0x8080);

@@ -26,6 +26,7 @@ inline int unicode_to_sjis(int unit) { return code_page_from_unit(static_cast<un
 int euc_to_sjis(int code);
 int sjis_to_euc(int code);
 
+// 0 also where the second byte can't be one of EUC-JP.
 int euc_to_unicode(int code);
 int jis_to_unicode(int code);
 

@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cstdint>
 #include <ostream>
+#include <stdexcept>
 #include <utility>
 
 #include <qvox/xstring.h>
@@ -14,6 +16,14 @@ namespace qvox {
 namespace {
 
 std::size_t native_size(const Xstring& s) { return 2 * static_cast<std::size_t>(s.length()) + 1; }
+
+// The longest text whose length an int can tell.
+constexpr std::size_t LONGEST_TEXT = 2147483645;
+
+std::size_t checked_length(std::size_t length) {
+    if (length > LONGEST_TEXT) throw std::length_error("Xstring too long");
+    return length;
+}
 
 const char* as_chars(const unsigned char* s) { return reinterpret_cast<const char*>(s); }
 
@@ -40,7 +50,8 @@ Xstring::Xstring(const unsigned short* s) {
     }
 }
 
-Xstring::Xstring(const unsigned short* s, int length) : bulkLength(length), bulk(s) {}
+Xstring::Xstring(const unsigned short* s, int length)
+    : bulkLength(s == nullptr ? -1 : std::max(length, 0)), bulk(s) {}
 
 Xstring::Xstring(const Xstring& other) : bulkLength(other.isNull() ? -1 : 0) {
     if (other.bulk != nullptr) {
@@ -50,15 +61,11 @@ Xstring::Xstring(const Xstring& other) : bulkLength(other.isNull() ? -1 : 0) {
     }
 }
 
-Xstring::Xstring(Xstring&& other) noexcept : Xstring() {
-    if (other.bulk != nullptr) {
-        *this = other.bulk;
-        return;
-    }
-    text = std::move(other.text);
-    bulkLength = other.bulkLength;
+Xstring::Xstring(Xstring&& other) noexcept
+    : text(std::move(other.text)),
+      bulkLength(std::exchange(other.bulkLength, -1)),
+      bulk(std::exchange(other.bulk, nullptr)) {
     other.text.clear();
-    other.bulkLength = -1;
 }
 
 // Makes the string one that owns its text, which a bulk string takes from its lender.
@@ -133,6 +140,7 @@ Xstring Xstring::substr(int start, int count) const {
 
 unsigned int Xstring::find(const char* pattern) const {
     constexpr auto notFound = static_cast<unsigned int>(-1);
+    if (pattern == nullptr) return 0;
     const WideTemp wanted(pattern);
     const std::size_t wantedLength = wide_length(wanted.get());
     if (wantedLength == 0) return 0;
@@ -153,14 +161,13 @@ Xstring& Xstring::operator=(const char* s) {
 
 Xstring& Xstring::operator=(const unsigned short* s) {
     if (s == nullptr) return *this;
-    text.assign(s);
+    text.assign(s, checked_length(wide_length(s)));
     bulk = nullptr;
     bulkLength = 0;
     return *this;
 }
 
 Xstring& Xstring::operator=(const Xstring& other) {
-    if (this == &other) return *this;
     if (other.isNull() && isNull()) return *this;
     text.assign(other.data(), static_cast<std::size_t>(other.length()));
     bulk = nullptr;
@@ -183,14 +190,16 @@ Xstring& Xstring::operator+=(unsigned short unit) {
 Xstring& Xstring::operator+=(const unsigned short* s) {
     if (s == nullptr) return *this;
     own();
-    text.append(s);
+    const std::size_t added = wide_length(s);
+    text.append(s, checked_length(text.size() + added) - text.size());
     return *this;
 }
 
 Xstring& Xstring::operator+=(const Xstring& other) {
     if (other.isNull()) return *this;
     own();
-    text.append(other.data(), static_cast<std::size_t>(other.length()));
+    const auto added = static_cast<std::size_t>(other.length());
+    text.append(other.data(), checked_length(text.size() + added) - text.size());
     return *this;
 }
 
