@@ -100,7 +100,7 @@ TEST_F(CheckTest, PrintsTheTrueNameOfAFile) {
 
 TEST_F(CheckTest, WrongUseAndHelp) {
     for (const char* const arguments :
-         {"", "check", "events", "tree x.xml", "--verbose", "check --no-namespaces x.xml",
+         {"", "check", "events", "branch x.xml", "--verbose", "check --no-namespaces x.xml",
           "events --unknown x.xml", "check x.xml --verbos"}) {
         const Result result = qvox(arguments);
         EXPECT_EQ(result.status, 2) << arguments;

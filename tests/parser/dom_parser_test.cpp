@@ -1,0 +1,182 @@
+// What a parse makes of a document, and what a DOMParser frees.
+#include <gtest/gtest.h>
+
+#include "support/tree_text.h"
+
+namespace qvox_test {
+namespace {
+
+using qvox::Document;
+using qvox::DOMParser;
+using qvox::Node;
+
+// The tree of a document in the file "doc.xml", beside a file "e.xml"; or code and message.
+std::string parsed(DOMParser& parser, const std::string& text, const std::string& entity = "") {
+    write_file("doc.xml", text);
+    write_file("e.xml", entity);
+    std::string tree;
+    const std::string raised = raised_by([&] {
+        Document* const document = parser.parse("doc.xml");
+        tree = tree_text(document);
+        parser.free(document);
+    });
+    return raised + tree;
+}
+
+TEST(DomParser, Trees) {
+    const char* const cases[][2] = {
+        {"<a/>", "/(a)"},
+        {"<a></a>", "/(a)"},
+        {"<a>x&lt;y</a>", "/(a('x<y'))"},
+        {"<a>x<![CDATA[y]]>z</a>", "/(a('x' ='y' 'z'))"},
+        {"<a><![CDATA[]]></a>", "/(a(=''))"},
+        {"<a><![CDATA[<b>]]><![CDATA[]]]]></a>", "/(a(='<b>' =']]'))"},
+        {"<a> <b/>\n<c> </c> </a>", "/(a(' ' b '\\n' c(' ') ' '))"},
+        {"<a>x&#x3B1;&amp;y</a>", "/(a('x\xCE\xB1&y'))"},
+        {"<a>x<!--c-->y<?p d?>z<?q?></a>", "/(a('x' !'c' 'y' ?p'd' 'z' ?q-))"},
+        {"<!--c--><?p  d ?><a/><!----><?q ?>", "/(!'c' ?p'd ' a !'' ?q'')"},
+        {"<?xml version='1.0'?><a/>", "/(?xml'version=\"1.0\"' a)"},
+        {"<?xml version='1.0' encoding='UTF-8' standalone='yes'?>\n<a/>",
+         "/(?xml'version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"' a)"},
+        {"<a b='1' c=\"2\" b='3'/>", "/(a[c='2' b='3'])"},
+        {"<a xmlns='d' xmlns:p='u' p:x='1' y='2'><p:b z='3' p:z='4'/></a>",
+         "/({d}a[xmlns='d' xmlns:p='u' {u}p:x='1' y='2']({u}p:b[z='3' {u}p:z='4']))"},
+        {"<!DOCTYPE a><a/>", "/(%a a)"},
+        {"<!DOCTYPE a [<!--c--><!ELEMENT a ANY><?p d?><!ENTITY e 'v'>]><a>x&e;y</a>",
+         "/(%a(!'c' ?p'd') a('xvy'))"},
+        {"<!DOCTYPE a [<!ENTITY e 'v<b>w</b>'>]><a>x&e;y</a>", "/(%a a('xv' b('w') 'y'))"},
+        {"<!DOCTYPE a [<!ATTLIST a d CDATA 'def' n NMTOKEN #IMPLIED>]><a x='1'/>",
+         "/(%a a[x='1' d='def'*])"},
+        {"<!DOCTYPE a [<!ENTITY e SYSTEM 'e.xml'>]><a>x&e;y</a>", "/(%a a('xtexty'))"},
+        // A text declaration splits the text around it, also where no entity begins.
+        {"<a>x<?xml version='1.0' encoding='UTF-8'?>y</a>", "/(a('x' 'y'))"},
+    };
+    DOMParser parser;
+    for (const auto& test : cases) EXPECT_EQ(parsed(parser, test[0], "text"), test[1]) << test[0];
+    EXPECT_EQ(parsed(parser, "<!DOCTYPE a [<!ENTITY e SYSTEM 'e.xml'>]><a>x&e;y</a>",
+                     "<?xml version='1.0' encoding='UTF-8'?>z"),
+              "/(%a a('x' 'zy'))");
+}
+
+TEST(DomParser, Features) {
+    const std::string text = "<a xmlns='d' xmlns:p='u' p:x='1'/>";
+    const char* const cases[] = {"/(a[p:x='1'])", "/(a[xmlns='d' xmlns:p='u' p:x='1'])",
+                                 "/({d}a[{u}p:x='1'])",
+                                 "/({d}a[xmlns='d' xmlns:p='u' {u}p:x='1'])"};
+    DOMParser parser;
+    EXPECT_TRUE(parser.getFeature(qvox::FEATURE_NAMESPACE_PREFIXES));
+    EXPECT_EQ(parser.getType(), qvox::Parser::DOM_PARSER);
+    for (int i = 3; i >= 0; --i) {
+        parser.setFeature(qvox::FEATURE_NAMESPACES, i / 2 == 1);
+        parser.setFeature(qvox::FEATURE_NAMESPACE_PREFIXES, i % 2 == 1);
+        EXPECT_EQ(parsed(parser, text), cases[i]);
+    }
+}
+
+TEST(DomParser, DocumentType) {
+    const std::string text =
+        "<!DOCTYPE r PUBLIC 'pub' 'e.xml' [\n"
+        "<!ELEMENT r (a|b)*><!ATTLIST r x (u|v) 'u' y CDATA #REQUIRED z ID #IMPLIED\n"
+        "  w CDATA #FIXED 'f'>\n"
+        "<!ENTITY e 'v'><!ENTITY % p '<!--in-->'><!ENTITY s SYSTEM 'sys'>\n"
+        "<!ENTITY q PUBLIC 'pid' 'sys'><!ENTITY g SYSTEM 'pic' NDATA gif>\n"
+        "<!ENTITY h PUBLIC 'pid' 'pic' NDATA gif><!ENTITY e 'second'>\n"
+        "<!NOTATION gif SYSTEM 'viewer'><!NOTATION pub PUBLIC 'np'><!NOTATION both PUBLIC 'np' "
+        "'ns'>\n"
+        "<!NOTATION gif PUBLIC ''>]><r y='&e;' b='&e;'/>";
+    write_file("doc.xml", text);
+    write_file("e.xml", "<!ELEMENT late EMPTY>");
+    DOMParser parser;
+    Document* const document = parser.parse("doc.xml");
+    qvox::DocumentType* const doctype = document->getDoctype();
+    EXPECT_EQ(doctype->getOwnerDocument(), nullptr);
+    EXPECT_EQ(doctype->getParentNode(), document);
+    EXPECT_EQ(quoted(doctype->getName()) + quoted(doctype->getPublicId()) +
+                  quoted(doctype->getSystemId()),
+              "'r''pub''e.xml'");
+    // The later declaration takes the place at the end; its name still means the first.
+    EXPECT_EQ(items_text(*doctype->getEntities()), "$%p $s $q $g $h $e");
+    EXPECT_EQ(items_text(*doctype->getNotations()), "~pub ~both ~gif");
+    EXPECT_EQ(quoted(document->getDocumentElement()->getAttribute("b")), "'v'");
+    const char* const subset =
+        "<!ELEMENT r (a|b)*>\n"
+        "<!ATTLIST r x (u|v) \"u\" y CDATA #REQUIRED z ID #IMPLIED w CDATA #FIXED \"f\">\n"
+        "<!ENTITY e \"v\">\n<!ENTITY % p \"<!--in-->\">\n<!ENTITY s SYSTEM \"sys\">\n"
+        "<!ENTITY q PUBLIC \"pid\" \"sys\">\n<!ENTITY g SYSTEM \"pic\" NDATA gif>\n"
+        "<!ENTITY h PUBLIC \"pid\" \"pic\" NDATA gif>\n<!ENTITY e \"second\">\n"
+        "<!NOTATION gif SYSTEM \"viewer\">\n<!NOTATION pub PUBLIC \"np\">\n"
+        "<!NOTATION both PUBLIC \"np\" \"ns\">\n<!NOTATION gif PUBLIC \"\">\n<!ELEMENT late "
+        "EMPTY>\n";
+    for (int i = 0; i < 2; ++i) EXPECT_EQ(plain(doctype->getInternalSubset()), subset);
+    const auto entity = [&](const char* name) {
+        const auto* const node =
+            static_cast<qvox::Entity*>(doctype->getEntities()->getNamedItem(name));
+        EXPECT_EQ(node->getOwnerDocument(), document);
+        EXPECT_FALSE(node->hasChildNodes());
+        return quoted(node->getPublicId()) + quoted(node->getSystemId()) +
+               quoted(node->getNotationName());
+    };
+    EXPECT_EQ(entity("e") + ' ' + entity("%p") + ' ' + entity("q") + ' ' + entity("g"),
+              "--- --- 'pid''sys'- -'pic''gif'");
+    const auto notation = [&](const char* name) {
+        const auto* const node =
+            static_cast<qvox::Notation*>(doctype->getNotations()->getNamedItem(name));
+        return quoted(node->getPublicId()) + quoted(node->getSystemId());
+    };
+    EXPECT_EQ(notation("gif") + notation("pub") + notation("both"), "--'np'-'np''ns'");
+
+    // A copy has neither maps nor declarations.
+    auto* const clone = static_cast<qvox::DocumentType*>(doctype->cloneNode(true));
+    EXPECT_EQ(clone->getEntities(), nullptr);
+    EXPECT_TRUE(clone->getInternalSubset().isNull());
+    EXPECT_EQ(quoted(clone->getPublicId()) + quoted(clone->getSystemId()), "'pub''e.xml'");
+    parser.freeNode(clone);
+    parser.free(document);
+}
+
+TEST(DomParser, TreesOutliveTheParser) {
+    Document* first = nullptr;
+    Document* second = nullptr;
+    {
+        DOMParser parser;
+        first = parse_document(parser, "<a x='1'>t</a>");
+        EXPECT_EQ(parsed(parser, "<a><b></a>").substr(0, 5), "QVOX ");
+        qvox::InputSource source("doc.xml");
+        write_file("doc.xml", "<c/>");
+        second = parser.parse(source);
+    }
+    EXPECT_EQ(tree_text(first) + tree_text(second), "/(a[x='1']('t'))/(c)");
+    EXPECT_EQ(first->getImplementation(), second->getImplementation());
+    DOMParser parser;
+    EXPECT_EQ(parser.getImplementation(), first->getImplementation());
+    parser.free(first);
+    parser.free(second);
+}
+
+// Nothing of a failed parse is left, which the sanitizers see.
+TEST(DomParser, Failures) {
+    DOMParser parser;
+    for (const char* const text :
+         {"", "<a", "<a>x", "<a><b/>x<![CDATA[y]]>", "<!DOCTYPE a [<!ENTITY e 'v'><!NOTATION",
+          "<!DOCTYPE a [<!ENTITY e 'v'><!--c--><!ATTLIST a b CDATA 'd'>]><a>&e;<a>",
+          "<a x='1'>&#0;</a>", "<a/><a/>"}) {
+        EXPECT_EQ(parsed(parser, text).substr(0, 5), "QVOX ") << text;
+    }
+    EXPECT_EQ(raised_by([&] { parser.parse("absent.xml"); }).substr(0, 7), "QVOX 1 ");
+}
+
+TEST(DomParser, Freeing) {
+    Tree tree("%d a(b)");
+    const char* const withParent = "QVOX 4 attempt to free node with parent";
+    for (const char* const name : {"d", "a", "b"}) {
+        EXPECT_EQ(raised_by([&] { tree.parser.freeNode(tree[name]); }), withParent);
+    }
+    EXPECT_EQ(tree.text(), "/(%d a(b))");
+    tree.parser.freeNode(nullptr);
+    tree.parser.free(static_cast<Document*>(nullptr));
+    tree.parser.freeNode(tree.parser.createDocument());
+    tree.parser.freeNode(tree["a"]->removeChild(tree["b"]));
+}
+
+}  // namespace
+}  // namespace qvox_test

@@ -1,0 +1,89 @@
+// What the attribute definitions of a document type do to start tags.
+#include "parser/dtd_support.h"
+
+namespace qvox_test {
+namespace {
+
+// The events of the content behind the definitions of <r>. Attributes are ['uri' 'local' 'qName'
+// 'type' 'value'].
+std::string content_of(const std::string& definitions, const std::string& content) {
+    return behind("]; ", events_of("<!DOCTYPE r [<!ENTITY e 'E<'><!ENTITY t '\n'><!ATTLIST r " +
+                                   definitions + ">]>" + content));
+}
+
+// The first definition of a name counts, for the type as well.
+TEST(DtdDefaults, SupplyWhatTheTagLacks) {
+    const char* const table = R"(
+a CDATA '1' b ID #IMPLIED c ID #REQUIRED d CDATA #FIXED '4' e CDATA '' => <r/>
+  => [- 'a' 'a' 'CDATA' '1'] [- 'd' 'd' 'CDATA' '4'] [- 'e' 'e' 'CDATA' '']
+a ID '1' b CDATA #FIXED '2'         => <r z='0' b='x'></r>
+  => [- 'z' 'z' - '0'] [- 'b' 'b' 'CDATA' 'x'] [- 'a' 'a' 'ID' '1']
+a ID '1'                            => <r a='x' a='y'/> => [- 'a' 'a' 'ID' 'x'] [- 'a' 'a' 'ID' 'y']
+a ID '1' a CDATA '2'><!ATTLIST r a CDATA '3' => <r/>    => [- 'a' 'a' 'ID' '1']
+a ID #IMPLIED a CDATA ' b  c '      => <r/>             => [- 'a' 'a' 'ID' 'b c']
+x NOTATION ( n |m) #IMPLIED y ( 1|2 ) '3' => <r x=' m'/>
+  => [- 'x' 'x' 'NOTATION (n|m)' 'm'] [- 'y' 'y' '(1|2)' '3']
+x CDATA '[&e;&#38;e;]'              => <r/>             => [- 'x' 'x' 'CDATA' '[E<&e;]']
+)";
+    for (const Row& row : rows_of(table)) {
+        EXPECT_EQ(content_of(row[0], row.at(1)), "(r " + row.at(2) + "; )");
+    }
+    EXPECT_EQ(content_of("><!ATTLIST s a CDATA '1'", "<r/>"), "(r; )");
+}
+
+// An element is matched by its local part, or by its whole name where namespaces are off; an
+// attribute always by its whole name. A namespace declared by a default binds nothing.
+TEST(DtdDefaults, AndNamespaces) {
+    const char* const definitions = "p:a ID '1' xmlns ID 'u' xmlns:p ID 'v'><!ATTLIST p:r b ID '2'";
+    const std::string defaults =
+        " [- 'a' 'p:a' 'ID' '1'] [- 'xmlns' 'xmlns' 'ID' 'u'] "
+        "[- 'p' 'xmlns:p' 'ID' 'v']";
+    EXPECT_EQ(content_of(definitions, "<r/>"), "(r" + defaults + "; )");
+    EXPECT_EQ(content_of(definitions, "<p:r/>"), "startElement - 'r' 'p:r'" + defaults + "; )");
+    EXPECT_EQ(content_of(definitions, "<r xmlns:p='w'/>"),
+              "startPrefixMapping 'p' 'w'; (r ['w' 'a' 'p:a' 'ID' '1'] [- 'xmlns' 'xmlns' 'ID' "
+              "'u']; ); endPrefixMapping 'p'");
+    Options options;
+    options.namespaces = false;
+    const Outcome outcome =
+        parse_bytes("<!DOCTYPE r [<!ATTLIST r a ID ''><!ATTLIST p:r b ID '2'>]><p:r/>", options);
+    EXPECT_EQ(behind("]; ", brief(outcome.events)), "startElement - - 'p:r' [- - 'b' 'ID' '2']; )");
+}
+
+// By the declared type. The next element and the declaration itself see the default as it stands.
+TEST(DtdDefaults, Normalisation) {
+    const char* const table = R"(
+=> [] => []
+\s                        => [ ]      => []
+\t \n                     => [   ]    => []
+\sa  b\s                  => [ a  b ] => [a b]
+a\r\n\tb                  => [a  b]   => [a b]
+a\n\n\nb                  => [a b]    => [a b]
+\na\n\t\n                 => [ a   ]  => [a]
+a&#10;&#13;b&#9;c&#32;\s  => [a b c  ] => [a b c]
+&t;x&t;                   => [ x ]    => [x]
+)";
+    for (const std::string type : {"ID", "IDREF", "IDREFS", "ENTITY", "ENTITIES", "NMTOKEN",
+                                   "NMTOKENS", "(a|b)", "NOTATION (a|b)"}) {
+        for (const Row& row : rows_of(table)) {
+            const std::string value = " '" + row[0] + "'";
+            const std::string normalised = behind("[", in_front_of("]", row.at(1)));
+            const std::string cdata = " [- 'a' 'a' 'CDATA' '" + normalised + "']";
+            const std::string tokens =
+                " [- 'b' 'b' '" + type + "' '" + behind("[", in_front_of("]", row.at(2))) + "']";
+            const std::string both = "(r" + cdata + tokens;
+            const std::string events =
+                content_of("a CDATA" + value + " b " + type + value + "><!ATTLIST r",
+                           "<r><r/><r a=" + value + " b=" + value + "/><r c=" + value + "/></r>");
+            EXPECT_EQ(std::regex_replace(events, std::regex("&t; "), ""),
+                      both + "; " + both + "; ); " + both + "; ); (r [- 'c' 'c' - '" + normalised +
+                          "']" + cdata + tokens + "; ); )");
+        }
+    }
+    const std::string reported = "attribute 'r' 'a' 'ID' - ' b\\n'; ";
+    EXPECT_EQ(events_of("<!DOCTYPE r [<!ATTLIST r a ID ' b\n'><!ATTLIST r>]><r/>"),
+              "startDTD 'r' - -; " + reported + reported + "]; (r [- 'a' 'a' 'ID' 'b']; )");
+}
+
+}  // namespace
+}  // namespace qvox_test

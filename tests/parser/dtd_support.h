@@ -1,0 +1,83 @@
+// Tables of cases, and documents with a document type and their events in a form that fits on a
+// line of such a table.
+#pragma once
+
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/recorder.h"
+
+namespace qvox_test {
+
+using Row = std::vector<std::string>;
+
+// The rows of a table: a line each, with its columns between "=>". A line that begins with a blank
+// continues the one above it. All but the last column may have \n, \r, \t and \s, a blank.
+inline std::vector<Row> rows_of(const char* table) {
+    std::istringstream lines(std::regex_replace(table, std::regex("\n +"), " "));
+    std::vector<Row> rows;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.empty()) continue;
+        const std::regex divider(" *=> *");
+        Row row(std::sregex_token_iterator(line.begin(), line.end(), divider, -1), {});
+        for (std::size_t i = 0; i + 1 < row.size(); ++i) {
+            for (const char* const escape : {"\\n\n", "\\r\r", "\\t\t", "\\s "}) {
+                const std::regex letter('\\' + std::string(escape, 2));
+                row[i] = std::regex_replace(row[i], letter, std::string(1, escape[2]));
+            }
+        }
+        rows.push_back(row);
+    }
+    EXPECT_FALSE(rows.empty());
+    return rows;
+}
+
+// Compares the events of each part of a document with those behind it.
+template <typename Events>
+void expect_events(const char* table, Events events_of_part) {
+    for (const Row& row : rows_of(table)) EXPECT_EQ(events_of_part(row[0]), row.at(1)) << row[0];
+}
+
+// The events, joined, in short: "<e" and ">e" for the start and end of the entity e, "&e" for one
+// directly behind the other; "(a" and ")" for the start and end of the element a without namespace,
+// with its attributes as they are; "'x'" for characters; "]" for endDTD; and "element",
+// "attribute", "internal", "external" and "notation" for declarations.
+inline std::string brief(const std::string& events) {
+    const char* const forms[][2] = {
+        {"startEntity '([^']*)'\nendEntity '\\1'\n", "&$1\n"},
+        {"startEntity '([^']*)'", "<$1"},
+        {"endEntity '([^']*)'", ">$1"},
+        {"startElement - '([^']*)' '\\1'", "($1"},
+        {"endElement - [^\n]*", ")"},
+        {"characters '", "'"},
+        {"endDTD\n", "]\n"},
+        {"(element|attribute|notation)Decl ", "$1 "},
+        {"(internal|external)EntityDecl ", "$1 "},
+        {"^startDocument\n", ""},
+        {"endDocument\n$", ""},
+    };
+    std::string text = events;
+    for (const auto& form : forms) text = std::regex_replace(text, std::regex(form[0]), form[1]);
+    return joined(text);
+}
+
+inline std::string events_of(const std::string& document, const std::vector<File>& files = {}) {
+    Options options;
+    options.files = files;
+    return brief(parse_bytes(document, options).events);
+}
+
+// What stands in front of, or behind, the first `mark`; the whole text where there is none.
+inline std::string in_front_of(const std::string& mark, const std::string& text) {
+    return text.substr(0, text.find(mark));
+}
+inline std::string behind(const std::string& mark, const std::string& text) {
+    const std::size_t at = text.find(mark);
+    return at == std::string::npos ? text : text.substr(at + mark.size());
+}
+
+}  // namespace qvox_test

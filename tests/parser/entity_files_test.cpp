@@ -1,0 +1,176 @@
+// External entities: which files are opened, and how they are read and closed.
+#include <filesystem>
+#include <stdexcept>
+
+#include "parser/dtd_support.h"
+#include "support/encode.h"
+
+namespace qvox_test {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The events behind the type of a document in which &e; is "e.ent".
+std::string content_of(const std::string& root, const std::string& file,
+                       const std::string& declaration = "") {
+    return behind("]; ",
+                  events_of(declaration + "<!DOCTYPE r [<!ENTITY e SYSTEM 'e.ent'>]>\n" + root,
+                            {{"e.ent", file}}));
+}
+
+TEST(EntityFiles, Content) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"text\r\n\r", "&e; 'atext\\n\\nb'"},
+        {"<?xml encoding='utf-8'?><c/>", "<e; 'a'; >e; (c; ); 'b'"},
+        {"<?xml version='1.0' encoding='Shift_JIS' ?>\n\x83\\\xB1", "<e; 'a'; >e; '\\nソｱb'"},
+        {"<?xml encoding='EUC-JP'?>\xA5\xBD", "<e; 'a'; >e; 'ソb'"},
+        // The file ends between its escape sequences, which is nothing to the document.
+        {"<?xml encoding='ISO-2022-JP'?>\x1B$B\x25\x3D", "<e; 'a'; >e; 'ソb'"},
+        {utf16be(u"\uFEFFソ\r"), "&e; 'aソ\\nb'"},
+        {utf16le(u"<?xml version='1.0' encoding='UTF-16'?>x"), "<e; 'a'; >e; 'xb'"},
+        {"<?x?>y", "<e; 'a'; processingInstruction 'x' -; >e; 'yb'"},
+    };
+    for (const auto& [file, events] : cases) {
+        const std::string root = "<r>a&e;b</r>";
+        const std::string expected = "(r; " + events + "; )";
+        EXPECT_EQ(content_of(root, file), expected);
+        EXPECT_EQ(content_of(root, file, "<?xml version='1.0' encoding='iso-2022-jp'?>"), expected);
+    }
+    // In a value and in a declaration a text declaration is text like any other.
+    EXPECT_EQ(content_of("<r a='[&e;&e;]'/>", "<?xml?>\n"),
+              "&e; &e; (r [- 'a' 'a' - '[<?xml?> <?xml?> ]']; )");
+    EXPECT_EQ(events_of("<!DOCTYPE r [<!ENTITY % m SYSTEM 'm.ent'><!ELEMENT r %m;><!ENTITY m 'M'>"
+                        "<!ENTITY v SYSTEM 'v.ent'><!ENTITY w '[&v;%m;]'>]><r/>",
+                        {{"m.ent", "(a,b)\n"}, {"v.ent", "<?xml?>%n;&m;"}}),
+              "startDTD 'r' - -; external '%m' - 'm.ent'; &%m; element 'r' '(a,b)'; internal 'm' "
+              "'M'; external 'v' - 'v.ent'; <v; warning 9 1:54 'entity name (%n) not found'; &m; "
+              ">v; &%m; internal 'w' '[<?xml?>M(a,b)\\n]'; ]; (r; )");
+}
+
+// A file name counts from the working directory, also inside a file of another folder.
+TEST(EntityFiles, Names) {
+    fs::create_directory("sub");
+    write_file("sub/deep.ent", "deep&f;");
+    write_file("f.ent", "here");
+    write_file("sub/f.ent", "there");
+    expect_events(R"(
+SYSTEM 'f.ent'             => &e; '[here]'
+SYSTEM 'file:f.ent'        => &e; '[here]'
+SYSTEM 'file:./sub/f.ent'  => &e; '[there]'
+SYSTEM 'f.ent' NDATA n     => &e; '[here]'
+SYSTEM 'sub/deep.ent'      => <e; &f; >e; '[deephere]'
+PUBLIC 'p' 'f.ent'         => '[]'
+PUBLIC '' 'none.ent'       => '[]'
+SYSTEM 'none.ent'          => warning 1 2:4 'system id (none.ent) can\'t open'; '[]'
+SYSTEM 'FILE:f.ent'        => warning 1 2:4 'system id (FILE:f.ent) can\'t open'; '[]'
+SYSTEM 'file:file:f.ent'   => warning 1 2:4 'system id (file:file:f.ent) can\'t open'; '[]'
+SYSTEM ''                  => warning 1 2:4 'system id () can\'t open'; '[]'
+SYSTEM 'sub'               => warning 1 2:4 'system id (sub) can\'t open'; '[]'
+)",
+                  [](const std::string& part) {
+                      const std::string events =
+                          events_of("<!DOCTYPE r [<!ENTITY f SYSTEM 'f.ent'><!ENTITY e " + part +
+                                    ">]>\n<r>[&e;]</r>");
+                      return behind("]; (r; ", in_front_of("; )", events));
+                  });
+}
+
+// Each file has lines of its own, and the reports name the document all the same. The reference
+// stands on line 2, and its level begins before the file is looked at.
+TEST(EntityFiles, LinesAndRefusals) {
+    const char* const table = R"(
+\n\n\n<c/>                 => \n<1  => 6 3:1 'doc.xml : parse error (<1) at line 3, col 1'
+\n\n\n<c/>\n               => <1    => 6 2:1 'doc.xml : parse error (<1) at line 2, col 1'
+\n\n <1>                   =>       => 6 3:2 'doc.xml : parse error (<1) at line 3, col 2'
+\n<c>\n                    => </d>  => 10 2:4 'end tag (d) not match to start tag (c)'
+<?xml version='1.0'?>      =>       => 6 2:26 'doc.xml : parse error (?) at line 2, col 26'
+\n<?xml encoding='utf-8'?> =>       => 11 2:3 'xml decl must appear first line : doc.xml (xml) at
+  line 2, col 6'
+<?xml encoding='x-sjis'?>  =>       => 11 1:22 'not supported encoding : doc.xml (x-sjis) at line 1,
+  col 29'
+\n\né                       =>       => 8 3:0 'not supported UTF-8 char (c3)'
+\n\n<!--c                  =>       => 12 2:5 'unterminated comment : doc.xml (c) at line 2, col 5'
+=> => 7 2:4 'not XML file'
+<c>                        =>       => 7 2:4 'not XML file'
+)";
+    for (const Row& row : rows_of(table)) {
+        const std::string events = content_of("<r>&e;" + row.at(1), row[0]);
+        EXPECT_EQ(std::regex_replace(events.substr(0, 6), std::regex("<"), "&"), "(r; &e");
+        EXPECT_EQ(behind("error ", events), row.at(2));
+    }
+}
+
+// However a parse ends, no file stays open. What is innermost stands three files deep.
+TEST(EntityFiles, AreClosed) {
+    class Thrower : public Recorder {
+        void comment(const Text&) override { throw std::runtime_error("stop"); }
+        void processingInstruction(const Text&, const Text&) override { throw 1; }
+        void endEntity(const Text& name) override {
+            if (name == "h") throw qvox::SAXException(qvox::QVOXException::SYNTAX_ERR, "stop");
+        }
+        void warning(const Exception& exception) override { throw exception; }
+    };
+    const auto open_files = [] {
+        return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    };
+    const auto before = open_files();
+    write_file("e.ent", "&f; ");
+    write_file("f.ent", "&g; ");
+    write_file("h.ent", "%;  ");
+    const auto expect_closed = [&](const std::string& document, const std::string& innermost) {
+        for (const std::string name : {"g.ent", "s.dtd"}) write_file(name, innermost);
+        write_file("doc.xml", document);
+        Thrower recorder;
+        qvox::SAXParser parser;
+        recorder.attach(parser);
+        bool failed = false;
+        output_of([&] {
+            try {
+                parser.parse("doc.xml");
+            } catch (...) {
+                failed = true;
+            }
+        });
+        EXPECT_EQ(failed, innermost != "text") << innermost;
+        EXPECT_EQ(open_files(), before) << innermost;
+    };
+    const std::string entities =
+        "[<!ENTITY e SYSTEM 'e.ent'><!ENTITY f SYSTEM 'f.ent'><!ENTITY g "
+        "SYSTEM 'g.ent'><!ENTITY h SYSTEM 'h.ent'><!ENTITY % h SYSTEM "
+        "'h.ent'>]>";
+    for (const char* const text : {"text", "<c>", "<1>  ", "<?p?> ", "<!--c-->", "&h; ", "&u; ",
+                                   "&e; ", "no", "\xC3\xA9__", "<a b='", "<?xml encoding='x'?>"}) {
+        expect_closed("<!DOCTYPE r " + entities + "<r>&e;</r>", text);
+    }
+    for (const char* const text : {"<!ELEMENT r %h;>", "<!ENTITY v '%h;&u;'>",
+                                   "<!ENTITY v '%h;&#0;'>", "%h;%", "<!--%g;-->", "<!ELEMENT r"}) {
+        expect_closed("<!DOCTYPE r SYSTEM 's.dtd' " + entities + "<r/>", text);
+    }
+}
+
+// The example whose subset and parts are files in other encodings has the content of its master.
+TEST(EntityFiles, Example) {
+    const auto content_of_file = [](const char* name) {
+        std::string events = parse_file(name).events;
+        const std::size_t start = events.find("startDTD");
+        if (start != std::string::npos) events.erase(start, events.find("endDTD\n") + 7 - start);
+        // A declared type is new, and a text may come in pieces.
+        const char* const differences[][2] = {{"(start|end)Entity '[^\n]*\n", ""},
+                                              {" '(CDATA|ID|NMTOKEN|\\([^ ]*\\))' '", " - '"},
+                                              {"(characters '[^\n]*)'\ncharacters '", "$1"}};
+        for (const auto& difference : differences) {
+            events = std::regex_replace(events, std::regex(difference[0]), difference[1]);
+        }
+        return events;
+    };
+    const fs::path folder = fs::current_path();
+    fs::current_path(QVOX_EXAMPLE_DATA);
+    const std::string whole = content_of_file("order-utf8.xml");
+    const std::string parts = content_of_file("order.xml");
+    fs::current_path(folder);
+    EXPECT_NE(whole.find("endDocument"), std::string::npos);
+    EXPECT_EQ(parts, whole);
+}
+
+}  // namespace
+}  // namespace qvox_test

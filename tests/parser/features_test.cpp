@@ -1,0 +1,277 @@
+// Features and properties, sources, and what handlers may do during a parse.
+#include <atomic>
+#include <stdexcept>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "support/recorder.h"
+
+namespace qvox_test {
+namespace {
+
+using qvox::QVOXException;
+using qvox::SAXParser;
+using Action = std::function<void()>;
+
+// The message of a refusal, or "done".
+std::string result_of(const Action& action) {
+    try {
+        action();
+        return "done";
+    } catch (const qvox::SAXNotRecognizedException& exception) {
+        EXPECT_EQ(exception.getCode(), QVOXException::FEATURE_NOT_RECOGNIZED_ERR);
+        return quoted(exception.getMessage());
+    } catch (const qvox::SAXNotSupportedException& exception) {
+        EXPECT_EQ(exception.getCode(), QVOXException::FEATURE_NOT_SUPPORTED_ERR);
+        return quoted(exception.getMessage());
+    }
+}
+
+// Parses <a><b/></a> and runs `action` inside <b>. Returns the events.
+std::string inside_parse(SAXParser& parser, const Action& action) {
+    write_file("ab.xml", "<a><b/></a>");
+    Recorder recorder;
+    recorder.when("startElement - 'b'", action);
+    recorder.attach(parser);
+    const Outcome outcome = observe([&] { parser.parse("ab.xml"); }, &recorder);
+    EXPECT_EQ(outcome.message, "");
+    return joined(outcome.events);
+}
+
+TEST(Features, Access) {
+    SAXParser parser;
+    for (const std::string feature :
+         {qvox::FEATURE_NAMESPACES, qvox::FEATURE_NAMESPACE_PREFIXES, qvox::FEATURE_VALIDATION,
+          qvox::FEATURE_EXTERNAL_GENERAL_ENTITIES, qvox::FEATURE_EXTERNAL_PARAMETER_ENTITIES}) {
+        const char* const name = feature.c_str();
+        const bool fixed = feature == qvox::FEATURE_VALIDATION;
+        const bool off = fixed || feature == qvox::FEATURE_NAMESPACE_PREFIXES;
+        EXPECT_EQ(parser.getFeature(name), !off);
+        for (const bool value : {false, true}) {
+            EXPECT_EQ(result_of([&] { parser.setFeature(name, value); }),
+                      fixed ? "'feature " + feature + " is not supported'" : "done");
+            EXPECT_EQ(parser.getFeature(name), value && !fixed);
+        }
+        inside_parse(parser, [&] {
+            EXPECT_EQ(result_of([&] { parser.setFeature(name, false); }),
+                      "'feature " + feature + " is not supported in parsing'");
+            EXPECT_EQ(parser.getFeature(name), !fixed);
+        });
+    }
+    const auto expect_unknown = [&] {
+        for (const std::string name : {"", "Http://xml.org/sax/features/namespaces", "namespaces",
+                                       "http://xml.org/sax/features/namespaces/"}) {
+            const std::string message = "'feature " + name + " not recognized'";
+            EXPECT_EQ(result_of([&] { parser.getFeature(name.c_str()); }), message);
+            EXPECT_EQ(result_of([&] { parser.setFeature(name.c_str(), true); }), message);
+        }
+        const std::string longName(1000, 'x');
+        EXPECT_LE(result_of([&] { parser.getFeature(longName.c_str()); }).size(), 255u + 2);
+    };
+    expect_unknown();
+    inside_parse(parser, expect_unknown);
+}
+
+TEST(Features, Properties) {
+    SAXParser parser;
+    Recorder recorder;
+    EXPECT_EQ(parser.getProperty(qvox::PROPERTY_LEXICAL_HANDLER), nullptr);
+    EXPECT_EQ(parser.getProperty(qvox::PROPERTY_DECL_HANDLER), nullptr);
+    recorder.attach(parser);
+    const auto* const lexical = static_cast<const qvox::LexicalHandler*>(&recorder);
+    EXPECT_EQ(parser.getProperty(qvox::PROPERTY_LEXICAL_HANDLER), lexical);
+    EXPECT_EQ(parser.getProperty(qvox::PROPERTY_DECL_HANDLER),
+              static_cast<const qvox::DeclHandler*>(&recorder));
+    EXPECT_EQ(parser.getEntityResolver(), &recorder);
+
+    const char* const node = qvox::PROPERTY_DOM_NODE;
+    const auto expect_refusals = [&](const std::string& when) {
+        const std::string unknown = "'property x not recognized'";
+        EXPECT_EQ(result_of([&] { parser.getProperty("x"); }), unknown);
+        EXPECT_EQ(result_of([&] { parser.setProperty("x", lexical); }), unknown);
+        const std::string tail = "property " + std::string(node) + " is not supported" + when + "'";
+        EXPECT_EQ(result_of([&] { parser.getProperty(node); }), "'" + tail);
+        EXPECT_EQ(result_of([&] { parser.setProperty(node, lexical); }), "'to set " + tail);
+    };
+    expect_refusals("");
+    inside_parse(parser, [&] { expect_refusals(" in parsing"); });
+}
+
+TEST(Features, HandlersChangeAtTheNextEvent) {
+    write_file("change.xml", "<a>x<!--1--><b/><!--2-->&lt;&u;</a>");
+    SAXParser parser;
+    Recorder other;
+    Recorder recorder;
+    recorder.when("startElement - 'b'", [&] {
+        parser.setContentHandler(&other);
+        parser.setProperty(qvox::PROPERTY_LEXICAL_HANDLER, nullptr);
+        parser.setErrorHandler(nullptr);
+    });
+    recorder.attach(parser);
+    const Outcome outcome = observe([&] { parser.parse("change.xml"); }, &recorder);
+    EXPECT_EQ(joined(outcome.events),
+              "startDocument; startElement - 'a' 'a'; characters 'x'; "
+              "comment '1'; startElement - 'b' 'b'");
+    EXPECT_EQ(joined(other.events),
+              "endElement - 'b' 'b'; characters '<'; endElement - 'a' 'a'; endDocument");
+    EXPECT_EQ(outcome.output, "QVOX warning : entity name (u) not found\n");
+}
+
+TEST(Features, NoHandlerIsNeeded) {
+    qvox::DefaultHandler defaults;
+    for (qvox::ErrorHandler* handler :
+         {static_cast<qvox::ErrorHandler*>(nullptr), static_cast<qvox::ErrorHandler*>(&defaults)}) {
+        SAXParser parser;
+        parser.setErrorHandler(handler);
+        write_file("doc.xml", "<?xml version='1.0'?><a xmlns='u'>x<!--c--><?p?>&lt;</a>");
+        const Outcome good = observe([&] { parser.parse("doc.xml"); });
+        EXPECT_EQ(good.message + good.output, "");
+        write_file("doc.xml", "<a></a b='1'/>");
+        const Outcome bad = observe([&] { parser.parse("doc.xml"); });
+        EXPECT_EQ(bad.code, QVOXException::SYNTAX_ERR);
+        EXPECT_EQ(bad.message, "doc.xml : parse error (b) at line 1, col 9");
+        EXPECT_EQ(bad.output, "QVOX error : " + bad.message + '\n');
+    }
+}
+
+TEST(Features, FileNames) {
+    write_file("source.xml", "<a/>");
+    write_file("\x95\\.xml", "<a/>");
+    for (const char* name : {"source.xml", "file:source.xml", "\x95\\.xml"}) {
+        EXPECT_EQ(parse_file(name).message, "");
+    }
+    for (const char* name : {"FILE:source.xml", "file:file:source.xml", "none.xml", "", "\x95\x5F",
+                             static_cast<const char*>(nullptr)}) {
+        Recorder recorder;
+        SAXParser parser;
+        recorder.attach(parser);
+        const Outcome outcome = observe([&] { parser.parse(name); }, &recorder);
+        const std::string shown = name != nullptr ? name : "(null)";
+        EXPECT_EQ(outcome.output, "QVOX error : file (" + shown + ") cannot open\n");
+        EXPECT_EQ(outcome.code, QVOXException::FILE_OPEN_ERR);
+        EXPECT_EQ(outcome.events, "");
+        EXPECT_FALSE(parser.isParsing());
+    }
+}
+
+// An error is told with the identifiers of the source, whose encoding has no part in the parse.
+TEST(Features, InputSources) {
+    class Identifiers : public qvox::DefaultHandler {
+    public:
+        void error(const qvox::SAXParseException& exception) override {
+            told = quoted(exception.toString()) + ' ' + quoted(exception.getPublicId()) + ' ' +
+                   quoted(exception.getSystemId());
+        }
+        std::string told;
+    } identifiers;
+    write_file("bad.xml", "<a>\xE3\x81\x82</a>x");
+    qvox::InputSource source("bad.xml");
+    EXPECT_TRUE(source.getPublicId().isNull() && source.getEncoding().isNull());
+    source.setEncoding("EUC-JP");
+    SAXParser parser;
+    parser.setErrorHandler(&identifiers);
+    const auto parse = [&] { parser.parse(source); };
+    EXPECT_EQ(observe(parse).message, "bad.xml : parse error (x) at line 1, col 11");
+    EXPECT_EQ(identifiers.told, "'<SAXParseException::SYNTAX_ERR>' - 'bad.xml'");
+    source.setPublicId("-//P");
+    observe(parse);
+    EXPECT_EQ(identifiers.told, "'<SAXParseException::SYNTAX_ERR>' '-//P' 'bad.xml'");
+}
+
+// Whatever of the family a handler throws reaches the caller as a plain exception; others pass as
+// they are.
+TEST(Features, ExceptionsOfHandlers) {
+    const struct {
+        Action action;
+        int code;
+        const char* type;
+    } exceptions[] = {
+        {[] { throw QVOXException(QVOXException::ALLOC_ERR, "m"); }, 3, "-"},
+        {[] { throw qvox::SAXException(QVOXException::FREE_ERR, "m"); }, 4,
+         "'<SAXException::FREE_ERR>'"},
+        {[] { throw qvox::SAXNotSupportedException("m"); }, 14, "'<SAXNotSupportedException>'"},
+        {[] { throw qvox::DOMException(qvox::DOMException::NOT_FOUND_ERR, "m"); }, 15,
+         "'<DOMException::NOT_FOUND_ERR>'"},
+        {[] { throw qvox::RangeException(qvox::RangeException::INVALID_NODE_TYPE_ERR, "m"); }, 16,
+         "'<RangeException::INVALID_NODE_TYPE_ERR>'"},
+    };
+    write_file("throw.xml", "<a>x<b/><!--c--><?p?>&lt;&u;</c>");
+    SAXParser parser;
+    for (const char* event : {"startDocument", "startElement", "characters", "comment", "endEntity",
+                              "processingInstruction", "warning", "error", "endElement"}) {
+        Recorder recorder;
+        recorder.attach(parser);
+        for (const auto& exception : exceptions) {
+            recorder.when(event, exception.action);
+            const Outcome outcome = observe([&] { parser.parse("throw.xml"); });
+            EXPECT_EQ(outcome.code, exception.code) << event;
+            EXPECT_EQ(outcome.message, "m") << event;
+            EXPECT_EQ(outcome.type, exception.type) << event;
+            EXPECT_FALSE(parser.isParsing());
+        }
+        recorder.when(event, [] { throw std::runtime_error("foreign"); });
+        output_of([&] { EXPECT_THROW(parser.parse("throw.xml"), std::runtime_error) << event; });
+        EXPECT_FALSE(parser.isParsing());
+        EXPECT_NE(inside_parse(parser, [] {}).find("endDocument"), std::string::npos);
+    }
+}
+
+TEST(Features, ParseInsideParseIsRefused) {
+    SAXParser parser;
+    SAXParser another;
+    for (SAXParser* inner : {&parser, &another}) {
+        const std::string events = inside_parse(parser, [&] {
+            try {
+                inner->parse("ab.xml");
+                ADD_FAILURE() << "not refused";
+            } catch (const QVOXException& exception) {
+                EXPECT_EQ(exception.getCode(), QVOXException::INTERNAL_ERR);
+                EXPECT_EQ(quoted(exception.getMessage()), "'parse already running'");
+            }
+            EXPECT_TRUE(parser.isParsing());
+            EXPECT_FALSE(another.isParsing());
+            EXPECT_TRUE(parser.getInputSource()->getSystemId() == "ab.xml");
+        });
+        EXPECT_EQ(events,
+                  "startDocument; startElement - 'a' 'a'; startElement - 'b' 'b'; "
+                  "error 5 1:7 'parse already running'; endElement - 'b' 'b'; "
+                  "endElement - 'a' 'a'; endDocument");
+    }
+}
+
+TEST(Features, ThreadsWaitForEachOther) {
+    std::atomic<bool> started{false};
+    std::thread other;
+    SAXParser parser;
+    inside_parse(parser, [&] {
+        other = std::thread([&started] {
+            SAXParser second;
+            Recorder recorder;
+            recorder.when("startDocument", [&started] { started = true; });
+            recorder.attach(second);
+            second.parse("ab.xml");
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        EXPECT_FALSE(started);
+    });
+    other.join();
+    EXPECT_TRUE(started);
+
+    const std::string expected = parse_file(QVOX_EXAMPLE_DATA "/order-sjis.xml").events;
+    const auto parse_often = [&expected](const char* name) {
+        for (int i = 0; i < 20; ++i) {
+            SAXParser mine;
+            Recorder recorder;
+            recorder.attach(mine);
+            mine.parse(name);
+            EXPECT_EQ(recorder.events, expected);
+        }
+    };
+    std::thread euc(parse_often, QVOX_EXAMPLE_DATA "/order-eucjp.xml");
+    parse_often(QVOX_EXAMPLE_DATA "/order-iso2022jp.xml");
+    euc.join();
+}
+
+}  // namespace
+}  // namespace qvox_test

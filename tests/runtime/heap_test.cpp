@@ -1,0 +1,116 @@
+// The heap of a parse: where its memory comes from, and the statistics.
+#include "runtime/heap.h"
+
+#include <cstdint>
+#include <cstring>
+#include <regex>
+
+#include <gtest/gtest.h>
+
+#include "runtime/allocation.h"
+#include "support/recorder.h"
+
+namespace qvox {
+namespace {
+
+class HeapTest : public testing::Test {
+protected:
+    HeapTest() {
+        memstatEnabled = true;
+        heap = heap_create();
+    }
+    ~HeapTest() override {
+        heap_destroy(heap);
+        memstatEnabled = false;
+    }
+
+    unsigned char* take(std::size_t size, std::size_t align = 0) {
+        return static_cast<unsigned char*>(halloc(heap, size, align));
+    }
+    // The blocks that `action` makes.
+    template <typename Action>
+    static std::size_t blocks(Action action) {
+        const std::size_t before = allocationStatistics.heapBlockCount;
+        action();
+        return allocationStatistics.heapBlockCount - before;
+    }
+
+    Heap* heap;
+};
+
+TEST_F(HeapTest, FirstFit) {
+    unsigned char* const first = take(60000);
+    unsigned char* second = nullptr;
+    EXPECT_EQ(blocks([&] { second = take(10000); }), 1U);  // the first stays open
+    EXPECT_EQ(take(5000), first + 60000);
+    EXPECT_EQ(take(55536), second + 10000);  // exactly what remains
+    EXPECT_EQ(take(535), first + 65000);
+    EXPECT_EQ(blocks([&] { EXPECT_EQ(take(1), first + 65535); }), 0U);
+    EXPECT_EQ(blocks([&] { take(1); }), 1U);
+}
+
+TEST_F(HeapTest, PaddingCountsAsRoom) {
+    unsigned char* const first = take(65527, 4);
+    EXPECT_EQ(take(4, 4), first + 65528);
+    EXPECT_EQ(take(1, 0), first + 65532);
+    EXPECT_EQ(blocks([&] { take(3, 2); }), 1U);  // 3 bytes are left, but not behind a padding
+    EXPECT_EQ(take(2, 2), first + 65534);
+    for (const std::size_t align : {1U, 2U, 4U, 8U, 16U}) {
+        take(3);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(take(7, align)) % align, 0U);
+    }
+}
+
+TEST_F(HeapTest, LargeRequestsHaveBlocksOfTheirOwn) {
+    unsigned char* const first = take(1);
+    for (const std::size_t size : {65536U, 65537U, 4194304U}) {
+        const std::size_t before = allocationStatistics.heapTotalSize;
+        EXPECT_EQ(blocks([&] { std::memset(take(size, 4), 0x5A, size); }), 1U);
+        EXPECT_LT(allocationStatistics.heapTotalSize - before, size + 100);
+    }
+    EXPECT_EQ(blocks([&] { EXPECT_EQ(take(65535), first + 1); }), 0U);
+    for (const std::size_t size : {std::size_t{0}, std::size_t{4194305}, ~std::size_t{0}}) {
+        const auto outcome = qvox_test::observe([&] { take(size); });
+        EXPECT_EQ(outcome.code, QVOXException::ALLOC_ERR);
+        EXPECT_EQ(outcome.message, "illegal halloc size (" + std::to_string(size) + ")");
+    }
+    std::memset(halloc_any(heap, 4194305, 8), 0, 4194305);
+    halloc_text(heap, 3000000)[3000000] = 0;
+}
+
+TEST_F(HeapTest, PiecesDoNotOverlap) {
+    std::vector<std::pair<unsigned char*, std::size_t>> pieces;
+    unsigned random = 1;
+    for (int i = 0; i < 3000; ++i) {
+        random = random * 1103515245 + 12345;
+        const std::size_t size = (random >> 8) % (i % 50 == 0 ? 70000 : 300) + 1;
+        pieces.emplace_back(take(size, std::size_t{1} << (random >> 4) % 5), size);
+        std::memset(pieces.back().first, i % 251, size);
+    }
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const auto& [piece, size] = pieces[i];
+        EXPECT_EQ(std::count(piece, piece + size, i % 251), static_cast<std::ptrdiff_t>(size));
+    }
+}
+
+// The statistics count for the process: those of a second parse include the first.
+TEST_F(HeapTest, StatisticsGrow) {
+    qvox_test::write_file("doc.xml", "<r/>");
+    std::vector<unsigned long> totals;
+    for (int i = 0; i < 2; ++i) {
+        const std::string output = qvox_test::observe([] { SAXParser().parse("doc.xml"); }).output;
+        std::smatch figures;
+        ASSERT_TRUE(std::regex_match(
+            output, figures,
+            std::regex("memory statistics :\n    heap block alloc count = (\\d+)\n"
+                       "    heap total size = (\\d+)\n    qvox_malloc lower = [0-9a-f]+\n"
+                       "    qvox_malloc upper = [0-9a-f]+\n    qvox_malloc count = (\\d+)\n"
+                       "    qvox_malloc max size = \\d+\n    qvox_malloc total size = (\\d+)\n")))
+            << output;
+        for (std::size_t k = 1; k < figures.size(); ++k) totals.push_back(std::stoul(figures[k]));
+    }
+    for (std::size_t k = 0; k < 4; ++k) EXPECT_GT(totals[k + 4], totals[k]);
+}
+
+}  // namespace
+}  // namespace qvox
