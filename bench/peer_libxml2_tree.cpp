@@ -22,7 +22,7 @@ long lengthOf(const xmlChar* text) {
                            : static_cast<long>(std::strlen(reinterpret_cast<const char*>(text)));
 }
 
-void count(const xmlNode* node, Tally& tally) {
+void add(const xmlNode* node, Tally& tally) {
     if (node->type == XML_TEXT_NODE) {
         tally.textLength += lengthOf(node->content);
     } else if (node->type == XML_ELEMENT_NODE) {
@@ -37,7 +37,7 @@ void count(const xmlNode* node, Tally& tally) {
 
 Tally countAll(xmlNode* root) {
     Tally tally;
-    walkTree<Links>(root, [&tally](const xmlNode* node) { count(node, tally); });
+    walkTree<Links>(root, [&tally](const xmlNode* node) { add(node, tally); });
     return tally;
 }
 
@@ -57,7 +57,13 @@ public:
         if (!document) throw std::runtime_error(std::string("libxml2: cannot read ") + fileName);
     }
 
-    Tally walk() override { return countAll(xmlDocGetRootElement(document.get())); }
+    Tally count() override { return countAll(xmlDocGetRootElement(document.get())); }
+
+    long walk() override {
+        return countElements<Links>(xmlDocGetRootElement(document.get()), [](const xmlNode* node) {
+            return node->type == XML_ELEMENT_NODE;
+        });
+    }
 
     long search() override {
         const std::unique_ptr<xmlXPathContext, FreeContext> context(

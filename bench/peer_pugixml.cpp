@@ -15,7 +15,7 @@ struct Links {
     static pugi::xml_node parent(pugi::xml_node node) { return node.parent(); }
 };
 
-void count(pugi::xml_node node, Tally& tally) {
+void add(pugi::xml_node node, Tally& tally) {
     if (node.type() == pugi::node_pcdata) {
         tally.textLength += static_cast<long>(std::strlen(node.value()));
     } else if (node.type() == pugi::node_element) {
@@ -29,7 +29,7 @@ void count(pugi::xml_node node, Tally& tally) {
 
 Tally countAll(pugi::xml_node root) {
     Tally tally;
-    walkTree<Links>(root, [&tally](pugi::xml_node node) { count(node, tally); });
+    walkTree<Links>(root, [&tally](pugi::xml_node node) { add(node, tally); });
     return tally;
 }
 
@@ -41,7 +41,12 @@ public:
         if (!result) throw std::runtime_error(std::string("pugixml: ") + result.description());
     }
 
-    Tally walk() override { return countAll(document); }
+    Tally count() override { return countAll(document); }
+
+    long walk() override {
+        return countElements<Links>(
+            document.root(), [](pugi::xml_node node) { return node.type() == pugi::node_element; });
+    }
 
     long search() override { return static_cast<long>(document.select_nodes("//*").size()); }
 

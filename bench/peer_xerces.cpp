@@ -37,7 +37,7 @@ long valueLength(const xc::DOMNode* node) {
     return static_cast<long>(xc::XMLString::stringLen(node->getNodeValue()));
 }
 
-void count(const xc::DOMNode* node, Tally& tally) {
+void add(const xc::DOMNode* node, Tally& tally) {
     switch (node->getNodeType()) {
         case xc::DOMNode::ELEMENT_NODE: {
             ++tally.elements;
@@ -56,7 +56,7 @@ void count(const xc::DOMNode* node, Tally& tally) {
 
 Tally countAll(xc::DOMNode* root) {
     Tally tally;
-    walkTree<Links>(root, [&tally](const xc::DOMNode* node) { count(node, tally); });
+    walkTree<Links>(root, [&tally](const xc::DOMNode* node) { add(node, tally); });
     return tally;
 }
 
@@ -73,7 +73,14 @@ public:
         }
     }
 
-    Tally walk() override { return countAll(document); }
+    Tally count() override { return countAll(document); }
+
+    long walk() override {
+        return countElements<Links>(static_cast<xc::DOMNode*>(document),
+                                    [](const xc::DOMNode* node) {
+                                        return node->getNodeType() == xc::DOMNode::ELEMENT_NODE;
+                                    });
+    }
 
     // The result of a search is kept until the tree changes, so it is changed.
     long search() override {

@@ -61,6 +61,11 @@ bool isMet(const Comparison& comparison, std::optional<double> ratio) {
     return !comparison.minimum || (ratio && *ratio >= *comparison.minimum);
 }
 
+void printRatioHead(const std::string& group, std::ostream& stream) {
+    stream << std::left << std::setw(documentWidth + pairWidth) << group << std::right
+           << std::setw(ratioWidth) << "ratio" << std::setw(minimumWidth) << "asked" << '\n';
+}
+
 void printRatio(const Comparison& comparison, std::optional<double> ratio, std::ostream& stream) {
     stream << std::left << std::setw(documentWidth) << "  " + comparison.document
            << std::setw(pairWidth) << comparison.contestant + " / " + comparison.rival << std::right
@@ -103,14 +108,15 @@ void printSpeeds(const Suite& suite, const Results& results, std::ostream& strea
 
 bool printRatios(const Suite& suite, const Results& results, std::ostream& stream) {
     bool allMet = true;
-    stream << '\n'
-           << std::left << std::setw(documentWidth) << "Ratios of the speeds"
-           << std::setw(pairWidth) << "" << std::right << std::setw(ratioWidth) << "ratio"
-           << std::setw(minimumWidth) << "asked" << '\n';
+    std::string group;
+    stream << "\nRatios of the speeds\n";
     for (const Comparison& one : suite.comparisons()) {
         const std::optional<double> ratio = ratioOf(one, results);
-        if (ratio || one.minimum) printRatio(one, ratio, stream);
         allMet = allMet && isMet(one, ratio);
+        if (!ratio && !one.minimum) continue;
+        if (one.group != group) printRatioHead(one.group, stream);
+        group = one.group;
+        printRatio(one, ratio, stream);
     }
     return allMet;
 }

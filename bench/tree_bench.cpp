@@ -48,8 +48,9 @@ std::optional<double> minimumOf(const std::string& group, const std::string& doc
 void check(const TreeLibrary& library, const Document& document) {
     const Tally expected = library.expected(document.contents);
     const std::unique_ptr<LoadedTree> tree = library.load(document.path.c_str());
-    if (tree->walk() == expected && tree->search() == document.contents.elements &&
-        tree->clone(true) == expected && tree->search() == document.contents.elements) {
+    const long elements = document.contents.elements;
+    if (tree->count() == expected && tree->clone(true) == expected && tree->walk() == elements &&
+        tree->search() == elements) {
         return;
     }
     throw std::runtime_error("the tree of " + library.name + " is not that of " +

@@ -22,10 +22,11 @@ public:
     LoadedTree& operator=(const LoadedTree&) = delete;
     virtual ~LoadedTree() = default;
 
-    /// Goes from node to node by the links between them, in document order, and counts what it
-    /// sees.
-    virtual Tally walk() = 0;
-    /// The number of elements, by the library's search for all of them.
+    /// What is in it.
+    virtual Tally count() = 0;
+    /// The number of elements, by going from node to node by the links between them.
+    virtual long walk() = 0;
+    /// The same by the library's search for all elements.
     virtual long search() = 0;
     /// Copies the document element with all below it, counts the copy if asked to, and frees it.
     virtual Tally clone(bool counted) = 0;
@@ -47,7 +48,7 @@ struct TreeLibrary {
         return readsJapaneseCodes || encoding == Encoding::Utf8 || encoding == Encoding::Utf16;
     }
 
-    /// What a walk over a document with these contents has to give.
+    /// What has to be counted in a document with these contents has to give.
     Tally expected(const Contents& contents) const {
         return contents.expected(lengthUnit, declarationsAreAttributes);
     }

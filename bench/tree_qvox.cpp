@@ -14,7 +14,7 @@ struct Links {
     static qvox::Node* parent(const qvox::Node* node) { return node->getParentNode(); }
 };
 
-void count(const qvox::Node* node, Tally& tally) {
+void add(const qvox::Node* node, Tally& tally) {
     switch (node->getNodeType()) {
         case qvox::Node::ELEMENT_NODE: {
             ++tally.elements;
@@ -33,7 +33,7 @@ void count(const qvox::Node* node, Tally& tally) {
 
 Tally countAll(qvox::Node* root) {
     Tally tally;
-    walkTree<Links>(root, [&tally](const qvox::Node* node) { count(node, tally); });
+    walkTree<Links>(root, [&tally](const qvox::Node* node) { add(node, tally); });
     return tally;
 }
 
@@ -42,7 +42,13 @@ public:
     explicit QvoxTree(const char* fileName) : document(parser.parse(fileName)) {}
     ~QvoxTree() override { parser.free(document); }
 
-    Tally walk() override { return countAll(document); }
+    Tally count() override { return countAll(document); }
+
+    long walk() override {
+        return countElements<Links>(static_cast<qvox::Node*>(document), [](const qvox::Node* node) {
+            return node->getNodeType() == qvox::Node::ELEMENT_NODE;
+        });
+    }
 
     long search() override {
         qvox::NodeList* const found = document->getElementsByTagName("*");

@@ -27,6 +27,14 @@ void walkTree(Node root, const Visit& visit) {
     }
 }
 
+/// Counts the nodes for which `isElement` is true.
+template <class Links, class Node, class IsElement>
+long countElements(Node root, const IsElement& isElement) {
+    long elements = 0;
+    walkTree<Links>(root, [&](const auto& node) { elements += isElement(node) ? 1 : 0; });
+    return elements;
+}
+
 }  // namespace bench
 
 #endif
