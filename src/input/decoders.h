@@ -13,10 +13,9 @@ namespace qvox {
 // What the decoders remember between two characters. It starts afresh with each file level, and
 // that of the level below comes back with it.
 struct DecoderState {
-    int pendingUnit16 = -1;  // getc_utf16: the unit behind a CR that isn't an LF; -1 for none
-    int pendingUnitSjis =
-        0;                   // getc_sjis: the second unit of a conversion that gave two; 0 for none
-    bool kanjiMode = false;  // getc_jis: between a KIN and a KOUT sequence
+    int pendingUnit16 = -1;    // getc_utf16: the unit behind a CR that isn't an LF; -1 for none
+    int pendingUnitSjis = -1;  // getc_sjis: second unit of a conversion that gave two; -1 for none
+    bool kanjiMode = false;    // getc_jis: between a KIN and a KOUT sequence
 };
 
 extern DecoderState decoderState;

@@ -135,7 +135,7 @@ TEST_F(EventsTest, GoesOnAfterABadFile) {
         "startDocument\n"
         "startElement uri=null localName=\"a\" qName=\"a\"\n"
         "characters text=\"x\"\n"
-        "error code=6 line=1 column=14 message=\"書.xml : parse error (/ ) at line 1, col 14\"\n"
+        "error code=6 line=1 column=14 message=\"書.xml : parse error (/) at line 1, col 14\"\n"
         "file \"good.xml\"\n"
         "startDocument\n"
         "startElement uri=null localName=\"a\" qName=\"a\"\n"
@@ -143,7 +143,7 @@ TEST_F(EventsTest, GoesOnAfterABadFile) {
         "endDocument\n";
     const std::string errors =
         "missing.xml: file (missing.xml) cannot open\n"
-        "書.xml:1:14: 書.xml : parse error (/ ) at line 1, col 14\n";
+        "書.xml:1:14: 書.xml : parse error (/) at line 1, col 14\n";
     EXPECT_EQ(qvox("events missing.xml 書.xml good.xml"), (Result{1, events, errors}));
 
     // In order where both go to one place.

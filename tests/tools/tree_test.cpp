@@ -122,7 +122,7 @@ TEST_F(TreeTest, RefusesABadDocument) {
         const char* command;
         const char* report;
     } cases[] = {
-        {"$QVOX tree 書.xml", "書.xml:1:14: 書.xml : parse error (/ ) at line 1, col 14\n"},
+        {"$QVOX tree 書.xml", "書.xml:1:14: 書.xml : parse error (/) at line 1, col 14\n"},
         {"$QVOX tree tags.xml", "tags.xml:2:9: end tag (a) not match to start tag (b)\n"},
         {"cat tags.xml | $QVOX tree /dev/stdin",
          "/dev/stdin: end tag (a) not match to start tag (b)\n"},
