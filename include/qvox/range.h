@@ -15,9 +15,9 @@
 ///
 /// The order of points. A point with a child behind it stands where that child opens; the end of a
 /// container stands where its last child closes; a point in a container without children stands
-/// between that container's two tags. A point in a text stands where the text opens, whatever the
-/// offset. Points that meet in this order are equal, but for the offsets that compareBoundaryPoints
-/// looks at.
+/// between that container's two tags, and a range that ends there has neither of them. A point in a
+/// text stands where the text opens, whatever the offset. Points that meet in this order are equal,
+/// but for the offsets that compareBoundaryPoints looks at.
 ///
 /// Stale points. A child offset beyond the present number of children counts as the end. Of a unit
 /// offset beyond the present length, the start's raises DOMException INDEX_SIZE_ERR in operations
@@ -114,16 +114,17 @@ public:
     /// second part. The points of the range stay as they are.
     ///
     /// ATTENTION: whether the node is acceptable is asked the wrong way round: the start container
-    /// has to be a node that may stand under `newNode`, and only then it is asked whether `newNode`
-    /// may go where it is to go. An element or a fragment with the start in an element or in text
-    /// is fine. A text, CDATA section, comment or processing instruction can be inserted only where
-    /// the start container is a fragment, and nothing into a document.
+    /// has to be a node that may stand under `newNode`, and `newNode` must not be or stand under
+    /// the start container. Only then it is asked whether `newNode` may go where it is to go. So an
+    /// element or a fragment with the start in an element or in text is fine, and nothing goes into
+    /// a document. A start container that is a fragment passes always: there alone a text, CDATA
+    /// section, comment or processing instruction can be inserted.
     ///
-    /// In this order: DOMException WRONG_DOCUMENT_ERR; RangeException INVALID_NODE_TYPE_ERR for
-    /// null, an attribute, entity, document and notation; DOMException HIERARCHY_REQUEST_ERR,
-    /// also where the start is in a comment, a processing instruction, or a text without parent;
-    /// INDEX_SIZE_ERR for a stale start in a text; NOT_FOUND_ERR where `newNode` is itself the
-    /// child behind the start, which leaves it detached.
+    /// In this order: DOMException WRONG_DOCUMENT_ERR; RangeException INVALID_NODE_TYPE_ERR for an
+    /// attribute, entity, document and notation, and ahead of all for null; DOMException
+    /// HIERARCHY_REQUEST_ERR, also where the start is in a comment, a processing instruction, or a
+    /// text without parent; INDEX_SIZE_ERR for a stale start in a text; NOT_FOUND_ERR where
+    /// `newNode` is itself the child of a fragment behind the start, which leaves it detached.
     virtual void insertNode(Node* newNode) = 0;
     /// Makes the range the node with all that is in it. RangeException INVALID_NODE_TYPE_ERR under
     /// an entity, document type or notation, and for null, an attribute, entity, document,

@@ -105,7 +105,7 @@ RangeContents::RangeContents(const BoundaryPoint& rangeStart, const BoundaryPoin
     if (order > 0 || (order == 0 && !isInclusive)) return;
     first = from.side == TagPlace::BETWEEN ? tag_behind(from) : from;
     stop = isInclusive ? tag_behind(to) : to;
-    // Without a tag there, the last one that is left out is the one in front.
+    // An end between the two tags of a node leaves the one in front of it out, too.
     if (to.side == TagPlace::BETWEEN) stop.side = TagPlace::OPENING;
 }
 

@@ -88,7 +88,7 @@ TEST(Depth, OtherWaysDown) {
         above->getAttributes()->setNamedItem(node);
         return above;
     }));
-    tree.document->appendChild(pile(tree.make("%d"), million / 3, [&](Node* node) {
+    tree.document->appendChild(pile(tree.make("%d"), million / 10, [&](Node* node) {
         Node* const inner = tree.parser.createDocument();
         inner->appendChild(node);
         Node* const above = tree.make("%d");

@@ -11,13 +11,9 @@ const std::string DOCTYPE = "<!DOCTYPE r SYSTEM 's.dtd'>";
 // read before the declaration ends.
 TEST(DtdSubset, Declaration) {
     write_file("s.dtd", "<!--s-->");
-    expect_events(
-        R"(
-<!DOCTYPE r>                    => startDTD 'r' - -; ]
+    expect_rows(R"(
 <!DOCTYPE\nq:x\t>\n<!--c-->     => startDTD 'q:x' - -; ]; comment 'c'
 <!--b--><!DOCTYPE SYSTEM [ ] >  => comment 'b'; startDTD 'SYSTEM' - -; ]
-<!DOCTYPE r SYSTEM "no">
-  => startDTD 'r' - 'no'; warning 1 1:25 'system id (no) can\'t open'; ]
 <!DOCTYPE r PUBLIC 'p' 'no'[<!--c-->]>
   => startDTD 'r' 'p' 'no'; comment 'c'; warning 1 1:39 'system id (no) can\'t open'; ]
 <!DOCTYPE r SYSTEM 'FILE:s.dtd'>
@@ -25,8 +21,12 @@ TEST(DtdSubset, Declaration) {
 <!DOCTYPE r> é => startDTD 'r' - -; ]; error 8 1:14 'not supported UTF-8 char (c3)'
 <!DOCTYPE r SYSTEM 'no'> é => startDTD 'r' - 'no';
   warning 1 1:25 'system id (no) can\'t open'; error 8 1:26 'not supported UTF-8 char (c3)'
+<!DOCTYPE r PUBLIC 'p' 'file:s.dtd' [<!--i-->]>
+  => startDTD 'r' 'p' 'file:s.dtd'; comment 'i'; &[dtd]; comment 's'; ]
 )",
-        [](const std::string& part) { return in_front_of("; (r; )", events_of(part + "<r/>")); });
+                [](const std::string& documentType) {
+                    return in_front_of("; (r; )", events_of(documentType + "<r/>"));
+                });
 }
 
 // The lexer holds one character beyond the token that it returns, so that the end of a file that
@@ -36,7 +36,7 @@ TEST(DtdSubset, ContentOfTheFile) {
         const std::string events = events_of(DOCTYPE + "<r/>", {{"s.dtd", subset}});
         return behind("'s.dtd'; ", in_front_of("; ]; (r; )", events));
     };
-    expect_events(R"(
+    expect_rows(R"(
 <!ELEMENT r ANY>\n                => <[dtd]; element 'r' 'ANY'; >[dtd]
 <!ELEMENT r ANY>                  => &[dtd]; element 'r' 'ANY'
 <!ELEMENT r ANY><!ELEMENT s ANY>  => <[dtd]; element 'r' 'ANY'; >[dtd]; element 's' 'ANY'
@@ -46,14 +46,13 @@ TEST(DtdSubset, ContentOfTheFile) {
 <?p?>                             => &[dtd]; processingInstruction 'p' -
 <?p ?>                            => &[dtd]; processingInstruction 'p' ''
 <?x?>                             => &[dtd]; processingInstruction 'x' -
-<?x-y z?>                         => &[dtd]; processingInstruction 'x-y' 'z'
 \n<?x?>                           => &[dtd]; processingInstruction 'x' -
 \n\n\n\n                          => &[dtd]
 <?xml encoding='utf-8'?>          => &[dtd]
 <?xml version='1.0' encoding='UTF-8' ?>\n<!--c--> => &[dtd]; comment 'c'
 <!ENTITY % p '(a)'><!ELEMENT r %p;> => <[dtd]; internal '%p' '(a)'; &%p; >[dtd]; element 'r' '(a)'
 )",
-                  events_of_subset);
+                events_of_subset);
     EXPECT_EQ(events_of_subset("<?xml encoding='Shift_JIS'?><!NOTATION \x83\x5C SYSTEM '\xB1'>"),
               "&[dtd]; notation 'ソ' - 'ｱ'");
     EXPECT_EQ(events_of_subset(utf16be(u"\uFEFF<!NOTATION ソ SYSTEM ''>\r")),
@@ -63,15 +62,14 @@ TEST(DtdSubset, ContentOfTheFile) {
               "startDTD 'r' - 's.dtd'; &[dtd]; comment 'ab'; ]; (r; )");
 }
 
-TEST(DtdSubset, InternalSubsetComesFirst) {
-    EXPECT_EQ(events_of("<!DOCTYPE r PUBLIC 'p' 'file:s.dtd' [<!ENTITY e 'int'>"
-                        "<!ATTLIST r a CDATA 'int'>]>\n<r>&e;</r>",
-                        {{"s.dtd", "<!ENTITY e 'ext'>\n<!ATTLIST r a ID 'ext' b ID 'ext'>\n"}}),
-              "startDTD 'r' 'p' 'file:s.dtd'; internal 'e' 'int'; attribute 'r' 'a' 'CDATA' - "
-              "'int'; <[dtd]; warning 0 2:17 'entity decl name (e) already registered'; internal "
-              "'e' 'ext'; attribute 'r' 'a' 'CDATA' - 'int'; attribute 'r' 'a' 'ID' - 'ext'; "
-              "attribute 'r' 'b' 'ID' - 'ext'; >[dtd]; ]; (r [- 'a' 'a' 'CDATA' 'int'] "
-              "[- 'b' 'b' 'ID' 'ext']; &e; 'int'; )");
+TEST(DtdSubset, InternalDeclarationsBind) {
+    EXPECT_EQ(events_of("<!DOCTYPE r SYSTEM 's.dtd' [<!ENTITY e 'i'><!ATTLIST r a ID 'i'>]>\n"
+                        "<r>&e;</r>",
+                        {{"s.dtd", "<!ENTITY e 'x'>\n<!ATTLIST r a CDATA 'x'>\n"}}),
+              "startDTD 'r' - 's.dtd'; internal 'e' 'i'; attribute 'r' 'a' 'ID' - 'i'; <[dtd]; "
+              "warning 0 2:15 'entity decl name (e) already registered'; internal 'e' 'x'; "
+              "attribute 'r' 'a' 'ID' - 'i'; attribute 'r' 'a' 'CDATA' - 'x'; >[dtd]; ]; "
+              "(r [- 'a' 'a' 'ID' 'i']; &e; 'i'; )");
 }
 
 // The character behind the '>' waits in its level, and the document's line, encoding and decoder
@@ -85,7 +83,6 @@ TEST(DtdSubset, DocumentGoesOnBehindIt) {
               events + "error 6 1:0 'doc.xml : parse error (あ) at line 1, col 0'");
     const std::pair<std::string, std::string> cases[] = {
         {utf16le(u"\uFEFF<!DOCTYPE r SYSTEM 's.dtd'>\r<r/>"), utf16be(u"\uFEFF<!--c-->\r\r")},
-        {utf16be(u"\uFEFF<!DOCTYPE r SYSTEM 's.dtd'>\r\n<r/>"), lines},
         {DOCTYPE + "\r<r/>", utf16le(u"\uFEFF<!--c-->\r")},
         {"<?xml version='1.0' encoding='iso-2022-jp'?>" + DOCTYPE + "<r/>",
          "<?xml encoding='ISO-2022-JP'?><!--c-->\n\x1B$B"},

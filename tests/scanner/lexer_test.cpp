@@ -83,7 +83,7 @@ TEST(Lexer, Document) {
          "STAG NAME=a > CDATA_START CDATA=%]] CDATA_END CHARDATA=A ETAG NAME=a >"},
         {u"<![CDATA [", "NO_TOKEN '<![CDATA'"},
         {u"<!doctype", "NO_TOKEN '<!doctype'"},
-        {u"<a b='1'/ >", "STAG NAME=a S NAME=b = ATT_VALUE=1 NO_TOKEN '/ '"},
+        {u"<a b='1'/ >", "STAG NAME=a S NAME=b = ATT_VALUE=1 NO_TOKEN '/'"},
         {u"\uFEFF<a/>", "NO_TOKEN '\uFEFF'"},
     };
     for (const Case& test : cases) expect_tokens(test.document, test.tokens);

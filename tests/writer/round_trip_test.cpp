@@ -1,5 +1,7 @@
 // What is written can be read again: the same tree comes of it.
+#include <algorithm>
 #include <filesystem>
+#include <regex>
 
 #include <gtest/gtest.h>
 
@@ -32,30 +34,52 @@ void replace_surrogates(qvox::Node* root) {
 }
 
 // Two forms of the whole tree without its document type, because each has its blind spots: one cuts
-// names, the other comes from the writer itself.
+// names, the other comes from the writer itself. A default that was written is an attribute like
+// any other, and texts that a text declaration parted are one.
 std::string described(const Parsed& parsed) {
     if (qvox::Node* const type = parsed.document->getDoctype()) {
         qvox::DOMParser().freeNode(parsed.document->removeChild(type));
     }
-    return tree_text(parsed.document) + '\n' + in_memory(parsed.document);
+    parsed.document->normalize();
+    const std::string tree = tree_text(parsed.document);
+    return std::regex_replace(tree, std::regex("'\\*"), "'") + '\n' + in_memory(parsed.document);
 }
 
-void expect_round_trips(const std::string& fileName) {
+// Where the two differ, and how; empty where they don't. Both are long.
+std::string difference(const std::string& a, const std::string& b) {
+    if (a == b) return {};
+    const auto place = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin();
+    const std::size_t start = static_cast<std::size_t>(std::max<std::ptrdiff_t>(place - 20, 0));
+    return a.substr(start, 60) + "\nis not\n" + b.substr(start, 60);
+}
+
+// Returns what the parses said on standard output.
+std::string expect_round_trips(const std::string& fileName) {
+    std::string warnings;
     for (const char* const encoding : OUTPUT_ENCODINGS) {
-        const Parsed parsed(fileName.c_str());
-        replace_surrogates(parsed.document);
-        declare(parsed.document, encoding);
-        in_file(parsed.document, encoding);
-        EXPECT_EQ(described(Parsed("written.xml")), described(parsed)) << fileName << encoding;
-        in_file(parsed.document);
-        EXPECT_EQ(described(Parsed("written.xml")), described(parsed)) << fileName << encoding;
+        std::string before;
+        std::string asAsked;
+        std::string asDeclared;
+        warnings += output_of([&] {
+            Parsed parsed(fileName.c_str());
+            replace_surrogates(parsed.document);
+            in_file(parsed.document, encoding);
+            asAsked = described(Parsed("written.xml"));
+            declare(parsed.document, encoding);
+            in_file(parsed.document);
+            asDeclared = described(Parsed("written.xml"));
+            before = described(parsed);
+        });
+        EXPECT_EQ(difference(asAsked, before), "") << fileName << ' ' << encoding;
+        EXPECT_EQ(difference(asDeclared, before), "") << fileName << ' ' << encoding;
     }
+    return warnings;
 }
 
 TEST(RoundTrip, ExampleDocuments) {
     for (const char* const form : {"utf8", "sjis", "eucjp", "iso2022jp", "utf16be", "utf16le",
                                    "utf16be-bom", "utf16le-bom"}) {
-        expect_round_trips(QVOX_EXAMPLE_DATA "/order-" + std::string(form) + ".xml");
+        EXPECT_EQ(expect_round_trips(QVOX_EXAMPLE_DATA "/order-" + std::string(form) + ".xml"), "");
     }
 }
 
@@ -67,14 +91,11 @@ TEST(RoundTrip, ExampleWithADocumentType) {
         const std::string type = entry.path().extension().string();
         if (type == ".dtd" || type == ".ent") write_file(name, read_file(entry.path().string()));
     }
-    const std::string warnings =
-        output_of([] { expect_round_trips(QVOX_EXAMPLE_DATA "/order.xml"); });
+    const std::string warnings = expect_round_trips(QVOX_EXAMPLE_DATA "/order.xml");
     EXPECT_NE(warnings.find("QVOX warning : entity decl name (%"), std::string::npos);
     EXPECT_EQ(warnings.find("error"), std::string::npos) << warnings;
 }
 
-// Every pair of bytes that is a character of Shift_JIS, those of the user included. EUC-JP doesn't
-// have the latter.
 TEST(RoundTrip, AllCharactersOfShiftJis) {
     std::string characters;
     std::string withinEuc;
@@ -100,7 +121,8 @@ TEST(RoundTrip, AllCharactersOfShiftJis) {
             if (encoding == std::string("EUC-JP") && text.size() == characters.size()) continue;
             declare(parsed.document, encoding);
             in_file(parsed.document);
-            EXPECT_EQ(described(Parsed("written.xml")), described(parsed)) << encoding;
+            EXPECT_EQ(difference(described(Parsed("written.xml")), described(parsed)), "")
+                << encoding;
         }
     }
 }
@@ -115,9 +137,8 @@ TEST(RoundTrip, WhatCannotBeReadAgain) {
         {"<!DOCTYPE a [<!ENTITY e 'say \"x\"'>]><a>&e;</a>",
          "<!DOCTYPE a [<!ENTITY e \"say \"x\"\">]><a>say &quot;x&quot;</a>", "parse error"},
         {"<!DOCTYPE a [<!ATTLIST a b CDATA '\"'>]><a/>",
-         "<!DOCTYPE a [<!ATTLIST a b CDATA \"\"\">]><a b=\"&quot;\"/>", "unterminated literal"},
-        {"<!DOCTYPE a SYSTEM '\"'><a/>", "<!DOCTYPE a SYSTEM \"\"\" []><a/>",
-         "unterminated literal"},
+         "<!DOCTYPE a [<!ATTLIST a b CDATA \"\"\">]><a b=\"&quot;\"/>", "parse error"},
+        {"<!DOCTYPE a SYSTEM '\"'><a/>", "<!DOCTYPE a SYSTEM \"\"\" []><a/>", "parse error"},
     };
     for (const auto& [source, written, error] : cases) {
         write_file("source.xml", source);

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <string_view>
 
+#include "characters.h"
+
 namespace {
 
 struct Range {
@@ -31,26 +33,6 @@ bool is_hidden(char32_t character) {
     return range != std::end(HIDDEN) && range->first <= character;
 }
 
-void append_utf8(std::string& out, char32_t character) {
-    const auto append = [&out](char32_t byte) { out += static_cast<char>(byte); };
-    if (character < 0x80) {
-        append(character);
-        return;
-    }
-    if (character < 0x800) {
-        append(0xC0 | character >> 6);
-    } else {
-        if (character < 0x10000) {
-            append(0xE0 | character >> 12);
-        } else {
-            append(0xF0 | character >> 18);
-            append(0x80 | (character >> 12 & 0x3F));
-        }
-        append(0x80 | (character >> 6 & 0x3F));
-    }
-    append(0x80 | (character & 0x3F));
-}
-
 void append_hexadecimal(std::string& out, std::uint_least32_t number) {
     char digits[8];
     out.append(digits, std::to_chars(std::begin(digits), std::end(digits), number, 16).ptr);
@@ -74,14 +56,6 @@ void append_escaped(std::string& out, char32_t character, Style style) {
     } else {
         append_utf8(out, character);
     }
-}
-
-// Takes one character, or half of one, from the front of the units.
-char32_t next_character(const unsigned short*& unit, const unsigned short* end) {
-    const char32_t first = *unit++;
-    const bool isPair =
-        first >= 0xD800 && first <= 0xDBFF && unit != end && *unit >= 0xDC00 && *unit <= 0xDFFF;
-    return isPair ? 0x10000 + ((first - 0xD800) << 10) + (*unit++ - 0xDC00U) : first;
 }
 
 struct Utf8Form {
@@ -113,8 +87,8 @@ std::size_t decode_utf8(std::string_view bytes, char32_t& character) {
         if ((byte & 0xC0) != 0x80) return 0;
         character = character << 6 | (byte & 0x3F);
     }
-    const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
-    return character < form->least || character > 0x10FFFF || isSurrogate ? 0 : form->size;
+    const bool isWrong = character < form->least || character > 0x10FFFF || is_surrogate(character);
+    return isWrong ? 0 : form->size;
 }
 
 [[maybe_unused]] void escape_bytes(std::string& out, std::string_view bytes, Style style) {

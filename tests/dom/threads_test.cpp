@@ -1,0 +1,115 @@
+// Two threads that read one tree. The preset tsan runs these tests under the thread sanitizer.
+#include <atomic>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "support/tree_text.h"
+
+namespace qvox_test {
+namespace {
+
+using qvox::Document;
+using qvox::Element;
+using qvox::Node;
+
+// Runs the action with 0 and 1, each in a thread of its own, from the same moment on.
+template <typename Action>
+void in_two_threads(Action action) {
+    std::atomic<int> waiting{2};
+    const auto run = [&](int which) {
+        --waiting;
+        while (waiting > 0) std::this_thread::yield();
+        action(which);
+    };
+    std::thread second(run, 1);
+    run(0);
+    second.join();
+}
+
+std::string source() {
+    std::string text =
+        "<!DOCTYPE r [<!ENTITY e 'v'><!ATTLIST b i ID #IMPLIED d CDATA 'x'>]><r xmlns:p='u'>";
+    for (int i = 0; i < 50; ++i) {
+        const std::string n = std::to_string(i);
+        text += "<p:b i='" + n + "' p:n" + n + "='1'>t<p:c" + n + "/>u</p:b>";
+    }
+    return text + "</r>";
+}
+
+// All names of a subtree: each is asked for the first time by both threads at once.
+std::size_t length_of_names(Document* document, Node* root) {
+    std::size_t length = 0;
+    qvox::NodeIterator* const iterator =
+        document->createNodeIterator(root, qvox::NodeFilter::SHOW_ALL, nullptr, true);
+    while (const Node* const node = iterator->nextNode()) {
+        length += name_text(*node).size() + plain(node->getLocalName()).size() +
+                  plain(node->getPrefix()).size() + plain(node->getNodeValue()).size();
+    }
+    document->freeNodeIterator(iterator);
+    return length;
+}
+
+TEST(Threads, ReadOneTree) {
+    qvox::DOMParser parser;
+    Document* const document = parse_document(parser, source());
+    Document* const again = parse_document(parser, source());
+    const std::size_t names = length_of_names(again, again);
+    Element* const root = document->getDocumentElement();
+    const std::string text = tree_text(again->getDocumentElement());
+    parser.free(again);
+    in_two_threads([&](int which) {
+        for (int i = 0; i < 5; ++i) {
+            EXPECT_EQ(length_of_names(document, document), names);
+            EXPECT_EQ(tree_text(root), text);
+            int count = 0;
+            for (const Node* node = root->getLastChild(); node != nullptr;
+                 node = node->getPreviousSibling()) {
+                count += static_cast<const Element*>(node)->hasAttributeNS("u", "n7") ? 100 : 1;
+            }
+            EXPECT_EQ(count, 149);
+            // The result list of a node is one: each thread asks another node.
+            Element* const context = static_cast<Element*>(root->getChildNodes()->item(which));
+            EXPECT_EQ(context->getElementsByTagNameNS("u", "*")->getLength(), 1);
+            qvox::NodeList* const list = which == 0 ? root->getElementsByTagName("p:b")
+                                                    : document->getElementsByTagName("p:b");
+            EXPECT_EQ(list->getLength(), 50);
+            qvox::DOMParser().free(list);
+            EXPECT_EQ(document->getElementById("49"), root->getLastChild());
+            Node* const clone = root->cloneNode(true);
+            EXPECT_EQ(tree_text(clone), text);
+            qvox::DOMParser().freeNode(clone);
+        }
+    });
+    parser.free(document);
+}
+
+TEST(Threads, FirstCallOfInternalSubset) {
+    qvox::DOMParser parser;
+    Document* const document = parse_document(parser, source());
+    in_two_threads(
+        [&](int) { EXPECT_EQ(document->getDoctype()->getInternalSubset().length(), 57); });
+    parser.free(document);
+}
+
+TEST(Threads, ReadWhileAnotherIsParsed) {
+    qvox::DOMParser parser;
+    Document* const document = parse_document(parser, source());
+    const std::string text = tree_text(document);
+    in_two_threads([&](int which) {
+        for (int i = 0; i < 5; ++i) {
+            if (which == 0) {
+                EXPECT_EQ(tree_text(document), text);
+                Tree target;
+                target.drop(target.document->importNode(document->getDocumentElement(), true));
+            } else {
+                qvox::DOMParser own;
+                own.free(parse_document(own, source()));
+            }
+        }
+    });
+    parser.free(document);
+}
+
+}  // namespace
+}  // namespace qvox_test

@@ -1,0 +1,34 @@
+// Characters in 16-bit units and in UTF-8.
+#pragma once
+
+#include <string>
+
+// Takes one character, or half of a surrogate pair without the other, from the front of the units.
+inline char32_t next_character(const unsigned short*& unit, const unsigned short* end) {
+    const char32_t first = *unit++;
+    const bool isPair =
+        first >= 0xD800 && first <= 0xDBFF && unit != end && *unit >= 0xDC00 && *unit <= 0xDFFF;
+    return isPair ? 0x10000 + ((first - 0xD800) << 10) + (*unit++ - 0xDC00U) : first;
+}
+
+inline bool is_surrogate(char32_t character) { return character >= 0xD800 && character <= 0xDFFF; }
+
+inline void append_utf8(std::string& out, char32_t character) {
+    const auto append = [&out](char32_t byte) { out += static_cast<char>(byte); };
+    if (character < 0x80) {
+        append(character);
+        return;
+    }
+    if (character < 0x800) {
+        append(0xC0 | character >> 6);
+    } else {
+        if (character < 0x10000) {
+            append(0xE0 | character >> 12);
+        } else {
+            append(0xF0 | character >> 18);
+            append(0x80 | (character >> 12 & 0x3F));
+        }
+        append(0x80 | (character >> 6 & 0x3F));
+    }
+    append(0x80 | (character & 0x3F));
+}
