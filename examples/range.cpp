@@ -16,7 +16,8 @@ int main(int argc, char** argv) {
     qvox::DOMParser parser;
     try {
         qvox::Document* order = parser.parse(argc == 2 ? argv[1] : "");
-        qvox::Node* remarks = order->getElementsByTagName(wide(u"備考"))->item(0);
+        qvox::NodeList* all = order->getElementsByTagName(wide(u"備考"));
+        qvox::Node* remarks = all->item(all->getLength() - 1);  // those of the whole order
         qvox::Node* text = remarks != nullptr ? remarks->getFirstChild() : nullptr;
         const unsigned lineEnd = text != nullptr ? text->getNodeValue().find("\n") : ~0U;
         if (lineEnd == ~0U) throw qvox::QVOXException(qvox::QVOXException::SYNTAX_ERR, "one line");

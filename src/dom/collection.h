@@ -34,6 +34,8 @@ public:
     // Makes room for `count` nodes in all.
     void reserve(std::size_t count);
     bool holds(const Node* node) const;
+    // The index of a node that the collection holds.
+    std::size_t indexOf(const Node* node) const { return node->position - first; }
 
     // The neighbours of a node that the collection holds, or null.
     Node* after(const Node* node) const;

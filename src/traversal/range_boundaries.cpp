@@ -46,14 +46,6 @@ void meet(Climber& one, Climber& other) {
     }
 }
 
-// Which of two children comes first. Finding the first costs less than both indexes.
-int compare_siblings(const Node* parent, const Node* one, const Node* other) {
-    const NodeListImpl& children = *Tree::childrenOf(parent);
-    std::size_t i = 0;
-    while (children.at(i) != one && children.at(i) != other) ++i;
-    return children.at(i) == one ? -1 : 1;
-}
-
 }  // namespace
 
 bool counts_units(const Node* node) {
@@ -78,10 +70,7 @@ Node* child_behind(const BoundaryPoint& point) {
 }
 
 int child_index(const Node* parent, const Node* child) {
-    const NodeListImpl& children = *Tree::childrenOf(parent);
-    std::size_t i = 0;
-    while (children.at(i) != child) ++i;
-    return static_cast<int>(i);
+    return static_cast<int>(Tree::childrenOf(parent)->indexOf(child));
 }
 
 Node* root_of(Node* node) {
@@ -111,7 +100,7 @@ int compare_places(const TagPlace& one, const TagPlace& other) {
     meet(first, second);
     if (first.cameFrom == nullptr) return one.side == TagPlace::OPENING ? -1 : 1;
     if (second.cameFrom == nullptr) return other.side == TagPlace::OPENING ? 1 : -1;
-    return compare_siblings(first.node, first.cameFrom, second.cameFrom);
+    return child_index(first.node, first.cameFrom) - child_index(first.node, second.cameFrom);
 }
 
 }  // namespace qvox
