@@ -1,5 +1,7 @@
 #include "dom/document_type.h"
 
+#include <mutex>
+
 namespace qvox {
 
 DocumentTypeImpl::DocumentTypeImpl(const Unit* typeName, const Unit* publicIdentifier,
@@ -12,6 +14,7 @@ DocumentTypeImpl::DocumentTypeImpl(const Unit* typeName, const Unit* publicIdent
 }
 
 const Xstring& DocumentTypeImpl::getInternalSubset() {
+    const std::lock_guard<Lock> guard(subsetLock);
     if (!internalSubset.isNull()) return internalSubset;
     for (std::size_t i = 0; i < declarations.size(); ++i) {
         internalSubset += declaration_text(*static_cast<DeclNode*>(declarations.at(i)));

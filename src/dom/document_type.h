@@ -7,6 +7,7 @@
 #include "dom/declarations.h"
 #include "dom/named_node_map.h"
 #include "dom/node_list.h"
+#include "platform/lock.h"
 
 namespace qvox {
 
@@ -45,6 +46,7 @@ private:
     std::unique_ptr<NamedNodeMapImpl> notations;
     Xstring publicId;
     Xstring systemId;
+    Lock subsetLock;         // for two threads that ask for the text at a time
     Xstring internalSubset;  // null until it is asked for
     NodeListImpl declarations;
     DOMImplementation* implementation;

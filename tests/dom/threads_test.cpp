@@ -88,7 +88,7 @@ TEST(Threads, FirstCallOfInternalSubset) {
     qvox::DOMParser parser;
     Document* const document = parse_document(parser, source());
     in_two_threads(
-        [&](int) { EXPECT_EQ(document->getDoctype()->getInternalSubset().length(), 57); });
+        [&](int) { EXPECT_EQ(document->getDoctype()->getInternalSubset().length(), 55); });
     parser.free(document);
 }
 
