@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "dom/attr.h"
 #include "dom/owned_nodes.h"
 #include "runtime/allocation.h"
 
@@ -65,6 +66,13 @@ void NodeCollection::moveTo(unsigned index, Node* node) {
     node->position = index;
 }
 
+void NodeCollection::leave(Node* node) {
+    forget(node);
+    if (node->getNodeType() == Node::ATTRIBUTE_NODE) {
+        static_cast<AttrImpl*>(node)->setOwnerElement(nullptr);
+    }
+}
+
 void NodeCollection::forget(Node* node) {
     node->holder = nullptr;
     node->isChild = false;
@@ -97,13 +105,13 @@ void NodeCollection::replace(Node* node, Node* old, Parenthood parenthood) {
     if (node == old) return;
     release(node);
     const unsigned index = old->position;
-    forget(old);
+    leave(old);
     place(node, index, parenthood);
 }
 
 void NodeCollection::remove(Node* node) {
     eraseAt(node->position);
-    forget(node);
+    leave(node);
 }
 
 // Closes the gap from the nearer end.
@@ -129,6 +137,10 @@ void NodeCollection::removeAll(const std::vector<Node*>& leaving) {
 
 void NodeCollection::release(Node* node) {
     if (node->holder != nullptr) node->holder->remove(node);
+}
+
+void NodeCollection::releaseDying(Node* node) {
+    if (node->holder != nullptr) node->holder->eraseAt(node->position);
 }
 
 // Always destroys a node that owns nothing any more, so that no destructor goes deep.

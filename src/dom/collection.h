@@ -50,8 +50,11 @@ public:
     // Takes out all nodes of `leaving`, which are here in their order, in one pass.
     void removeAll(const std::vector<Node*>& leaving);
 
-    // Takes a node out of the collection that has it, if one has.
+    // Takes a node out of the collection that has it, if one has. An attribute then has no owner
+    // element any more.
     static void release(Node* node);
+    // The same for a node that is being destroyed, which is no longer of its own type.
+    static void releaseDying(Node* node);
 
 protected:
     ~NodeCollection();
@@ -61,6 +64,7 @@ private:
     void moveTo(unsigned index, Node* node);
     void eraseAt(unsigned index);
     void growBack();
+    static void leave(Node* node);
     static void forget(Node* node);
 
     Node* owner;

@@ -21,6 +21,7 @@ Node* copy_element(const ElementImpl& source, Document* target) {
                                  source.hasAttributes(), target);
     const NamedNodeMapImpl& attributes = source.attributeMap();
     for (std::size_t i = 0; i < attributes.size(); ++i) {
+        if (attributes.at(i)->getNodeType() != Node::ATTRIBUTE_NODE) continue;
         Attr* attribute = copy_attribute(static_cast<Attr*>(attributes.at(i)), copy, target);
         Node* replaced =
             copy->ownAttributeMap().putItem(attribute, !attribute->getNamespaceURI().isNull());

@@ -21,6 +21,12 @@ Xstring local_part(const Xstring& qualifiedName) {
     return colon == nullptr ? qualifiedName : Xstring(colon + 1);
 }
 
+// A map may have nodes of other types, which are no attributes.
+Attr* as_attribute(Node* node) {
+    const bool isAttribute = node != nullptr && node->getNodeType() == Node::ATTRIBUTE_NODE;
+    return isAttribute ? static_cast<Attr*>(node) : nullptr;
+}
+
 // The units of a text, or null for a null string.
 const Unit* units_of(const Xstring& s) { return s.isNull() ? nullptr : s.data(); }
 
@@ -63,11 +69,11 @@ const Xstring& ElementImpl::getAttributeNS(const Xstring& namespaceURI,
 }
 
 Attr* ElementImpl::getAttributeNode(const Xstring& attributeName) const {
-    return static_cast<Attr*>(attributeMap().getNamedItem(attributeName));
+    return as_attribute(attributeMap().getNamedItem(attributeName));
 }
 
 Attr* ElementImpl::getAttributeNodeNS(const Xstring& namespaceURI, const Xstring& localName) const {
-    return static_cast<Attr*>(attributeMap().getNamedItemNS(namespaceURI, localName));
+    return as_attribute(attributeMap().getNamedItemNS(namespaceURI, localName));
 }
 
 bool ElementImpl::hasAttribute(const Xstring& attributeName) const {
@@ -121,8 +127,19 @@ Attr* ElementImpl::attach(Attr* attr, bool byNamespace) {
         throw DOMException(DOMException::INUSE_ATTRIBUTE_ERR,
                            "attribute is already used by other element");
     }
+    if (Tree::owns(attr, this)) {
+        throw DOMException(DOMException::HIERARCHY_REQUEST_ERR, "child node is not acceptable");
+    }
     const DocumentGuard guard(this);
-    return static_cast<Attr*>(ownAttributeMap().putItem(attr, byNamespace));
+    return put(attr, byNamespace);
+}
+
+// A replaced node that is no attribute can't be told to the caller, and goes to the document.
+Attr* ElementImpl::put(Attr* attr, bool byNamespace) {
+    Node* replaced = ownAttributeMap().putItem(attr, byNamespace);
+    Attr* attribute = as_attribute(replaced);
+    if (replaced != attribute) Tree::abandon(replaced);
+    return attribute;
 }
 
 // An attribute that the map doesn't take is nobody's; one that it replaces may still be the
@@ -157,7 +174,9 @@ Attr* ElementImpl::removeAttributeNode(Attr* attr) {
     Node* taken = attr->getNamespaceURI().isNull()
                       ? map.takeItem(attr->getName())
                       : map.takeItemNS(attr->getNamespaceURI(), attr->getLocalName());
-    return static_cast<Attr*>(taken);
+    Attr* attribute = as_attribute(taken);
+    if (taken != attribute) Tree::abandon(taken);
+    return attribute;
 }
 
 }  // namespace qvox

@@ -53,6 +53,7 @@ public:
 
 private:
     Attr* attach(Attr* attr, bool byNamespace);
+    Attr* put(Attr* attr, bool byNamespace);
     void attachNew(Attr* attr, bool byNamespace);
     void drop(Node* attribute);
 

@@ -17,9 +17,8 @@ Node* found_or_raise(Node* node) {
 // An attribute belongs to the element whose map it is in.
 void set_owner_element(Node* node, Node* owner) {
     if (node->getNodeType() != Node::ATTRIBUTE_NODE) return;
-    const bool isElement = owner != nullptr && owner->getNodeType() == Node::ELEMENT_NODE;
-    static_cast<AttrImpl*>(node)->setOwnerElement(isElement ? static_cast<Element*>(owner)
-                                                            : nullptr);
+    if (owner->getNodeType() != Node::ELEMENT_NODE) return;
+    static_cast<AttrImpl*>(node)->setOwnerElement(static_cast<Element*>(owner));
 }
 
 }  // namespace
@@ -73,10 +72,7 @@ Node* NamedNodeMapImpl::putItem(Node* node, bool byNamespace) {
     if (byNamespace && node->getLocalName().isNull()) return nullptr;
     if (node->getNodeName().length() == 0) return nullptr;
     Node* replaced = getNamedItem(node->getNodeName());
-    if (replaced != nullptr) {
-        remove(replaced);
-        set_owner_element(replaced, nullptr);
-    }
+    if (replaced != nullptr) remove(replaced);
     append(node, NO_PARENT);
     set_owner_element(node, getOwner());
     return replaced;
@@ -98,7 +94,6 @@ Node* NamedNodeMapImpl::take(Node* node) {
         }
     }
     remove(node);
-    set_owner_element(node, nullptr);
     return node;
 }
 

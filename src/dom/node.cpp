@@ -39,7 +39,7 @@ Node* found_or_raise(Node* node, const char* message) {
 }  // namespace
 
 Node::~Node() {
-    NodeCollection::release(this);
+    NodeCollection::releaseDying(this);
     if (hasResults) static_cast<DocumentImpl*>(ownerDocument)->forgetContext(this);
     delete children;
 }

@@ -60,6 +60,7 @@ void match_id(TreeVisit& visit) {
     auto* element = static_cast<ElementImpl*>(visit.walker->getCurrentNode());
     const NamedNodeMapImpl& attributes = element->attributeMap();
     for (std::size_t i = 0; i < attributes.size(); ++i) {
+        if (attributes.at(i)->getNodeType() != Node::ATTRIBUTE_NODE) continue;
         const auto* attribute = static_cast<const AttrImpl*>(attributes.at(i));
         if (attribute->getAttributeType() == "ID" && attribute->getValue() == visit.first) {
             visit.found = element;

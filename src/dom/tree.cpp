@@ -82,11 +82,50 @@ NodeListImpl* Tree::makeChildList(Node* parent) {
                      : new NodeListImpl(parent);
 }
 
-void Tree::takeFragment(Node* parent, Node* fragment) {
-    while (Node* item = firstChildOf(fragment)) {
-        NodeCollection::release(item);
-        appendChildNoCheck(parent, item);
+// Empties a fragment. Fragments inside it, which can stand there by a replacement, are emptied in
+// their place and left to the document. `place` gets each other node, and null where a fragment
+// begins.
+template <typename Place>
+void Tree::emptyFragment(Node* fragment, Place place) {
+    Node* from = fragment;
+    for (;;) {
+        Node* item = firstChildOf(from);
+        if (item == nullptr) {
+            if (from == fragment) return;
+            Node* outer = from->holder->getOwner();
+            NodeCollection::release(from);
+            abandon(from);
+            from = outer;
+        } else if (is_fragment(item)) {
+            place(nullptr);
+            from = item;
+        } else {
+            place(item);
+        }
     }
+}
+
+void Tree::takeFragment(Node* parent, Node* fragment) {
+    emptyFragment(fragment, [parent](Node* item) {
+        if (item != nullptr) parent->children->append(item, NodeCollection::OWNER_IS_PARENT);
+    });
+}
+
+// What was inserted last; `ref` for an empty fragment. Where `ref` is no child, the first item has
+// lost its parent and still stands in the fragment's list.
+Node* Tree::insertFragment(Node* parent, Node* fragment, Node* ref) {
+    Node* first = firstChildOf(fragment);
+    if (first != nullptr && !parent->children->holds(ref)) {
+        clearParent(first);
+        return nullptr;
+    }
+    Node* last = ref;
+    emptyFragment(fragment, [&](Node* item) {
+        last = item != nullptr ? item : ref;
+        if (item == nullptr) return;
+        parent->children->insertBefore(item, ref, NodeCollection::OWNER_IS_PARENT);
+    });
+    return last;
 }
 
 Node* Tree::insertBeforeNoCheck(Node* parent, Node* child, Node* ref) {
@@ -97,13 +136,7 @@ Node* Tree::insertBeforeNoCheck(Node* parent, Node* child, Node* ref) {
         parent->children->insertBefore(child, ref, NodeCollection::OWNER_IS_PARENT);
         return child;
     }
-    Node* last = ref;
-    while (Node* item = firstChildOf(child)) {
-        clearParent(item);  // it stays in the fragment's list if it can't be inserted
-        last = insertBeforeNoCheck(parent, item, ref);
-        if (last == nullptr) return nullptr;
-    }
-    return last;
+    return insertFragment(parent, child, ref);
 }
 
 Node* Tree::removeChildNoCheck(Node* parent, Node* child) {

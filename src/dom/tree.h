@@ -62,7 +62,10 @@ struct Tree {
 
 private:
     static NodeListImpl* makeChildList(Node* parent);
+    template <typename Place>
+    static void emptyFragment(Node* fragment, Place place);
     static void takeFragment(Node* parent, Node* fragment);
+    static Node* insertFragment(Node* parent, Node* fragment, Node* ref);
     static void clearParent(Node* node) { node->isChild = false; }
 };
 

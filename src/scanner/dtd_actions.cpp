@@ -1,6 +1,7 @@
 #include "scanner/dtd_actions.h"
 
 #include <cstring>
+#include <set>
 
 #include "input/expansion.h"
 #include "runtime/heap.h"
@@ -26,6 +27,7 @@ constexpr PredefinedEntity PREDEFINED_ENTITIES[] = {
 
 std::map<const Unit*, ElementRecord, WideLess> elementTable;
 std::map<const Unit*, EntityRecord, WideLess> entityTable;
+std::set<const Unit*, WideLess> readSystemIds;
 ElementRecord* currentElementDecl = nullptr;
 
 Unit* widen(const char* ascii) {
@@ -49,6 +51,7 @@ void dtd_tables_create() {
 void dtd_tables_destroy() {
     elementTable.clear();
     entityTable.clear();
+    readSystemIds.clear();
     currentElementDecl = nullptr;
 }
 
@@ -100,6 +103,8 @@ void add_att_def(const Unit* name, const Unit* type, const Unit* mode, const Uni
     currentElementDecl->attDefs.push_back(definition);
 }
 
+bool was_read_before(const Unit* systemId) { return !readSystemIds.insert(systemId).second; }
+
 EntityRecord* register_entity_decl(const Unit* name, const Unit* value, const Unit* publicId,
                                    const Unit* systemId, const Unit* notation) {
     EntityRecord* known = find_entity_decl(name);
@@ -107,8 +112,7 @@ EntityRecord* register_entity_decl(const Unit* name, const Unit* value, const Un
         warn_registered("entity", name);
         return known;
     }
-    return &entityTable
-                .emplace(name, EntityRecord{name, value, publicId, systemId, notation, false})
+    return &entityTable.emplace(name, EntityRecord{name, value, publicId, systemId, notation})
                 .first->second;
 }
 

@@ -33,7 +33,6 @@ struct EntityRecord {
     const Unit* publicId;  // or null
     const Unit* systemId;  // or null
     const Unit* notation;  // or null
-    bool wasRead;          // an external entity whose file has been opened
 };
 
 // Empty tables but for the five predefined entities, and no tables.
@@ -55,6 +54,10 @@ ElementRecord* begin_attlist(const Unit* elementName);
 
 // Appends a definition to the element of the attribute-list declaration in progress.
 void add_att_def(const Unit* name, const Unit* type, const Unit* mode, const Unit* value);
+
+// Whether the file of this system identifier was read as an external entity before in this parse;
+// it is from now on.
+bool was_read_before(const Unit* systemId);
 
 // Enters an entity. The first declaration of a name binds; a further one is a warning.
 EntityRecord* register_entity_decl(const Unit* name, const Unit* value, const Unit* publicId,

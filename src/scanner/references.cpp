@@ -88,7 +88,7 @@ int read_parameter_reference(std::size_t start) {
     return first_character_of(tokenText + start, start);
 }
 
-void push_external(EntityRecord& entity) {
+void push_external(const EntityRecord& entity) {
     if (entity.publicId != nullptr || entity.systemId == nullptr) return;
     const OsTemp path(entity.systemId);
     std::unique_ptr<ByteStream> file = open_system_id(path.get());
@@ -97,9 +97,7 @@ void push_external(EntityRecord& entity) {
                     path.get());
         return;
     }
-    const bool isRepeated = entity.wasRead;
-    entity.wasRead = true;
-    push_external_entity(entity.name, std::move(file), isRepeated);
+    push_external_entity(entity.name, std::move(file), was_read_before(entity.systemId));
 }
 
 }  // namespace
@@ -112,7 +110,7 @@ int read_reference(int c, bool* isCharRef) {
 }
 
 void push_entity(const Unit* name) {
-    EntityRecord* entity = find_entity_decl(name);
+    const EntityRecord* entity = find_entity_decl(name);
     if (entity == nullptr) {
         qvox_report(REPORT_WARNING, QVOXException::INVALID_ENTITY_REF_ERR,
                     "entity name (%s) not found", OsTemp(name).get());
