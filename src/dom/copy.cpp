@@ -54,10 +54,8 @@ void copy_step(TreeVisit& visit) {
     Node* source = visit.walker->getCurrentNode();
     Document* target = visit.target != nullptr ? visit.target : source->getOwnerDocument();
     auto* parentCopy = static_cast<Node*>(visit.current);
-    // A fragment that stands as a child would dissolve in the copy's list: its children go there.
-    if (parentCopy != nullptr && source->getNodeType() == Node::DOCUMENT_FRAGMENT_NODE) return;
     Node* copy = copy_below(source, target);
-    if (parentCopy != nullptr) Tree::appendChildNoCheck(parentCopy, copy);
+    if (parentCopy != nullptr) Tree::appendAsIs(parentCopy, copy);
     visit.current = copy;
 }
 

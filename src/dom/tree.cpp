@@ -67,19 +67,24 @@ bool Tree::accepts(const Node* parent, const Node* child) {
 
 Node* Tree::appendChildNoCheck(Node* parent, Node* child) {
     if (Node* oldParent = parentOf(child)) removeChildNoCheck(oldParent, child);
-    if (parent->children == nullptr) parent->children = makeChildList(parent);
     if (is_fragment(child)) {
         takeFragment(parent, child);
     } else {
-        parent->children->append(child, NodeCollection::OWNER_IS_PARENT);
+        appendAsIs(parent, child);
     }
     return child;
 }
 
-NodeListImpl* Tree::makeChildList(Node* parent) {
+void Tree::appendAsIs(Node* parent, Node* child) {
+    makeChildList(parent);
+    parent->children->append(child, NodeCollection::OWNER_IS_PARENT);
+}
+
+void Tree::makeChildList(Node* parent) {
+    if (parent->children != nullptr) return;
     const bool isElement = parent->getNodeType() == Node::ELEMENT_NODE;
-    return isElement ? &static_cast<ElementImpl*>(parent)->childStorage()
-                     : new NodeListImpl(parent);
+    parent->children =
+        isElement ? &static_cast<ElementImpl*>(parent)->childStorage() : new NodeListImpl(parent);
 }
 
 // Empties a fragment. Fragments inside it, which can stand there by a replacement, are emptied in
@@ -106,6 +111,7 @@ void Tree::emptyFragment(Node* fragment, Place place) {
 }
 
 void Tree::takeFragment(Node* parent, Node* fragment) {
+    makeChildList(parent);
     emptyFragment(fragment, [parent](Node* item) {
         if (item != nullptr) parent->children->append(item, NodeCollection::OWNER_IS_PARENT);
     });

@@ -37,7 +37,10 @@ struct Tree {
 
     // A child with a parent leaves it first. A fragment gives its children up. Returns `child`.
     static Node* appendChildNoCheck(Node* parent, Node* child);
-    // The same in front of `ref`; null when that isn't a child, the child being detached by then.
+    // Appends a node without a place, also a fragment, which then stands as a child itself.
+    static void appendAsIs(Node* parent, Node* child);
+    // As appendChildNoCheck, but in front of `ref`; null when that isn't a child, the child being
+    // detached by then.
     static Node* insertBeforeNoCheck(Node* parent, Node* child, Node* ref);
     // Null when `child` isn't one.
     static Node* removeChildNoCheck(Node* parent, Node* child);
@@ -61,7 +64,7 @@ struct Tree {
     static void abandon(Node* node);
 
 private:
-    static NodeListImpl* makeChildList(Node* parent);
+    static void makeChildList(Node* parent);
     template <typename Place>
     static void emptyFragment(Node* fragment, Place place);
     static void takeFragment(Node* parent, Node* fragment);
