@@ -83,6 +83,12 @@ public:
         return tally;
     }
 
+    void save(const std::string& fileName) override {
+        if (xmlSaveFile(fileName.c_str(), document.get()) < 0) {
+            throw std::runtime_error("libxml2: cannot write " + fileName);
+        }
+    }
+
 private:
     std::unique_ptr<xmlDoc, FreeDocument> document;
 };

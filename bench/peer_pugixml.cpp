@@ -39,6 +39,7 @@ public:
         const pugi::xml_parse_result result =
             document.load_file(fileName, pugi::parse_full | pugi::parse_ws_pcdata);
         if (!result) throw std::runtime_error(std::string("pugixml: ") + result.description());
+        encoding = result.encoding;
     }
 
     Tally count() override { return countAll(document); }
@@ -57,8 +58,16 @@ public:
         return tally;
     }
 
+    void save(const std::string& fileName) override {
+        const unsigned mark = encoding == pugi::encoding_utf8 ? 0 : pugi::format_write_bom;
+        if (!document.save_file(fileName.c_str(), "", pugi::format_raw | mark, encoding)) {
+            throw std::runtime_error("pugixml: cannot write " + fileName);
+        }
+    }
+
 private:
     pugi::xml_document document;
+    pugi::xml_encoding encoding;
 };
 
 const TreeLibraryRegistration registration(

@@ -1,6 +1,7 @@
 #include <stdexcept>
 #include <string>
 #include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/LocalFileFormatTarget.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLString.hpp>
@@ -96,6 +97,19 @@ public:
         const Tally tally = counted ? countAll(copy) : Tally();
         copy->release();
         return tally;
+    }
+
+    void save(const std::string& fileName) override {
+        xc::DOMImplementation* const implementation =
+            xc::DOMImplementationRegistry::getDOMImplementation(xc::XMLUni::fgZeroLenString);
+        xc::DOMLSSerializer* const serializer = implementation->createLSSerializer();
+        xc::DOMLSOutput* const output = implementation->createLSOutput();
+        xc::LocalFileFormatTarget target(fileName.c_str());
+        output->setByteStream(&target);
+        const bool isWritten = serializer->write(document, output);
+        output->release();
+        serializer->release();
+        if (!isWritten) throw std::runtime_error("Xerces-C++: cannot write " + fileName);
     }
 
 private:

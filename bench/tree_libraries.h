@@ -30,6 +30,8 @@ public:
     virtual long search() = 0;
     /// Copies the document element with all below it, counts the copy if asked to, and frees it.
     virtual Tally clone(bool counted) = 0;
+    /// Writes the document to a file, in the encoding that it was read in where the library can.
+    virtual void save(const std::string& fileName) = 0;
 };
 
 /// One way to get a tree from a file.

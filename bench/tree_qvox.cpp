@@ -64,6 +64,18 @@ public:
         return tally;
     }
 
+    void save(const std::string& fileName) override {
+        const qvox::Xstring& declaration = document->getFirstChild()->getNodeValue();
+        const auto declares = [&declaration](const char* name) {
+            return declaration.find(name) < static_cast<unsigned>(declaration.length());
+        };
+        if (declares("UTF-16") || declares("Shift_JIS") || declares("EUC-JP")) {
+            parser.write(document, fileName.c_str());
+        } else {
+            parser.write(document, fileName.c_str(), "Shift_JIS");
+        }
+    }
+
 private:
     qvox::DOMParser parser;
     qvox::Document* document;
@@ -77,8 +89,9 @@ std::unique_ptr<LoadedTree> load(const char* fileName) {
     }
 }
 
-const TreeLibraryRegistration registration({"qvox", "DOM with namespaces, as by default",
-                                            LengthUnit::Unit16, true, true, load});
+const TreeLibraryRegistration registration(
+    {"qvox", "DOM with namespaces, as by default; UTF-8 is written as Shift_JIS",
+     LengthUnit::Unit16, true, true, load});
 
 }  // namespace
 }  // namespace bench

@@ -1,7 +1,6 @@
 #include "dom/collection.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "dom/attr.h"
 #include "dom/owned_nodes.h"
@@ -12,6 +11,7 @@ namespace qvox {
 namespace {
 
 constexpr unsigned FIRST_ARRAY = 4;
+constexpr std::size_t SLOT_SIZE = sizeof(void*);
 
 }  // namespace
 
@@ -34,8 +34,8 @@ Node* NodeCollection::before(const Node* node) const {
 
 void NodeCollection::reserve(std::size_t count) {
     if (count <= capacity) return;
-    auto** larger = static_cast<Node**>(qvox_malloc(count * sizeof(Node*)));
-    std::memcpy(larger, items, last * sizeof(Node*));
+    auto** larger = static_cast<Node**>(qvox_malloc(count * SLOT_SIZE));
+    std::copy(items, items + last, larger);
     if (items != onlyItem) qvox_free(items);
     items = larger;
     capacity = static_cast<unsigned>(count);

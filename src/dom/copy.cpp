@@ -25,7 +25,7 @@ Node* copy_element(const ElementImpl& source, Document* target) {
         Attr* attribute = copy_attribute(static_cast<Attr*>(attributes.at(i)), copy, target);
         Node* replaced =
             copy->ownAttributeMap().putItem(attribute, !attribute->getNamespaceURI().isNull());
-        if (replaced != nullptr) delete replaced;
+        delete replaced;
         if (!copy->attributeMap().holds(attribute)) delete attribute;
     }
     return copy;

@@ -44,17 +44,14 @@ struct ParseState {
         qvox::currentParser = nullptr;
     }
 
-    void open_file(const std::string& bytes) {
-        file = stream_of(bytes);
-        qvox::open_input("doc.xml", file.get(), nullptr);
-    }
-    static void open_memory(const char16_t* text) {
-        qvox::open_input(nullptr, nullptr, units(text));
+    void open(const std::string& bytes) {
+        document = stream_of(bytes);
+        qvox::open_input("doc.xml", document.get(), nullptr);
     }
 
     Recorder recorder;
     qvox::SAXParser parser;
-    std::unique_ptr<qvox::ByteStream> file;
+    std::unique_ptr<qvox::ByteStream> document;
 };
 
 }  // namespace qvox_test

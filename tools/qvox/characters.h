@@ -3,12 +3,21 @@
 
 #include <string>
 
+#include "units.h"
+
 // Takes one character, or half of a surrogate pair without the other, from the front of the units.
 inline char32_t next_character(const unsigned short*& unit, const unsigned short* end) {
     const char32_t first = *unit++;
     const bool isPair =
         first >= 0xD800 && first <= 0xDBFF && unit != end && *unit >= 0xDC00 && *unit <= 0xDFFF;
     return isPair ? 0x10000 + ((first - 0xD800) << 10) + (*unit++ - 0xDC00U) : first;
+}
+
+inline Units units_of(char32_t character) {
+    if (character < 0x10000) return Units(1, static_cast<unsigned short>(character));
+    const char32_t offset = character - 0x10000;
+    return {static_cast<unsigned short>(0xD800 + (offset >> 10)),
+            static_cast<unsigned short>(0xDC00 + (offset & 0x3FF))};
 }
 
 inline bool is_surrogate(char32_t character) { return character >= 0xD800 && character <= 0xDFFF; }

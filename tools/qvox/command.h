@@ -24,7 +24,9 @@ struct Command {
 };
 
 Command add_check(CLI::App& program);
+Command add_convert(CLI::App& program);
 Command add_events(CLI::App& program);
+Command add_format(CLI::App& program);
 Command add_tree(CLI::App& program);
 
 // The argument FILE or FILE... of a subcommand, and what was given for it.

@@ -15,7 +15,8 @@
 
 namespace {
 
-constexpr Command (*COMMANDS[])(CLI::App&) = {add_check, add_events, add_tree};
+constexpr Command (*COMMANDS[])(CLI::App&) = {add_check, add_convert, add_events, add_format,
+                                              add_tree};
 
 constexpr const char* FOOTER =
     "Exit status: 0 if all files are good, 1 if a file failed, 2 for wrong use or if the output\n"

@@ -1,0 +1,240 @@
+// `qvox convert` and `qvox format`, on whole documents.
+#include <string>
+
+#include "run_program.h"
+#include "support/encode.h"
+
+namespace {
+
+using qvox_test::utf16le;
+
+class ConvertTest : public ProgramTest {};
+
+TEST_F(ConvertTest, DeclaresTheEncoding) {
+    const std::string kanji = "<a>\xE8\xA1\xA8\n</a>";
+    const std::u16string wide = u"<a>\u8868\r\n</a>\r\n";
+    const struct {
+        const char* declaration;
+        const char* target;
+        std::string result;
+    } cases[] = {
+        {"", "UTF-8", kanji + "\n"},
+        {"", "UTF-16", utf16le(u"\uFEFF" + wide)},
+        {"", "Shift_JIS",
+         "<?xml version=\"1.0\" encoding=\"Shift_JIS\"?>\r\n<a>\x95\x5C\r\n</a>\r\n"},
+        {"", "euc-jp", "<?xml version=\"1.0\" encoding=\"EUC-JP\"?>\r\n<a>\xC9\xBD\r\n</a>\r\n"},
+        {"<?xml version='1.1'?>", "utf-8",
+         "<?xml version=\"1.1\" encoding=\"UTF-8\"?>\n" + kanji + "\n"},
+        {"<?xml version='1.0' encoding='utf-8' standalone='yes'?>", "EUC-JP",
+         "<?xml version=\"1.0\" encoding=\"EUC-JP\" standalone=\"yes\"?>\r\n"
+         "<a>\xC9\xBD\r\n</a>\r\n"},
+        {"<?xml version='1.0' standalone='no'?>", "UTF-16",
+         utf16le(u"\uFEFF<?xml version=\"1.0\" encoding=\"UTF-16\" standalone=\"no\"?>\r\n" +
+                 wide)},
+    };
+    for (const auto& [declaration, target, result] : cases) {
+        file("f.xml", declaration + kanji);
+        EXPECT_EQ(qvox("convert --to " + std::string(target) + " f.xml"), (Result{0, result, ""}))
+            << declaration << target;
+        EXPECT_EQ(qvox("convert f.xml --to " + std::string(target) + " -o out.xml"),
+                  (Result{0, "", ""}));
+        EXPECT_EQ(contents_of(folder / "out.xml"), result);
+        EXPECT_EQ(qvox("check out.xml"), (Result{0, "", ""}));
+    }
+}
+
+// A line for each piece outside the root element.
+TEST_F(ConvertTest, Lines) {
+    file("f.xml",
+         "<?xml version='1.0'?><!--c\n--><!DOCTYPE a [\n<!ENTITY e 'x>'><!ENTITY % p ''> ]>\n"
+         "<?q r?><a><b/> <![CDATA[]]></a>\n\n<!---->");
+    const std::string result =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!--c\n-->\n<!DOCTYPE a [\n"
+        "<!ENTITY e \"x>\">\n<!ENTITY % p \"\">\n]>\n<?q r?>\n<a><b/> <![CDATA[]]></a>\n<!---->\n";
+    EXPECT_EQ(qvox("convert --to UTF-8 f.xml"), (Result{0, result, ""}));
+    // The result is stable, also out of a pipe, which can be read only once.
+    EXPECT_EQ(shell("$QVOX convert --to EUC-JP f.xml | $QVOX convert --to UTF-8 /dev/stdin"),
+              (Result{0, result, ""}));
+}
+
+TEST_F(ConvertTest, ReferencesInUtf8) {
+    file("f.xml",
+         "<!DOCTYPE a [<!ENTITY e '&#xE9;'><!ENTITY % p '&#xE9;'><!ATTLIST a d CDATA '&#xE9;'>"
+         "<!ENTITY f SYSTEM 'f'>]><a b='&#xE9;&#xE8;' c=''>&e;&#x7FF;&#x800;&#x20BB7;&#xFFFD;</a>");
+    const std::string result =
+        "<!DOCTYPE a [\n<!ENTITY e \"&#xE9;\">\n<!ENTITY % p \"&#xE9;\">\n"
+        "<!ATTLIST a d CDATA \"&#xE9;\">\n<!ENTITY f SYSTEM \"f\">\n]>\n"
+        "<a b=\"&#xE9;&#xE8;\" c=\"\" "
+        "d=\"&#xE9;\">&#xE9;&#x7FF;\xE0\xA0\x80&#x20BB7;\xEF\xBF\xBD</a>\n";
+    EXPECT_EQ(qvox("convert --to UTF-8 f.xml"), (Result{0, result, ""}));
+    file("g.xml", result);
+    EXPECT_EQ(qvox("convert --to UTF-8 g.xml"), (Result{0, result, ""}));
+}
+
+TEST_F(ConvertTest, RefusesWhatDoesNotFit) {
+    const std::string utf8 =
+        "f.xml: not converted: 1 character can't be read from UTF-8, nor be references where they "
+        "stand (by lines of the result)\n  U+00E9 é: line ";
+    const struct {
+        std::u16string document;
+        const char* target;
+        std::string report;
+    } cases[] = {
+        {u"<\u00E9/>", "UTF-8", utf8 + "1\n"},
+        {u"<a \u00E9=''/>", "UTF-8", utf8 + "1\n"},
+        {u"<a>\n<!--\n\u00E9--></a>", "UTF-8", utf8 + "3\n"},
+        {u"<a>\n<?p \u00E9?></a>", "UTF-8", utf8 + "2\n"},
+        {u"<a><![CDATA[\u00E9]]></a>", "UTF-8", utf8 + "1\n"},
+        {u"<!DOCTYPE a [<!ENTITY e SYSTEM '\u00E9'>]><a/>", "UTF-8", utf8 + "2\n"},
+        {u"<!DOCTYPE a [<!NOTATION n PUBLIC '' '\u00E9'>]><a/>", "UTF-8", utf8 + "2\n"},
+        {u"<?xml version='1.0'?>\n<a>&#x20BB7;\u00E9</a>", "UTF-16",
+         "f.xml: not converted: 1 character can't be read from UTF-16 (by lines of the result)\n"
+         "  U+20BB7 𠮷: line 2\n"},
+        {u"<a b='\u00E9'>\n\u00E9\u00E9\u200B\n\uE000\u301C\u00A5</a>", "EUC-JP",
+         "f.xml: not converted: 5 characters can't be written in EUC-JP (by lines of the result)\n"
+         "  U+00E9 é: lines 2, 3 (3 times)\n  U+200B \\u{200b}: line 3\n  U+E000 \uE000: line 4\n"},
+        {u"<?xml version='1.0'?><a>\n\n\u00E9</a>", "Shift_JIS",
+         "f.xml: not converted: 1 character can't be written in Shift_JIS (by lines of the result)"
+         "\n  U+00E9 é: line 4\n"},
+    };
+    for (const auto& [document, target, report] : cases) {
+        file("f.xml", utf16le(u"\uFEFF" + document));
+        EXPECT_EQ(qvox("convert f.xml -o out.xml --to " + std::string(target)),
+                  (Result{1, "", report}))
+            << target;
+        EXPECT_FALSE(std::filesystem::exists(folder / "out.xml"));
+    }
+    std::u16string lines = u"<a>";
+    for (int i = 0; i < 30; ++i) lines += u"\u00E9\n";
+    file("f.xml", utf16le(u"\uFEFF" + lines + u"</a>"));
+    const std::string report = qvox("convert --to EUC-JP f.xml").err;
+    EXPECT_EQ(
+        report.substr(report.find("lines 2")),
+        "lines 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, ...\n");
+}
+
+TEST_F(ConvertTest, Lossy) {
+    file("f.xml", utf16le(u"\uFEFF<a b='\u00E9'>\u8868\u00E9&#x20BB7;<!--\u00E9--></a>"));
+    const struct {
+        const char* target;
+        std::string result;
+        const char* report;
+    } cases[] = {
+        {"Shift_JIS",
+         "<?xml version=\"1.0\" encoding=\"Shift_JIS\"?>\r\n"
+         "<a b=\"?\">\x95\x5C?\?<!--?--></a>\r\n",
+         "f.xml: 4 characters became ?\n"},
+        {"UTF-8", "<a b=\"&#xE9;\">\xE8\xA1\xA8&#xE9;&#x20BB7;<!--?--></a>\n",
+         "f.xml: 1 character became ?\n"},
+        {"UTF-16", utf16le(u"\uFEFF<a b=\"\u00E9\">\u8868\u00E9?<!--\u00E9--></a>\r\n"),
+         "f.xml: 1 character became ?\n"},
+    };
+    for (const auto& [target, result, report] : cases) {
+        EXPECT_EQ(qvox("convert --lossy f.xml --to " + std::string(target)),
+                  (Result{0, result, report}));
+    }
+    file("g.xml", utf16le(u"\uFEFF<a>\u8868</a>"));
+    EXPECT_EQ(qvox("convert --lossy --to UTF-8 g.xml"), (Result{0, "<a>\xE8\xA1\xA8</a>\n", ""}));
+}
+
+// A result that the parsers refuse doesn't come into being.
+TEST_F(ConvertTest, RefusesWhatCouldNotBeReadAgain) {
+    file("f.xml", "<!DOCTYPE a [<!ENTITY e '\"'>]><a/>");
+    file("g.xml", utf16le(u"\uFEFF<\u00E9/>"));
+    EXPECT_EQ(qvox("convert --to UTF-8 f.xml -o out.xml"),
+              (Result{1, "",
+                      "f.xml: not converted: the result couldn't be read: unterminated literal : "
+                      "(memory) (>]><a/>\\n) at line 3, col 0\n"}));
+    const Result lossy = qvox("convert --lossy --to Shift_JIS g.xml -o out.xml");
+    EXPECT_EQ(lossy.status, 1);
+    EXPECT_EQ(lossy.err.find("g.xml: not converted: the result couldn't be read: "), 0U);
+    EXPECT_FALSE(std::filesystem::exists(folder / "out.xml"));
+}
+
+TEST_F(ConvertTest, BadDocuments) {
+    file("f.xml", "<a>\n  <b></a>");
+    EXPECT_EQ(qvox("convert --to UTF-8 f.xml"),
+              (Result{1, "", "f.xml:2:9: end tag (a) not match to start tag (b)\n"}));
+    EXPECT_EQ(qvox("convert --to UTF-8 missing.xml"),
+              (Result{1, "", "missing.xml: file (missing.xml) cannot open\n"}));
+    EXPECT_EQ(qvox("format f.xml"),
+              (Result{1, "", "f.xml:2:9: end tag (a) not match to start tag (b)\n"}));
+    // What stands for nothing is missing in the result.
+    file("g.xml", "<a>x&lost;y</a>");
+    EXPECT_EQ(qvox("convert --to UTF-8 g.xml"),
+              (Result{0, "<a>xy</a>\n", "g.xml:1:5: warning: entity name (lost) not found\n"}));
+}
+
+TEST_F(ConvertTest, FileNamesAndFailures) {
+    file("[a]", "<a/>");
+    EXPECT_EQ(qvox("convert --to UTF-16 '[a]' -o '[b]'"), (Result{0, "", ""}));
+    EXPECT_EQ(contents_of(folder / "[b]"), utf16le(u"\uFEFF<a/>\r\n"));
+    EXPECT_EQ(qvox("convert --to UTF-8 '[b]' --output='[b]'"), (Result{0, "", ""}));
+    EXPECT_EQ(contents_of(folder / "[b]"), "<a/>\n");
+
+    EXPECT_EQ(qvox("convert --to UTF-8 '[a]' -o no/such"),
+              (Result{2, "", "no/such: No such file or directory\n"}));
+    EXPECT_EQ(qvox("convert --to UTF-8 '[a]' -o /dev/full"),
+              (Result{2, "", "/dev/full: No space left on device\n"}));
+    for (const char* const command : {"convert --to UTF-8 '[a]'", "format '[a]'"}) {
+        EXPECT_EQ(
+            shell("$QVOX " + std::string(command) + " >/dev/full"),
+            (Result{2, "", "qvox: cannot write to standard output: No space left on device\n"}));
+    }
+    for (const char* const arguments :
+         {"convert '[a]'", "convert --to ISO-2022-JP '[a]'", "convert --to UTF-8",
+          "convert --to UTF-8 '[a]' '[b]'", "format", "format --to UTF-8 '[a]'"}) {
+        EXPECT_EQ(qvox(arguments).status, 2) << arguments;
+    }
+}
+
+// The tree of each example stays what it is, but for the declaration, and for one character that
+// only UTF-8 can take, as a reference.
+TEST_F(ConvertTest, ExamplesComeBack) {
+    const std::string tree =
+        "tree() { $QVOX tree $1 | grep -v '^  processingInstruction target=\"xml\"'; }\n";
+    for (const char* const source :
+         {"utf8", "sjis", "eucjp", "iso2022jp", "utf16be", "utf16le-bom"}) {
+        const std::string name = "$DATA/order-" + std::string(source) + ".xml";
+        const std::string before = shell(tree + "tree " + name).out;
+        ASSERT_NE(before.find("髙橋"), std::string::npos);
+        EXPECT_EQ(shell(tree + "$QVOX convert --to UTF-8 " + name + " -o out.xml; tree out.xml"),
+                  (Result{0, before, ""}));
+        const std::string lossy = shell(tree + "tree " + name + " | sed 's/𠮷/?/'").out;
+        for (const char* const target : {"UTF-16", "Shift_JIS", "EUC-JP"}) {
+            EXPECT_EQ(shell(tree + "$QVOX convert --lossy --to " + target + ' ' + name +
+                            " -o out.xml 2>/dev/null; tree out.xml"),
+                      (Result{0, lossy, ""}))
+                << source << ' ' << target;
+        }
+    }
+}
+
+TEST_F(ConvertTest, Format) {
+    const struct {
+        const char* document;
+        const char* result;
+    } cases[] = {
+        {"<a/>", "<a/>\n"},
+        {"<?xml version='1.0' encoding='Shift_JIS'?><a><b><c>\x95\x5C</c><d/></b><!--e--></a>",
+         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\n  <b>\n    <c>表</c>\n    <d/>\n  </b>\n"
+         "  <!--e-->\n</a>\n"},
+        {"<a>x<b/>y<c/><d/></a>", "<a>x<b/>y<c/>\n  <d/>\n</a>\n"},
+        {"<a>\n <b/>\n</a>", "<a>\n <b/>\n</a>\n"},
+        {"<?p?><!DOCTYPE a SYSTEM 's' [<!ELEMENT a ANY><!ENTITY e 'x'>]><a b='&lt;>'/><?q r?>",
+         "<?p ?>\n<!DOCTYPE a SYSTEM \"s\" [\n  <!ELEMENT a ANY>\n  <!ENTITY e \"x\">\n]>\n"
+         "<a b=\"&lt;&gt;\"/>\n<?q r?>\n"},
+        {"<a><![CDATA[<x>]]><b><![CDATA[]]></b></a>",
+         "<a>\n  <![CDATA[<x>]]>\n  <b>\n    <![CDATA[]]>\n  </b>\n</a>\n"},
+        {"<a>&#xE9;</a>", "<a>&#xE9;</a>\n"},
+    };
+    for (const auto& [document, result] : cases) {
+        file("f.xml", document);
+        EXPECT_EQ(qvox("format f.xml"), (Result{0, result, ""}));
+    }
+    // Where no reference can stand a character stays what it is.
+    file("f.xml", utf16le(u"\uFEFF<\u00E9><!--\u00E9-->\u00E9</\u00E9>"));
+    EXPECT_EQ(qvox("format f.xml"), (Result{0, "<é>\n  <!--é-->&#xE9;</é>\n", ""}));
+}
+
+}  // namespace
