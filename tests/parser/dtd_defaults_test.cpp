@@ -22,6 +22,7 @@ a ID '1' b CDATA #FIXED '2'         => <r z='0' b='x'></r>
   => [- 'z' 'z' - '0'] [- 'b' 'b' 'CDATA' 'x'] [- 'a' 'a' 'ID' '1']
 a ID '1'                            => <r a='x' a='y'/> => [- 'a' 'a' 'ID' 'x'] [- 'a' 'a' 'ID' 'y']
 a ID '1' a CDATA '2'><!ATTLIST r a CDATA '3' => <r/>    => [- 'a' 'a' 'ID' '1']
+a ID '1'><!ELEMENT r EMPTY          => <r/>             => [- 'a' 'a' 'ID' '1']
 a ID #IMPLIED a CDATA ' b  c '      => <r/>             => [- 'a' 'a' 'ID' 'b c']
 x NOTATION ( n |m) #IMPLIED y ( 1|2 ) '3' => <r x=' m'/>
   => [- 'x' 'x' 'NOTATION (n|m)' 'm'] [- 'y' 'y' '(1|2)' '3']

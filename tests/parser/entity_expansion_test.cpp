@@ -130,15 +130,26 @@ TEST(EntityExpansion, RepeatedFile) {
     EXPECT_EQ(outcome_of(e, "<r>" + times(300, "&e;") + "</r>"), TOO_LARGE);
 }
 
-TEST(EntityExpansion, RepeatedFileUnderManyNames) {
+// `file_of` gives the name of the file for each of 300 entities.
+template <typename FileOf>
+std::string outcome_of_aliases(FileOf file_of) {
     write_file("large.ent", times(65536, "x"));
     std::string declarations;
     std::string uses;
-    for (int i = 0; i < 300; ++i) {
-        declarations += external("e" + std::to_string(i), "large.ent");
+    for (std::size_t i = 0; i < 300; ++i) {
+        declarations += external("e" + std::to_string(i), file_of(i));
         uses += "&e" + std::to_string(i) + ";";
     }
-    EXPECT_EQ(outcome_of(declarations, "<r>" + uses + "</r>"), TOO_LARGE);
+    return outcome_of(declarations, "<r>" + uses + "</r>");
+}
+
+TEST(EntityExpansion, RepeatedFileUnderManyEntities) {
+    EXPECT_EQ(outcome_of_aliases([](std::size_t) { return "large.ent"; }), TOO_LARGE);
+}
+
+TEST(EntityExpansion, RepeatedFileUnderManyPaths) {
+    EXPECT_EQ(outcome_of_aliases([](std::size_t i) { return times(i, "./") + "large.ent"; }),
+              TOO_LARGE);
 }
 
 }  // namespace
