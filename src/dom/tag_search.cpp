@@ -37,12 +37,17 @@ void search(TreeVisit& visit, Node* root, bool withRoot) {
     TreeWalkerImpl walker(root, NodeFilter::SHOW_ELEMENT, nullptr, false);
     visit.walker = &walker;
     visit.deep = true;
-    if (withRoot) return runVisit(visit);
+    if (withRoot) {
+        runVisit(visit);
+        visit.walker = nullptr;
+        return;
+    }
     void* const list = visit.current;
     for (Node* child = walker.firstChild(); child != nullptr; child = walker.nextSibling()) {
         visit.current = list;
         runVisit(visit);
     }
+    visit.walker = nullptr;
 }
 
 NodeList* search_names(Node& context, Node* root, TreeVisit& visit) {

@@ -1,6 +1,11 @@
 #include "platform/byte_stream.h"
 
 #include <cerrno>
+#include <cstdint>
+
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
 
 namespace qvox {
 
@@ -29,6 +34,16 @@ bool ByteStream::refill() {
     next = buffer;
     end = buffer + count;
     return true;
+}
+
+ByteStream::Identity ByteStream::identity() const {
+#if defined(_WIN32)
+    return {0, reinterpret_cast<std::uintptr_t>(file)};  // no two are taken for one
+#else
+    struct stat status = {};
+    if (fstat(fileno(file), &status) != 0) return {0, 0};
+    return {status.st_dev, status.st_ino};
+#endif
 }
 
 }  // namespace qvox

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 namespace qvox {
 
@@ -36,6 +37,10 @@ public:
 
     // Goes back to the first byte. Only within the first BUFFER_SIZE bytes of the file.
     void rewind() { next = buffer; }
+
+    // What tells two files apart, whatever their names are.
+    using Identity = std::pair<unsigned long long, unsigned long long>;
+    Identity identity() const;
 
     // Bytes handed out so far.
     unsigned long long position() const {

@@ -10,6 +10,9 @@ namespace {
 
 constexpr Unit XMLNS[] = {'x', 'm', 'l', 'n', 's', 0};
 
+// What a default counts for beside its text.
+constexpr unsigned long long DEFAULT_EXPANSION = 8;
+
 unsigned long tagNumber = 0;  // counts the tags that have a declaration
 
 Unit* copy_on_heap(const Unit* text) {
@@ -52,7 +55,7 @@ void append_default(TagRecord& tag, AttDefRecord& definition) {
         definition.normalized = copy_on_heap(definition.value);
         normalize_att_value(first->type, definition.normalized);
     }
-    count_expanded(wide_length(definition.normalized));
+    count_expanded(DEFAULT_EXPANSION + wide_length(definition.normalized));
     tag.attributes.append(
         {first, nullptr, nullptr, definition.name, definition.normalized, false, false});
 }

@@ -27,7 +27,7 @@ constexpr PredefinedEntity PREDEFINED_ENTITIES[] = {
 
 std::map<const Unit*, ElementRecord, WideLess> elementTable;
 std::map<const Unit*, EntityRecord, WideLess> entityTable;
-std::set<const Unit*, WideLess> readSystemIds;
+std::set<ByteStream::Identity> readFiles;
 ElementRecord* currentElementDecl = nullptr;
 
 Unit* widen(const char* ascii) {
@@ -51,7 +51,7 @@ void dtd_tables_create() {
 void dtd_tables_destroy() {
     elementTable.clear();
     entityTable.clear();
-    readSystemIds.clear();
+    readFiles.clear();
     currentElementDecl = nullptr;
 }
 
@@ -103,7 +103,7 @@ void add_att_def(const Unit* name, const Unit* type, const Unit* mode, const Uni
     currentElementDecl->attDefs.push_back(definition);
 }
 
-bool was_read_before(const Unit* systemId) { return !readSystemIds.insert(systemId).second; }
+bool was_read_before(const ByteStream& file) { return !readFiles.insert(file.identity()).second; }
 
 EntityRecord* register_entity_decl(const Unit* name, const Unit* value, const Unit* publicId,
                                    const Unit* systemId, const Unit* notation) {

@@ -5,6 +5,7 @@
 #include <map>
 #include <vector>
 
+#include "platform/byte_stream.h"
 #include "text/wide.h"
 
 namespace qvox {
@@ -55,9 +56,8 @@ ElementRecord* begin_attlist(const Unit* elementName);
 // Appends a definition to the element of the attribute-list declaration in progress.
 void add_att_def(const Unit* name, const Unit* type, const Unit* mode, const Unit* value);
 
-// Whether the file of this system identifier was read as an external entity before in this parse;
-// it is from now on.
-bool was_read_before(const Unit* systemId);
+// Whether this file was read as an external entity before in this parse; it is from now on.
+bool was_read_before(const ByteStream& file);
 
 // Enters an entity. The first declaration of a name binds; a further one is a warning.
 EntityRecord* register_entity_decl(const Unit* name, const Unit* value, const Unit* publicId,

@@ -97,7 +97,8 @@ void push_external(const EntityRecord& entity) {
                     path.get());
         return;
     }
-    push_external_entity(entity.name, std::move(file), was_read_before(entity.systemId));
+    const bool isRepeated = was_read_before(*file);
+    push_external_entity(entity.name, std::move(file), isRepeated);
 }
 
 }  // namespace
