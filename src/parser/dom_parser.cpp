@@ -46,12 +46,12 @@ void DOMParser::freeNode(Node* node) {
 }
 
 void DOMParser::free(NodeList* list) {
-    const auto* results = dynamic_cast<ResultList*>(list);
-    if (results == nullptr) {
-        qvox_report(REPORT_ERROR, QVOXException::FREE_ERR,
-                    "attempt to free NodeList that is not tmp-node-list");
+    if (const auto* results = dynamic_cast<ResultList*>(list)) {
+        results->getDocument()->freeTmpNodeList(*results);
+        return;
     }
-    results->getDocument()->freeTmpNodeList(*results);
+    qvox_report(REPORT_ERROR, QVOXException::FREE_ERR,
+                "attempt to free NodeList that is not tmp-node-list");
 }
 
 }  // namespace qvox
