@@ -26,7 +26,7 @@ Pieces* piece(const Unit* text) {
 
 Pieces* piece(char symbol) {
     Unit* text = halloc_text(parseHeap, 1);
-    text[0] = static_cast<Unit>(symbol);
+    text[0] = static_cast<unsigned char>(symbol);
     text[1] = 0;
     return piece(text);
 }
