@@ -10,7 +10,7 @@ namespace {
 constexpr RunStops stops_at(const char* symbols) {
     RunStops stops = {};
     for (int c = 0; c < ' '; ++c) stops.ascii[c] = c != '\t';
-    for (; *symbols != 0; ++symbols) stops.ascii[static_cast<int>(*symbols)] = true;
+    for (; *symbols != 0; ++symbols) stops.ascii[static_cast<unsigned char>(*symbols)] = true;
     return stops;
 }
 

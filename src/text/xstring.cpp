@@ -168,6 +168,10 @@ Xstring& Xstring::operator=(const unsigned short* s) {
 }
 
 Xstring& Xstring::operator=(const Xstring& other) {
+    if (this == &other) {
+        if (!isNull()) own();
+        return *this;
+    }
     if (other.isNull() && isNull()) return *this;
     text.assign(other.data(), static_cast<std::size_t>(other.length()));
     bulk = nullptr;
