@@ -54,12 +54,11 @@ void ResultText::addPart(UnitView part, bool isValue) {
         const unsigned short* const start = unit;
         const char32_t character = next_character(unit, end);
         if (character == '\n') ++line;
-        if (takes(character)) {
+        const bool canBeReference = isValue && encoding.usesReferences && !is_surrogate(character);
+        if (takes(character) || (style.keepsMisfits && !canBeReference)) {
             result.append(start, unit);
-        } else if (isValue && encoding.usesReferences && !is_surrogate(character)) {
+        } else if (canBeReference) {
             addReference(character);
-        } else if (style.keepsMisfits) {
-            result.append(start, unit);
         } else {
             found[character].push_back(line);
             addAscii("?");
