@@ -57,9 +57,13 @@ public:
 
     Node(const Node&) = delete;
     Node& operator=(const Node&) = delete;
+
+protected:
+    // Nodes are freed by the calls named above only: not all of them are allocated one by one.
     virtual ~Node();
 
-    /// Appends a child, which leaves its old place first. A fragment gives all its children up and
+public:  /// Appends a child, which leaves its old place first. A fragment gives all its children up
+         /// and
     /// stays, empty, the caller's. Returns `newChild`. DOMException HIERARCHY_REQUEST_ERR for a
     /// null child, a type that can't stand here, and a node that would come under itself;
     /// WRONG_DOCUMENT_ERR for another document's node (not checked under a document).
@@ -136,6 +140,7 @@ private:
     unsigned position = 0;             // where in it
     bool isChild = false;              // whether the holder's owner is this node's parent
     bool hasResults = false;           // whether the document has a search's result for this node
+    bool isInChunk = false;            // whether it is in memory of NodeMemory
 };
 
 /// An ordered collection of nodes.
@@ -194,6 +199,8 @@ public:
 
 protected:
     CharacterData(const unsigned short* text, Document* document);
+    CharacterData(Xstring&& text, Document* document) noexcept;
+    ~CharacterData() override = default;
 
 private:
     Xstring data;
@@ -207,16 +214,19 @@ public:
 
 protected:
     using CharacterData::CharacterData;
+    ~Text() override = default;
 };
 
 class QVOX_API CDATASection : public Text {
 protected:
     using Text::Text;
+    ~CDATASection() override = default;
 };
 
 class QVOX_API Comment : public CharacterData {
 protected:
     using CharacterData::CharacterData;
+    ~Comment() override = default;
 };
 
 class Element;
@@ -234,6 +244,7 @@ public:
 
 protected:
     using Node::Node;
+    ~Attr() override = default;
 };
 
 /// An element. Names are checked against XML 1.0's Name, with the empty name allowed, and not for
@@ -279,16 +290,19 @@ public:
 
 protected:
     using Node::Node;
+    ~Element() override = default;
 };
 
 class QVOX_API DocumentFragment : public Node {
 protected:
     using Node::Node;
+    ~DocumentFragment() override = default;
 };
 
 class QVOX_API EntityReference : public Node {
 protected:
     using Node::Node;
+    ~EntityReference() override = default;
 };
 
 /// A declared entity. A parameter entity's name begins with "%". Identifiers are null where the
@@ -302,6 +316,7 @@ public:
 
 protected:
     using Node::Node;
+    ~Entity() override = default;
 };
 
 /// A declared notation. An empty identifier reads as null.
@@ -312,6 +327,7 @@ public:
 
 protected:
     using Node::Node;
+    ~Notation() override = default;
 };
 
 /// A processing instruction; also the XML declaration of a parsed document, with the target "xml".
@@ -323,6 +339,7 @@ public:
 
 protected:
     using Node::Node;
+    ~ProcessingInstruction() override = default;
 };
 
 /// The document type. Comments and processing instructions of the DTD are its children.
@@ -341,6 +358,7 @@ public:
 
 protected:
     using Node::Node;
+    ~DocumentType() override = default;
 };
 
 /// The root of a tree, and the factory of its nodes. What a factory returns is unattached and the
@@ -382,6 +400,7 @@ public:
 
 protected:
     using Node::Node;
+    ~Document() override = default;
 };
 
 /// What doesn't depend on a document. There is one in the process: DOMParser::getImplementation.

@@ -1,5 +1,7 @@
 #include "dom/attr.h"
 
+#include <utility>
+
 #include "dom/character_data.h"
 #include "dom/document.h"
 #include "dom/tree.h"
@@ -30,6 +32,15 @@ AttrImpl::AttrImpl(const Init& init, Document* document)
       ownerElement(init.ownerElement) {
     value = init.value;
 }
+
+AttrImpl::AttrImpl(const PooledInit& init, Xstring&& text, Document* document) noexcept
+    : Attr(document),
+      name(init.name),
+      attributeType(init.attributeType),
+      defaultValue(init.defaultValue),
+      value(std::move(text)),
+      specified(init.specified),
+      ownerElement(init.ownerElement) {}
 
 void AttrImpl::setPrefix(const Xstring& prefix) {
     name.setPrefix(prefix, as_impl(getOwnerDocument()));

@@ -21,6 +21,18 @@ public:
 
     AttrImpl(const Init& init, Document* document);
 
+    // The same of names that are in the document's pool. The value is taken over as it is, also one
+    // that borrows its text.
+    struct PooledInit {
+        QualifiedName name;
+        const PooledName* attributeType;  // or null
+        const PooledName* defaultValue;   // or null
+        bool specified;
+        Element* ownerElement;
+    };
+
+    AttrImpl(const PooledInit& init, Xstring&& text, Document* document) noexcept;
+
     int getNodeType() const override { return ATTRIBUTE_NODE; }
     const Xstring& getNodeName() const override { return name.getName(); }
     const Xstring& getNamespaceURI() const override { return name.getNamespaceURI(); }

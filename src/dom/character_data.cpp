@@ -1,6 +1,7 @@
 #include "dom/character_data.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "dom/tree.h"
 
@@ -42,6 +43,9 @@ Text* split(Text& node, int offset) {
 CharacterData::CharacterData(const unsigned short* text, Document* document) : Node(document) {
     data = text;
 }
+
+CharacterData::CharacterData(Xstring&& text, Document* document) noexcept
+    : Node(document), data(std::move(text)) {}
 
 const Xstring& CharacterData::getData() const { return data; }
 

@@ -4,6 +4,7 @@
 
 #include "dom/attr.h"
 #include "dom/owned_nodes.h"
+#include "dom/tree.h"
 #include "runtime/allocation.h"
 
 namespace qvox {
@@ -17,7 +18,7 @@ constexpr std::size_t SLOT_SIZE = sizeof(void*);
 
 NodeCollection::~NodeCollection() {
     destroyNodes();
-    if (items != onlyItem) qvox_free(items);
+    freeSlots();
 }
 
 bool NodeCollection::holds(const Node* node) const {
@@ -36,9 +37,14 @@ void NodeCollection::reserve(std::size_t count) {
     if (count <= capacity) return;
     auto** larger = static_cast<Node**>(qvox_malloc(count * SLOT_SIZE));
     std::copy(items, items + last, larger);
-    if (items != onlyItem) qvox_free(items);
+    freeSlots();
     items = larger;
     capacity = static_cast<unsigned>(count);
+    ownsSlots = true;
+}
+
+void NodeCollection::freeSlots() {
+    if (ownsSlots) qvox_free(items);
 }
 
 // Makes the slot behind the nodes a free one. Nodes that have left at the front leave their slots
@@ -82,6 +88,11 @@ void NodeCollection::append(Node* node, Parenthood parenthood) {
     release(node);
     growBack();
     place(node, last++, parenthood);
+}
+
+void NodeCollection::appendAll(Node* const* nodes, std::size_t count, Parenthood parenthood) {
+    reserve(last + count);
+    for (std::size_t i = 0; i < count; ++i) place(nodes[i], last++, parenthood);
 }
 
 // Makes the gap from the nearer end.
@@ -156,7 +167,7 @@ void NodeCollection::destroyNodes() {
         } else {
             --level->last;
             forget(node);
-            delete node;
+            Tree::destroy(node);
         }
     }
 }

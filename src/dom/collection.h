@@ -18,6 +18,9 @@ public:
 
     explicit NodeCollection(Node* collectionOwner)
         : owner(collectionOwner), items(onlyItem), capacity(1) {}
+    // With `count` slots that live as long as the collection and aren't its own.
+    NodeCollection(Node* collectionOwner, Node** slots, std::size_t count)
+        : owner(collectionOwner), items(slots), capacity(static_cast<unsigned>(count)) {}
     NodeCollection(const NodeCollection&) = delete;
     NodeCollection& operator=(const NodeCollection&) = delete;
 
@@ -31,6 +34,8 @@ public:
     Node* at(std::size_t index) const { return index < size() ? items[first + index] : nullptr; }
     Node* front() const { return isEmpty() ? nullptr : items[first]; }
     Node* back() const { return isEmpty() ? nullptr : items[last - 1]; }
+    // Takes over nodes that have no place, behind those that are here.
+    void appendAll(Node* const* nodes, std::size_t count, Parenthood parenthood);
     // Makes room for `count` nodes in all.
     void reserve(std::size_t count);
     bool holds(const Node* node) const;
@@ -64,12 +69,14 @@ private:
     void moveTo(unsigned index, Node* node);
     void eraseAt(unsigned index);
     void growBack();
+    void freeSlots();
     static void leave(Node* node);
     static void forget(Node* node);
 
     Node* owner;
-    Node** items;        // slots; the one inside this object as long as that is enough
-    unsigned capacity;   // slots that there are
+    Node** items;       // slots; the one inside this object as long as that is enough
+    unsigned capacity;  // slots that there are
+    bool ownsSlots = false;
     unsigned first = 0;  // slots in front of it are free: a node's position counts them
     unsigned last = 0;   // first free slot behind the nodes
     Node* onlyItem[1];

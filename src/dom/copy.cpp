@@ -25,8 +25,8 @@ Node* copy_element(const ElementImpl& source, Document* target) {
         Attr* attribute = copy_attribute(static_cast<Attr*>(attributes.at(i)), copy, target);
         Node* replaced =
             copy->ownAttributeMap().putItem(attribute, !attribute->getNamespaceURI().isNull());
-        delete replaced;
-        if (!copy->attributeMap().holds(attribute)) delete attribute;
+        Tree::destroy(replaced);
+        if (!copy->attributeMap().holds(attribute)) Tree::destroy(attribute);
     }
     return copy;
 }

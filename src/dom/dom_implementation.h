@@ -2,6 +2,8 @@
 
 #include <qvox/dom.h>
 
+#include "dom/tree.h"
+
 namespace qvox {
 
 class DOMImplementationImpl final : public DOMImplementation {
@@ -10,7 +12,7 @@ public:
                              DocumentType* doctype) override;
     DocumentType* createDocumentType(const Xstring& qualifiedName, const Xstring& publicId,
                                      const Xstring& systemId) override;
-    void freeDocument(Document* document) override { delete document; }
+    void freeDocument(Document* document) override { Tree::destroy(document); }
     bool hasFeature(const Xstring& feature, const Xstring& version) override;
 };
 

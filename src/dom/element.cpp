@@ -39,9 +39,19 @@ ElementImpl::ElementImpl(const Unit* namespaceURI, const Unit* qualifiedName, bo
       attributes(withAttributes ? new NamedNodeMapImpl(this) : nullptr),
       ownChildren(this) {}
 
+ElementImpl::ElementImpl(const QualifiedName& qualifiedName, bool hasMapBehind, Document* document)
+    : Element(document),
+      name(qualifiedName),
+      attributes(hasMapBehind ? mapBehind() : nullptr),
+      ownChildren(this) {}
+
 ElementImpl::~ElementImpl() {
     Tree::dropChildList(this);
-    delete attributes;
+    if (attributes == mapBehind()) {
+        attributes->~NamedNodeMapImpl();
+    } else {
+        delete attributes;
+    }
 }
 
 NamedNodeMapImpl& ElementImpl::attributeMap() const {
@@ -146,7 +156,7 @@ Attr* ElementImpl::put(Attr* attr, bool byNamespace) {
 // caller's.
 void ElementImpl::attachNew(Attr* attr, bool byNamespace) {
     Attr* replaced = attach(attr, byNamespace);
-    if (!attributeMap().holds(attr)) delete attr;
+    if (!attributeMap().holds(attr)) Tree::destroy(attr);
     if (replaced != nullptr) Tree::abandon(replaced);
 }
 

@@ -12,6 +12,9 @@ class ElementImpl final : public Element {
 public:
     ElementImpl(const Unit* namespaceURI, const Unit* qualifiedName, bool withAttributes,
                 Document* document);
+    // The same with pooled names. With `hasMapBehind` its attribute map is one that the caller
+    // builds right behind the element, in the same piece of memory.
+    ElementImpl(const QualifiedName& qualifiedName, bool hasMapBehind, Document* document);
     ~ElementImpl() override;
 
     int getNodeType() const override { return ELEMENT_NODE; }
@@ -50,6 +53,9 @@ public:
     NamedNodeMapImpl& attributeMap() const;
     // The map for writing, made if there is none.
     NamedNodeMapImpl& ownAttributeMap();
+
+    // Where a map behind the element stands.
+    NamedNodeMapImpl* mapBehind() { return reinterpret_cast<NamedNodeMapImpl*>(this + 1); }
 
 private:
     Attr* attach(Attr* attr, bool byNamespace);

@@ -4,18 +4,6 @@
 
 namespace qvox {
 
-namespace {
-
-// A cheap mark of a text that isn't empty.
-std::size_t mark_of(std::basic_string_view<Unit, UnitTraits> text) {
-    const std::size_t first = text.front();
-    const std::size_t middle = text[text.size() / 2];
-    const std::size_t last = text.back();
-    return text.size() + 7 * first + 31 * middle + 97 * last;
-}
-
-}  // namespace
-
 const PooledName* NamePool::intern(const Unit* text) {
     return text != nullptr ? &entry(text) : nullptr;
 }
@@ -34,8 +22,7 @@ const PooledName* NamePool::internQualified(const Unit* text) {
 
 PooledName& NamePool::entry(View text) {
     const std::size_t length = text.size();
-    const std::size_t mark = length == 0 ? 0 : mark_of(text);
-    PooledName*& candidate = recent[mark % RECENT_COUNT];
+    PooledName*& candidate = recent[wide_mark(text.data(), length) % RECENT_COUNT];
     if (candidate == nullptr || candidate->text.length() != static_cast<int>(length) ||
         View(candidate->text.data(), length) != text) {
         candidate = &search(text);

@@ -11,6 +11,9 @@ class DocumentImpl;
 class QualifiedName {
 public:
     QualifiedName(const Unit* namespaceURI, const Unit* qualifiedName, DocumentImpl& document);
+    // Of names that are in the pool; either may be null.
+    QualifiedName(const PooledName* namespaceURI, const PooledName* qualifiedName)
+        : uri(namespaceURI), name(qualifiedName) {}
 
     const Xstring& getName() const { return text_of(name); }
     const Xstring& getNamespaceURI() const { return text_of(uri); }

@@ -2,6 +2,7 @@
 
 #include "dom/document.h"
 #include "dom/element.h"
+#include "dom/node_memory.h"
 
 namespace qvox {
 
@@ -78,6 +79,22 @@ Node* Tree::appendChildNoCheck(Node* parent, Node* child) {
 void Tree::appendAsIs(Node* parent, Node* child) {
     makeChildList(parent);
     parent->children->append(child, NodeCollection::OWNER_IS_PARENT);
+}
+
+void Tree::appendAll(Node* parent, Node* const* nodes, std::size_t count) {
+    if (count == 0) return;
+    makeChildList(parent);
+    parent->children->appendAll(nodes, count, NodeCollection::OWNER_IS_PARENT);
+}
+
+void Tree::destroy(Node* node) {
+    if (node == nullptr) return;
+    if (!node->isInChunk) {
+        delete node;
+        return;
+    }
+    node->~Node();
+    NodeMemory::release(node);
 }
 
 void Tree::makeChildList(Node* parent) {

@@ -2,6 +2,8 @@
 // builder and the ranges stand. No acceptance test, no document test, no lock.
 #pragma once
 
+#include <memory>
+
 #include <qvox/dom.h>
 
 #include "dom/node_list.h"
@@ -59,6 +61,13 @@ struct Tree {
     // Whether the node's document is to be told when the node goes.
     static void setHasResults(Node* node, bool value) { node->hasResults = value; }
 
+    // Destroys a node, with all that it owns; null is ignored.
+    static void destroy(Node* node);
+    // The node has been made in a piece of NodeMemory, which it goes back to.
+    static void setInChunk(Node* node) { node->isInChunk = true; }
+    // Puts nodes without a place under a parent, behind its children.
+    static void appendAll(Node* parent, Node* const* nodes, std::size_t count);
+
     // Gives a node without a place to its document, which frees it in the end. For nodes that
     // nobody would free otherwise.
     static void abandon(Node* node);
@@ -71,6 +80,14 @@ private:
     static Node* insertFragment(Node* parent, Node* fragment, Node* ref);
     static void clearParent(Node* node) { node->isChild = false; }
 };
+
+struct NodeDestroyer {
+    void operator()(Node* node) const { Tree::destroy(node); }
+};
+
+// A node without a place, for the time in which something may fail.
+template <typename NodeType>
+using OwnedNode = std::unique_ptr<NodeType, NodeDestroyer>;
 
 // Holds the lock of the node's document, if it has one.
 class DocumentGuard {

@@ -3,6 +3,7 @@
 #include "dom/document.h"
 #include "dom/dom_implementation.h"
 #include "dom/node_list.h"
+#include "dom/tree.h"
 #include "runtime/report.h"
 #include "text/temporaries.h"
 
@@ -35,14 +36,14 @@ Document* DOMParser::createDocument() { return new DocumentImpl(&defaultImplemen
 
 DOMImplementation* DOMParser::getImplementation() const { return &defaultImplementation; }
 
-void DOMParser::free(Document* document) { delete document; }
+void DOMParser::free(Document* document) { Tree::destroy(document); }
 
 void DOMParser::freeNode(Node* node) {
     if (node == nullptr) return;
     if (node->getParentNode() != nullptr) {
         qvox_report(REPORT_ERROR, QVOXException::FREE_ERR, "attempt to free node with parent");
     }
-    delete node;
+    Tree::destroy(node);
 }
 
 void DOMParser::free(NodeList* list) {

@@ -1,5 +1,6 @@
 #include "parser/tree_builder.h"
 
+#include <memory>
 #include <set>
 #include <utility>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "dom/document_type.h"
 #include "dom/dom_implementation.h"
 #include "dom/element.h"
+#include "dom/node_maker.h"
 #include "dom/small_nodes.h"
 #include "dom/tree.h"
 
@@ -26,15 +28,32 @@ constexpr std::size_t FEW_ATTRIBUTES = 16;
 
 constexpr Unit XML_TARGET[] = {'x', 'm', 'l', 0};
 
-std::vector<Node*> nodeStack;  // the open nodes; the top takes the next child
+// A node whose end hasn't been read.
+struct OpenNode {
+    Node* node;
+    std::size_t firstChild;  // where its children begin in pendingNodes
+};
 
-Node* top() { return nodeStack.back(); }
+std::vector<OpenNode> openNodes;   // the innermost at the end
+std::vector<Node*> pendingNodes;   // children of open nodes, which get them when they end
+std::unique_ptr<NodeMaker> maker;  // for the document under construction
 
-void add(Node* node) { Tree::appendChildNoCheck(top(), node); }
+Node* top() { return openNodes.back().node; }
+
+void add(Node* node) { pendingNodes.push_back(node); }
 
 void open(Node* node) {
     add(node);
-    nodeStack.push_back(node);
+    openNodes.push_back({node, pendingNodes.size()});
+}
+
+// Now that the number of the children is known.
+void close() {
+    const OpenNode ended = openNodes.back();
+    openNodes.pop_back();
+    Tree::appendAll(ended.node, pendingNodes.data() + ended.firstChild,
+                    pendingNodes.size() - ended.firstChild);
+    pendingNodes.resize(ended.firstChild);
 }
 
 DocumentTypeImpl& open_document_type() { return *static_cast<DocumentTypeImpl*>(top()); }
@@ -52,19 +71,18 @@ AttrImpl* new_attribute(const AttributeRecord& record, ElementImpl* element) {
     init.attributeType = record.decl != nullptr ? record.decl->type : nullptr;
     init.defaultValue = record.decl != nullptr ? record.decl->value : nullptr;
     init.ownerElement = element;
-    return new AttrImpl(init, currentDocument);
+    return maker->attribute(init);
 }
 
 // A later attribute of the same name takes the place of an earlier one, at the end.
 void add_attributes(ElementImpl* element, const TagRecord& tag) {
     NamedNodeMapImpl& map = element->ownAttributeMap();
-    map.reserve(tag.attributes.size());
     std::set<const Unit*, WideLess> names;
     const bool areFew = tag.attributes.size() <= FEW_ATTRIBUTES;
     for (const AttributeRecord& record : tag.attributes) {
         AttrImpl* attribute = new_attribute(record, element);
         if (areFew || !names.insert(record.qName).second) {
-            delete map.putItem(attribute, false);
+            Tree::destroy(map.putItem(attribute, false));
         } else {
             map.append(attribute, NodeCollection::NO_PARENT);
         }
@@ -84,16 +102,24 @@ void add_pseudo_attribute(Xstring& data, const char* name, const Unit* value) {
 Document* release() { return std::exchange(currentDocument, nullptr); }
 
 void discard() {
-    std::vector<Node*>().swap(nodeStack);
-    delete release();
+    for (Node* node : pendingNodes) Tree::destroy(node);
+    std::vector<Node*>().swap(pendingNodes);
+    std::vector<OpenNode>().swap(openNodes);
+    maker.reset();
+    Tree::destroy(release());
 }
 
 void start_document() {
-    currentDocument = new DocumentImpl(&defaultImplementation);
-    nodeStack.push_back(currentDocument);
+    auto* document = new DocumentImpl(&defaultImplementation);
+    currentDocument = document;
+    openNodes.push_back({document, 0});
+    maker = std::make_unique<NodeMaker>(*document);
 }
 
-void end_document() { nodeStack.pop_back(); }
+void end_document() {
+    close();
+    maker.reset();
+}
 
 void xml_decl(const Unit* version, const Unit* encoding, const Unit* standalone) {
     Xstring data;
@@ -104,17 +130,16 @@ void xml_decl(const Unit* version, const Unit* encoding, const Unit* standalone)
 }
 
 void start_element(const TagRecord& tag) {
-    const bool hasAttributes = !tag.attributes.empty();
-    auto* element = new ElementImpl(tag.uri, tag.qName, hasAttributes, currentDocument);
-    if (hasAttributes) add_attributes(element, tag);
+    ElementImpl* element = maker->element(tag.uri, tag.qName, tag.attributes.size());
+    if (!tag.attributes.empty()) add_attributes(element, tag);
     open(element);
 }
 
-void end_element() { nodeStack.pop_back(); }
+void end_element() { close(); }
 
 void characters(const Unit* text) {
     if (top()->getNodeType() != Node::CDATA_SECTION_NODE) {
-        add(new TextImpl(text, currentDocument));
+        add(maker->text(text));
         return;
     }
     Xstring data;
@@ -130,13 +155,13 @@ void comment(const Unit* text) { add(new CommentImpl(text, currentDocument)); }
 
 void start_cdata() { open(new CDATASectionImpl(nullptr, currentDocument)); }
 
-void end_cdata() { nodeStack.pop_back(); }
+void end_cdata() { close(); }
 
 void start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) {
     open(new DocumentTypeImpl(name, publicId, systemId, &defaultImplementation));
 }
 
-void end_dtd() { nodeStack.pop_back(); }
+void end_dtd() { close(); }
 
 void element_decl(const Unit* name, const Unit* model) {
     add_declaration(new ElementDecl(name, model));
@@ -154,20 +179,20 @@ void attlist_decl(const Unit* name, const ElementRecord& element) {
 
 void internal_entity_decl(const Unit* name, const Unit* value) {
     auto* entity = new EntityImpl(name, nullptr, nullptr, nullptr, currentDocument);
-    delete open_document_type().addEntity(entity);
+    Tree::destroy(open_document_type().addEntity(entity));
     add_declaration(new EntityDecl(name, value, nullptr, nullptr, nullptr));
 }
 
 void external_entity_decl(const Unit* name, const Unit* publicId, const Unit* systemId,
                           const Unit* notation) {
     auto* entity = new EntityImpl(name, publicId, systemId, notation, currentDocument);
-    delete open_document_type().addEntity(entity);
+    Tree::destroy(open_document_type().addEntity(entity));
     add_declaration(new EntityDecl(name, nullptr, publicId, systemId, notation));
 }
 
 void notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) {
     auto* notation = new NotationImpl(name, publicId, systemId, currentDocument);
-    delete open_document_type().addNotation(notation);
+    Tree::destroy(open_document_type().addNotation(notation));
     add_declaration(new NotationDecl(name, publicId, systemId));
 }
 

@@ -3,6 +3,7 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 
 #include "runtime/report.h"
 
@@ -61,6 +62,19 @@ void qvox_free(void* p) {
                     "free illegal pointer (%" PRIxPTR ")", address);
     }
     std::free(p);
+}
+
+void* qvox_aligned_malloc(std::size_t size, std::size_t alignment) {
+    void* p = ::operator new(size, std::align_val_t(alignment), std::nothrow);
+    if (p == nullptr) {
+        qvox_report(REPORT_FATAL, QVOXException::ALLOC_ERR, "malloc failed : size = %zu", size);
+    }
+    if (memstatEnabled) count_allocation(reinterpret_cast<std::uintptr_t>(p), size);
+    return p;
+}
+
+void qvox_aligned_free(void* p, std::size_t alignment) {
+    ::operator delete(p, std::align_val_t(alignment));
 }
 
 void memory_statistics() {

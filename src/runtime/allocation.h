@@ -14,6 +14,10 @@ void* qvox_realloc(void* p, std::size_t size);
 // A null pointer is a fatal report here: callers test first.
 void qvox_free(void* p);
 
+// The same at an address that is a multiple of `alignment`, a power of two; and its counterpart.
+void* qvox_aligned_malloc(std::size_t size, std::size_t alignment);
+void qvox_aligned_free(void* p, std::size_t alignment);
+
 // Whether statistics are kept. Written by library_start only.
 extern bool memstatEnabled;
 

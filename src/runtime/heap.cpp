@@ -1,6 +1,7 @@
 #include "runtime/heap.h"
 
 #include <cstdint>
+#include <cstring>
 
 #include "runtime/allocation.h"
 #include "runtime/report.h"
@@ -36,11 +37,13 @@ struct Heap {
 
 namespace {
 
+unsigned char* payload_of(Block* block) { return reinterpret_cast<unsigned char*>(block + 1); }
+
 Block* new_block(std::size_t payload) {
     const std::size_t size = payload + sizeof(Block);
     auto* block = static_cast<Block*>(qvox_malloc(size));
     block->remaining = payload;
-    block->next = reinterpret_cast<unsigned char*>(block + 1);
+    block->next = payload_of(block);
     block->nextBlock = nullptr;
     block->misses = 0;
     if (memstatEnabled) {
@@ -123,6 +126,20 @@ void heap_destroy(Heap* heap) {
     qvox_free(heap);
 }
 
+// The first block stays; a heap that needed no other is cleared in a few steps.
+void heap_clear(Heap* heap) {
+    Block* first = heap->openBlocks;
+    if (heap->fullBlocks == nullptr && first != nullptr && first->nextBlock == nullptr) {
+        first->next = payload_of(first);
+        first->remaining = BLOCK_PAYLOAD;
+        return;
+    }
+    free_list(heap->openBlocks);
+    free_list(heap->fullBlocks);
+    heap->openBlocks = new_block(BLOCK_PAYLOAD);
+    heap->fullBlocks = nullptr;
+}
+
 void* halloc(Heap* heap, std::size_t size, std::size_t align) {
     if (size < 1 || size > LARGEST_REQUEST) {
         qvox_report(REPORT_ERROR, QVOXException::ALLOC_ERR, "illegal halloc size (%zu)", size);
@@ -145,6 +162,13 @@ void* halloc_any(Heap* heap, std::size_t size, std::size_t align) {
 
 Unit* halloc_text(Heap* heap, std::size_t length) {
     return static_cast<Unit*>(halloc_any(heap, (length + 1) * sizeof(Unit), alignof(Unit)));
+}
+
+Unit* halloc_copy(Heap* heap, const Unit* text, std::size_t length) {
+    Unit* copy = halloc_text(heap, length);
+    std::memcpy(copy, text, length * sizeof(Unit));
+    copy[length] = 0;
+    return copy;
 }
 
 }  // namespace qvox

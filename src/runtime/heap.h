@@ -15,6 +15,9 @@ struct Heap;
 // A heap with one empty standard block.
 Heap* heap_create();
 
+// Gives up all that was allocated; every pointer into the heap is dead from then on.
+void heap_clear(Heap* heap);
+
 // Frees the heap; every pointer into it is dead from then on.
 void heap_destroy(Heap* heap);
 
@@ -28,6 +31,9 @@ void* halloc_any(Heap* heap, std::size_t size, std::size_t align);
 
 // An uninitialised text of `length` units and room for its NUL, however long.
 Unit* halloc_text(Heap* heap, std::size_t length);
+
+// A copy of `length` units with a NUL behind them.
+Unit* halloc_copy(Heap* heap, const Unit* text, std::size_t length);
 
 // The heap of the running parse. Written by the run of a parse only; null outside.
 extern Heap* parseHeap;

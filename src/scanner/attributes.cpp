@@ -15,10 +15,6 @@ constexpr unsigned long long DEFAULT_EXPANSION = 8;
 
 unsigned long tagNumber = 0;  // counts the tags that have a declaration
 
-Unit* copy_on_heap(const Unit* text) {
-    return wide_copy(halloc_text(parseHeap, wide_length(text)), text);
-}
-
 bool is_cdata(const Unit* type) {
     return type == nullptr || wide_narrow_compare(type, "CDATA") == 0;
 }
@@ -52,7 +48,8 @@ void collapse_blanks(Unit* value) {
 void append_default(TagRecord& tag, AttDefRecord& definition) {
     const AttDefRecord* first = definition.firstOfName;
     if (definition.normalized == nullptr) {
-        definition.normalized = copy_on_heap(definition.value);
+        definition.normalized =
+            halloc_copy(parseHeap, definition.value, wide_length(definition.value));
         normalize_att_value(first->type, definition.normalized);
     }
     count_expanded(DEFAULT_EXPANSION + wide_length(definition.normalized));

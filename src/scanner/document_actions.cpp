@@ -16,6 +16,7 @@ TagRecord* currentTag = nullptr;
 namespace {
 
 NamespaceOptions options = {true, false};
+Heap* attributeValues = nullptr;    // those of the tag in hand
 std::vector<TagRecord*> tagStack;   // the open elements
 std::vector<TagRecord*> spareTags;  // closed ones, whose memory the next tags use again
 
@@ -41,7 +42,7 @@ void check_end_tag(const Unit* qName) {
                     OsTemp(qName).get());
     }
     const Unit* open = tagStack.back()->qName;
-    if (wide_compare(open, qName) != 0) {
+    if (open != qName && wide_compare(open, qName) != 0) {
         qvox_report(REPORT_ERROR, QVOXException::UNBALANCED_TAG_ERR,
                     "end tag (%s) not match to start tag (%s)", OsTemp(qName).get(),
                     OsTemp(open).get());
@@ -55,6 +56,7 @@ void actions_init(NamespaceOptions parseOptions) {
     tagStack.clear();
     spareTags.clear();
     currentTag = nullptr;
+    attributeValues = heap_create();
     namespaces_start();
     dtd_tables_create();
 }
@@ -66,6 +68,8 @@ void actions_end(bool accepted) {
     }
     dtd_tables_destroy();
     namespaces_start();
+    if (attributeValues != nullptr) heap_destroy(attributeValues);
+    attributeValues = nullptr;
     std::vector<TagRecord*>().swap(tagStack);
     std::vector<TagRecord*>().swap(spareTags);
     currentTag = nullptr;
@@ -73,7 +77,13 @@ void actions_end(bool accepted) {
 }
 
 void begin_tag(int token) {
-    if (token == STAG_OPEN) currentTag = new_tag();
+    if (token != STAG_OPEN) return;
+    heap_clear(attributeValues);
+    currentTag = new_tag();
+}
+
+Unit* copy_for_tag(const Unit* text, std::size_t length) {
+    return halloc_copy(attributeValues, text, length);
 }
 
 void add_attribute(const Unit* qName, Unit* value, bool specified) {

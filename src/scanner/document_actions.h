@@ -29,7 +29,8 @@ struct PrefixMapping {
     bool inForce;             // not so for a second declaration of a prefix in one tag
 };
 
-// A start tag or empty-element tag, on the parse heap. Its strings are the token values.
+// A start tag or empty-element tag, on the parse heap. Its strings are the token values; those of
+// the attributes are there until the next start tag begins.
 struct TagRecord {
     const Unit* uri;        // or null
     const Unit* localName;  // null while namespaces are off
@@ -55,6 +56,9 @@ void actions_end(bool accepted);
 
 // The lexer has met the '<' of a start tag.
 void begin_tag(int token);
+
+// A copy of an attribute's value that lasts until the next start tag begins.
+Unit* copy_for_tag(const Unit* text, std::size_t length);
 
 // An attribute of the current tag. The value is taken over.
 void add_attribute(const Unit* qName, Unit* value, bool specified);

@@ -3,6 +3,7 @@
 #include "input/level_events.h"
 #include "runtime/report.h"
 #include "scanner/literals.h"
+#include "scanner/recent_names.h"
 
 namespace qvox {
 
@@ -88,6 +89,7 @@ int scan_token() {
 void lexer_start() {
     token_buffer_create();
     state_stack_create();
+    recent_names_start();
     push_frame(LEX_DOCUMENT);
     pending = {0, nullptr};
     subsetEndWaits = false;
@@ -126,6 +128,11 @@ void scan_name() {
 
 void token_copy() { tokenValue = copy_token(0); }
 
+void token_lend() {
+    terminated_token();
+    tokenValue = tokenText;
+}
+
 void set_pending(int token, Unit* value) {
     subsetEndWaits = pending.token == EXT_SUBSET_END;
     pending = {token, value};
@@ -142,7 +149,7 @@ const Keyword* find_keyword(const Keyword* begin, const Keyword* end, std::size_
 
 int scan_name_token() {
     scan_name();
-    token_copy();
+    tokenValue = kept_name(tokenText, tokenLen);
     return NAME;
 }
 

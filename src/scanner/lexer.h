@@ -39,8 +39,9 @@ inline int single_character() {
 // first other one in hand.
 void scan_name();
 
-// Makes the semantic value of the token: a copy of its text on the parse heap.
-void token_copy();
+// Each makes the semantic value of the token out of its text.
+void token_copy();  // a copy on the parse heap
+void token_lend();  // the text itself, valid until the next token is scanned
 
 // The token that the next call returns, with its value.
 void set_pending(int token, Unit* value);

@@ -1,6 +1,8 @@
 // The lexer's states of the document proper.
 #include "scanner/document_actions.h"
 #include "scanner/lexer.h"
+#include "scanner/literals.h"
+#include "scanner/recent_names.h"
 #include "scanner/references.h"
 #include "scanner/scanner_error.h"
 
@@ -29,7 +31,7 @@ int open_frame(int token, MainState main) {
 int close_text(int token, int closingToken, std::size_t length) {
     tokenLen -= length;
     set_pending(closingToken, nullptr);
-    token_copy();
+    token_lend();
     pop_frame();
     read_char();
     return token;
@@ -102,7 +104,7 @@ int scan_character_data() {
     }
     curChar = c;
     if (tokenLen == 0) return START_AGAIN;
-    token_copy();
+    token_lend();
     return CHARDATA;
 }
 
@@ -134,7 +136,7 @@ int scan_pi_target() {
     if (is_xml_in_any_case(tokenText)) {
         lex_error(QVOXException::INVALID_XML_DECL_ERR, "xml decl must appear first line", 0);
     }
-    token_copy();
+    tokenValue = kept_name(tokenText, tokenLen);
     push_sub(SUB_PI_DATA);
     return PI_TARGET;
 }
@@ -162,6 +164,13 @@ int scan_xml_decl_value() {
     return tokenText[0] == 'y' ? STANDALONE_YES : STANDALONE_NO;
 }
 
+// The value lasts as long as the tag in hand.
+int scan_attribute_value() {
+    curChar = read_literal(curChar, ATT_VALUE);
+    tokenValue = copy_for_tag(tokenText, tokenLen);
+    return ATT_VALUE;
+}
+
 constexpr Keyword XML_DECL_WORDS[] = {
     {"version", KW_VERSION, SUB_VERSION_VALUE},
     {"encoding", KW_ENCODING, SUB_ENCODING_VALUE},
@@ -184,7 +193,8 @@ int scan_pi_start() {
     append_char(curChar);
     scan_name();
     if (token_word_is(WORD_BEHIND_QUESTION, "xml")) return open_frame(XML_DECL_START, LEX_XML_DECL);
-    set_pending(PI_TARGET, copy_token(WORD_BEHIND_QUESTION));
+    set_pending(PI_TARGET,
+                kept_name(tokenText + WORD_BEHIND_QUESTION, tokenLen - WORD_BEHIND_QUESTION));
     push_frame(LEX_PI);
     push_sub(SUB_PI_DATA);
     return PI_START;
@@ -196,7 +206,7 @@ int scan_content() { return curChar == '<' ? scan_markup() : scan_character_data
 
 int scan_start_tag() {
     if (is_name_start(curChar)) return scan_name_token();
-    if (is_quote(curChar)) return scan_literal(ATT_VALUE);
+    if (is_quote(curChar)) return scan_attribute_value();
     switch (curChar) {
         case '=': return single_character();
         case '/':

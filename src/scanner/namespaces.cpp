@@ -83,7 +83,10 @@ void collect_namespace_decls(TagRecord& tag, bool namespaces) {
         const Unit* prefix = nullptr;
         if (!declares_namespace(attribute.qName, prefix)) continue;
         attribute.isNamespaceDecl = true;
-        if (namespaces) tag.prefixMappings.append({prefix, attribute.value, &tag, nullptr, false});
+        if (!namespaces) continue;
+        // A URI is asked for as long as the element is open.
+        attribute.value = halloc_copy(parseHeap, attribute.value, wide_length(attribute.value));
+        tag.prefixMappings.append({prefix, attribute.value, &tag, nullptr, false});
     }
     // Only now, since the array has its place in memory when the last one is in it.
     for (PrefixMapping& mapping : tag.prefixMappings) put_in_force(mapping);

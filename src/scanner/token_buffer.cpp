@@ -1,7 +1,5 @@
 #include "scanner/token_buffer.h"
 
-#include <cstring>
-
 #include "runtime/allocation.h"
 #include "runtime/heap.h"
 
@@ -39,11 +37,7 @@ void grow_token_buffer() {
 }
 
 Unit* copy_token(std::size_t offset) {
-    const std::size_t length = tokenLen - offset;
-    Unit* copy = halloc_text(parseHeap, length);
-    std::memcpy(copy, tokenText + offset, length * sizeof(Unit));
-    copy[length] = 0;
-    return copy;
+    return halloc_copy(parseHeap, tokenText + offset, tokenLen - offset);
 }
 
 }  // namespace qvox

@@ -243,7 +243,7 @@ void RangeImpl::detach() {
 DocumentFragment* RangeImpl::cloneContents() {
     checkAttached();
     const RangeContents contents(start, end);
-    std::unique_ptr<DocumentFragment> fragment(document->createDocumentFragment());
+    OwnedNode<DocumentFragment> fragment(document->createDocumentFragment());
     contents.copyTo(fragment.get());
     return fragment.release();
 }
@@ -255,7 +255,7 @@ void RangeImpl::deleteContents() {
 }
 
 DocumentFragment* RangeImpl::extractContents() {
-    std::unique_ptr<DocumentFragment> fragment(cloneContents());
+    OwnedNode<DocumentFragment> fragment(cloneContents());
     deleteContents();
     return fragment.release();
 }
@@ -325,7 +325,7 @@ void RangeImpl::surroundContents(Node* newParent) {
     if (start.container == end.container && child_behind(end) == newParent) {
         throw DOMException(DOMException::NOT_FOUND_ERR, "ref child node not found");
     }
-    const std::unique_ptr<DocumentFragment> fragment(extractContents());
+    const OwnedNode<DocumentFragment> fragment(extractContents());
     insertNode(newParent);
     Tree::appendChildNoCheck(newParent, fragment.get());
     selectNode(newParent);

@@ -1,0 +1,99 @@
+#include "dom/node_maker.h"
+
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "dom/character_data.h"
+#include "dom/document.h"
+#include "dom/tree.h"
+
+namespace qvox {
+
+namespace {
+
+std::size_t slot_of(const Unit* text, std::size_t slotCount) {
+    return reinterpret_cast<std::uintptr_t>(text) / sizeof(Unit) % slotCount;
+}
+
+std::size_t bytes_of_text(std::size_t length) { return (length + 1) * sizeof(Unit); }
+
+bool fits_behind(std::size_t nodeSize, std::size_t length) {
+    return length < NodeMemory::LARGEST_PIECE &&
+           nodeSize + bytes_of_text(length) <= NodeMemory::LARGEST_PIECE;
+}
+
+// A copy of the text in `memory`, borrowed.
+Xstring text_at(void* memory, const Unit* text, std::size_t length) {
+    std::memcpy(memory, text, bytes_of_text(length));
+    return {static_cast<const Unit*>(memory), static_cast<int>(length)};
+}
+
+template <typename MadeNode>
+MadeNode* in_chunk(MadeNode* node) {
+    Tree::setInChunk(node);
+    return node;
+}
+
+}  // namespace
+
+const PooledName* NodeMaker::pooled(const Unit* text) {
+    KnownName& known = otherNames[slot_of(text, KNOWN_COUNT)];
+    if (known.text != text) known = {text, document.getNames().intern(text)};
+    return known.name;
+}
+
+QualifiedName NodeMaker::qualifiedName(const Unit* uri, const Unit* name) {
+    KnownName& known = qualifiedNames[slot_of(name, KNOWN_COUNT)];
+    if (known.text != name) known = {name, document.getNames().internQualified(name)};
+    return {pooled(uri), known.name};
+}
+
+ElementImpl* NodeMaker::element(const Unit* uri, const Unit* qualifiedName,
+                                std::size_t attributeCount) {
+    const QualifiedName name = this->qualifiedName(uri, qualifiedName);
+    if (attributeCount == 0) {
+        return in_chunk(::new (memory.take(sizeof(ElementImpl)))
+                            ElementImpl(name, false, &document));
+    }
+    const std::size_t headSize = sizeof(ElementImpl) + sizeof(NamedNodeMapImpl);
+    const std::size_t slotCount = attributeCount == 1 ? 0 : attributeCount;
+    if (slotCount > (NodeMemory::LARGEST_PIECE - headSize) / sizeof(Node*)) {
+        auto* element = new ElementImpl(name, false, &document);
+        element->ownAttributeMap().reserve(attributeCount);
+        return element;
+    }
+    void* const piece = memory.take(headSize + slotCount * sizeof(Node*));
+    auto* element = in_chunk(::new (piece) ElementImpl(name, true, &document));
+    auto* slots = reinterpret_cast<Node**>(element->mapBehind() + 1);
+    if (slotCount == 0) {
+        ::new (element->mapBehind()) NamedNodeMapImpl(element);
+    } else {
+        ::new (element->mapBehind()) NamedNodeMapImpl(element, slots, slotCount);
+    }
+    return element;
+}
+
+AttrImpl* NodeMaker::attribute(const AttrImpl::Init& init) {
+    const std::size_t length = wide_length(init.value);
+    if (!fits_behind(sizeof(AttrImpl), length)) return new AttrImpl(init, &document);
+    const AttrImpl::PooledInit pooledInit = {qualifiedName(init.namespaceURI, init.qualifiedName),
+                                             pooled(init.attributeType), pooled(init.defaultValue),
+                                             init.specified, init.ownerElement};
+    auto* piece =
+        static_cast<unsigned char*>(memory.take(sizeof(AttrImpl) + bytes_of_text(length)));
+    Xstring value = text_at(piece + sizeof(AttrImpl), init.value, length);
+    return in_chunk(::new (piece) AttrImpl(pooledInit, std::move(value), &document));
+}
+
+Node* NodeMaker::text(const Unit* text) {
+    const std::size_t length = wide_length(text);
+    if (!fits_behind(sizeof(TextImpl), length)) return new TextImpl(text, &document);
+    auto* piece =
+        static_cast<unsigned char*>(memory.take(sizeof(TextImpl) + bytes_of_text(length)));
+    Xstring data = text_at(piece + sizeof(TextImpl), text, length);
+    return in_chunk(::new (piece) TextImpl(std::move(data), &document));
+}
+
+}  // namespace qvox

@@ -1,0 +1,50 @@
+// Memory for the nodes of a parsed document. Parsing makes many small objects in the order in which
+// a reader meets them, so each takes the next bytes of a chunk; a chunk goes when all that lies in
+// it has gone. Taking costs an addition, and giving back a subtraction.
+#pragma once
+
+#include <cstddef>
+
+namespace qvox {
+
+class NodeMemory {
+public:
+    // A piece may be as large as this.
+    static constexpr std::size_t LARGEST_PIECE = 8192;
+
+    NodeMemory() = default;
+    NodeMemory(const NodeMemory&) = delete;
+    NodeMemory& operator=(const NodeMemory&) = delete;
+    // What was taken stays until it is released.
+    ~NodeMemory() { leaveChunk(); }
+
+    // `size` bytes, not cleared, aligned for pointers. For one thread at a time.
+    void* take(std::size_t size) {
+        const std::size_t rounded = (size + ALIGNMENT - 1) & ~(ALIGNMENT - 1);
+        if (rounded > left) return takeElsewhere(rounded);
+        void* const piece = next;
+        next += rounded;
+        left -= rounded;
+        ++taken;
+        return piece;
+    }
+
+    // Gives a piece back, from any thread.
+    static void release(void* piece);
+
+private:
+    static constexpr std::size_t ALIGNMENT = alignof(void*);
+
+    struct Chunk;
+
+    void* takeElsewhere(std::size_t size);
+    void startChunk();
+    void leaveChunk();
+
+    Chunk* chunk = nullptr;
+    unsigned char* next = nullptr;
+    std::size_t left = 0;   // bytes behind `next`
+    std::size_t taken = 0;  // pieces of this chunk
+};
+
+}  // namespace qvox
