@@ -70,7 +70,8 @@ public:  /// Appends a child, which leaves its old place first. A fragment gives
     virtual Node* appendChild(Node* newChild);
 
     /// A copy without a parent, the caller's; with `deep`, of the whole subtree. The attributes of
-    /// an element are always copied. An attribute is not: it answers itself.
+    /// an element are always copied. An attribute is not: it answers itself. The nodes in a deep
+    /// copy of a document still belong to the document that was copied: free the copy first.
     virtual Node* cloneNode(bool deep) const;
     /// Null but for an element.
     virtual NamedNodeMap* getAttributes() const;
@@ -100,10 +101,10 @@ public:  /// Appends a child, which leaves its old place first. A fragment gives
     virtual bool hasChildNodes() const;
 
     /// Inserts a child in front of `refChild`, or at the end where that is null or this node never
-    /// had a child. Returns `newChild`; for a fragment the last child that it moved, or `refChild`
-    /// where it was empty. Documents are not compared. DOMException HIERARCHY_REQUEST_ERR as in
-    /// appendChild; NOT_FOUND_ERR where `refChild` is not a child, which leaves `newChild` detached
-    /// from its old place.
+    /// had a child. Returns `newChild`; for a fragment that goes in front of a child, the last
+    /// child that it moved, or `refChild` where it was empty. Documents are not compared.
+    /// DOMException HIERARCHY_REQUEST_ERR as in appendChild; NOT_FOUND_ERR where `refChild` is not
+    /// a child, which leaves `newChild` detached from its old place.
     virtual Node* insertBefore(Node* newChild, Node* refChild);
     /// As DOMImplementation::hasFeature.
     virtual bool isSupported(const Xstring& feature, const Xstring& version) const;

@@ -47,6 +47,22 @@ void NodeCollection::freeSlots() {
     if (ownsSlots) qvox_free(items);
 }
 
+// Makes `count` slots behind the nodes free ones.
+void NodeCollection::reserveMore(std::size_t count) {
+    if (last + count > capacity) reserve(std::max<std::size_t>(2 * capacity, last + count));
+}
+
+// Makes `count` slots in front of the nodes free ones, and some more where there is to be moved, so
+// that many insertions there move each node but a few times.
+void NodeCollection::makeRoomInFront(unsigned count) {
+    if (first >= count) return;
+    const unsigned shift = count + static_cast<unsigned>(size()) / 2;
+    reserveMore(shift);
+    last += shift;
+    for (unsigned i = last - 1; i >= first + shift; --i) moveTo(i, items[i - shift]);
+    first += shift;
+}
+
 // Makes the slot behind the nodes a free one. Nodes that have left at the front leave their slots
 // to the others when they are many.
 void NodeCollection::growBack() {
@@ -91,25 +107,35 @@ void NodeCollection::append(Node* node, Parenthood parenthood) {
 }
 
 void NodeCollection::appendAll(Node* const* nodes, std::size_t count, Parenthood parenthood) {
-    reserve(last + count);
+    if (last + count > capacity) reserve(last + count);
     for (std::size_t i = 0; i < count; ++i) place(nodes[i], last++, parenthood);
 }
 
-// Makes the gap from the nearer end.
 void NodeCollection::insertBefore(Node* node, const Node* ref, Parenthood parenthood) {
-    if (node == ref) return;
-    release(node);
-    if (first > 0 && ref->position - first < last - ref->position) {
-        const unsigned index = ref->position - 1;
-        --first;
-        for (unsigned i = first; i < index; ++i) moveTo(i, items[i + 1]);
-        place(node, index, parenthood);
-    } else {
-        growBack();
-        const unsigned index = ref->position;
-        for (unsigned i = last++; i > index; --i) moveTo(i, items[i - 1]);
-        place(node, index, parenthood);
+    if (node == ref) {
+        place(node, node->position, parenthood);
+        return;
     }
+    release(node);
+    insertAllBefore(&node, 1, ref, parenthood);
+}
+
+// Makes the gap from the nearer end.
+void NodeCollection::insertAllBefore(Node* const* nodes, std::size_t count, const Node* ref,
+                                     Parenthood parenthood) {
+    const auto gap = static_cast<unsigned>(count);
+    if (ref->position - first < last - ref->position) {
+        makeRoomInFront(gap);
+        first -= gap;
+        for (unsigned i = first; i + gap < ref->position; ++i) moveTo(i, items[i + gap]);
+    } else {
+        reserveMore(gap);
+        last += gap;
+        for (unsigned i = last - 1; i - gap > ref->position; --i) moveTo(i, items[i - gap]);
+        moveTo(ref->position + gap, items[ref->position]);
+    }
+    const unsigned index = ref->position - gap;
+    for (unsigned i = 0; i < gap; ++i) place(nodes[i], index + i, parenthood);
 }
 
 void NodeCollection::replace(Node* node, Node* old, Parenthood parenthood) {
@@ -138,9 +164,10 @@ void NodeCollection::eraseAt(unsigned index) {
 }
 
 void NodeCollection::removeAll(const std::vector<Node*>& leaving) {
+    if (leaving.empty()) return;
     for (Node* node : leaving) forget(node);
-    unsigned kept = first;
-    for (unsigned i = first; i < last; ++i) {
+    unsigned kept = leaving.front()->position;
+    for (unsigned i = kept; i < last; ++i) {
         if (items[i]->holder == this) moveTo(kept++, items[i]);
     }
     last = kept;
@@ -151,7 +178,9 @@ void NodeCollection::release(Node* node) {
 }
 
 void NodeCollection::releaseDying(Node* node) {
-    if (node->holder != nullptr) node->holder->eraseAt(node->position);
+    if (node->holder == nullptr) return;
+    const DocumentGuard guard(node->holder->owner);
+    node->holder->eraseAt(node->position);
 }
 
 // Always destroys a node that owns nothing any more, so that no destructor goes deep.

@@ -49,6 +49,9 @@ public:
     // Each takes the node out of the collection that has it so far. `ref` is in this one.
     void append(Node* node, Parenthood parenthood);
     void insertBefore(Node* node, const Node* ref, Parenthood parenthood);
+    // The same for nodes that have no place.
+    void insertAllBefore(Node* const* nodes, std::size_t count, const Node* ref,
+                         Parenthood parenthood);
     // Puts `node` in the place of `old`, which is in this collection and leaves it.
     void replace(Node* node, Node* old, Parenthood parenthood);
     void remove(Node* node);
@@ -69,6 +72,8 @@ private:
     void moveTo(unsigned index, Node* node);
     void eraseAt(unsigned index);
     void growBack();
+    void reserveMore(std::size_t count);
+    void makeRoomInFront(unsigned count);
     void freeSlots();
     static void leave(Node* node);
     static void forget(Node* node);

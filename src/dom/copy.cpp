@@ -5,6 +5,7 @@
 #include "dom/document.h"
 #include "dom/document_type.h"
 #include "dom/element.h"
+#include "dom/named_nodes.h"
 #include "dom/small_nodes.h"
 #include "dom/tree.h"
 #include "dom/tree_visit.h"
@@ -20,14 +21,13 @@ Node* copy_element(const ElementImpl& source, Document* target) {
     auto* copy = new ElementImpl(units_of(source.getNamespaceURI()), units_of(source.getTagName()),
                                  source.hasAttributes(), target);
     const NamedNodeMapImpl& attributes = source.attributeMap();
+    NamedNodes copies;
     for (std::size_t i = 0; i < attributes.size(); ++i) {
         if (attributes.at(i)->getNodeType() != Node::ATTRIBUTE_NODE) continue;
         Attr* attribute = copy_attribute(static_cast<Attr*>(attributes.at(i)), copy, target);
-        Node* replaced =
-            copy->ownAttributeMap().putItem(attribute, !attribute->getNamespaceURI().isNull());
-        Tree::destroy(replaced);
-        if (!copy->attributeMap().holds(attribute)) Tree::destroy(attribute);
+        copies.put(attribute->getName().data(), attribute);
     }
+    if (!copies.isEmpty()) copies.moveTo(copy->ownAttributeMap());
     return copy;
 }
 

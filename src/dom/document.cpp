@@ -122,11 +122,13 @@ Element* DocumentImpl::getElementById(const Xstring& elementId) {
 }
 
 NodeList* DocumentImpl::getElementsByTagName(const Xstring& tagName) {
+    const DocumentGuard guard(this);
     return search_tag_name(*this, getDocumentElement(), tagName);
 }
 
 NodeList* DocumentImpl::getElementsByTagNameNS(const Xstring& namespaceURI,
                                                const Xstring& localName) {
+    const DocumentGuard guard(this);
     return search_tag_name_ns(*this, getDocumentElement(), namespaceURI, localName);
 }
 
@@ -176,10 +178,11 @@ void DocumentImpl::freeTmpNodeList(const ResultList& list) {
 }
 
 void DocumentImpl::forgetContext(Node* context) {
+    const DocumentGuard guard(this);
     const auto entry = tmpLists.find(context);
     std::unique_ptr<ResultList> list = std::move(entry->second);
     tmpLists.erase(entry);
-    list->clear();
+    list->reset();
     listsWithoutContext.emplace(list.get(), std::move(list));
 }
 

@@ -63,6 +63,7 @@ public:
 
     // Takes over a node that has no place and that nobody else would free.
     void adopt(Node* node) { abandoned.append(node, NodeCollection::NO_PARENT); }
+    NodeCollection& adoptedNodes() { return abandoned; }
 
 private:
     class NodeKeeper final : public NodeCollection {

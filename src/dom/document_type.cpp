@@ -23,13 +23,9 @@ const Xstring& DocumentTypeImpl::getInternalSubset() {
     return internalSubset;
 }
 
-Node* DocumentTypeImpl::addEntity(Entity* entity) { return add(entities, entity); }
-
-Node* DocumentTypeImpl::addNotation(Notation* notation) { return add(notations, notation); }
-
-Node* DocumentTypeImpl::add(std::unique_ptr<NamedNodeMapImpl>& map, Node* node) {
+NamedNodeMapImpl& DocumentTypeImpl::made(std::unique_ptr<NamedNodeMapImpl>& map) {
     if (map == nullptr) map = std::make_unique<NamedNodeMapImpl>(this);
-    return map->putItem(node, false);
+    return *map;
 }
 
 }  // namespace qvox

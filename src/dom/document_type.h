@@ -29,17 +29,17 @@ public:
 
     // The declarations are DeclNodes.
     NodeListImpl& getDeclarations() { return declarations; }
-    // Return the node of the same name that was replaced, which is the caller's then, or null.
-    Node* addEntity(Entity* entity);
-    Node* addNotation(Notation* notation);
     DOMImplementation* getImplementation() const { return implementation; }
 
-    // Null until the first is added.
+    // For reading; null where there are none.
     NamedNodeMapImpl* entityMap() { return entities.get(); }
     NamedNodeMapImpl* notationMap() { return notations.get(); }
+    // For writing.
+    NamedNodeMapImpl& ownEntityMap() { return made(entities); }
+    NamedNodeMapImpl& ownNotationMap() { return made(notations); }
 
 private:
-    Node* add(std::unique_ptr<NamedNodeMapImpl>& map, Node* node);
+    NamedNodeMapImpl& made(std::unique_ptr<NamedNodeMapImpl>& map);
 
     Xstring name;
     std::unique_ptr<NamedNodeMapImpl> entities;

@@ -60,7 +60,6 @@ Node* Node::appendChild(Node* newChild) {
 Node* Node::insertBefore(Node* newChild, Node* refChild) {
     check_acceptable(this, newChild, "child node is not acceptable");
     const DocumentGuard guard(this);
-    // An empty fragment in front of null gives that null back, which is no failure.
     Node* inserted = Tree::insertBeforeNoCheck(this, newChild, refChild);
     return found_or_raise(inserted, "ref child node not found");
 }

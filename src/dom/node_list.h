@@ -37,6 +37,8 @@ public:
 
     void add(Node* node) { nodes.push_back(node); }
     void clear() { nodes.clear(); }
+    // The same, giving up the memory.
+    void reset() { std::vector<Node*>().swap(nodes); }
 
 private:
     DocumentImpl* document;

@@ -1,8 +1,11 @@
 #include "dom/tree.h"
 
+#include <vector>
+
 #include "dom/document.h"
 #include "dom/element.h"
 #include "dom/node_memory.h"
+#include "dom/owned_nodes.h"
 
 namespace qvox {
 
@@ -50,7 +53,9 @@ DocumentImpl* Tree::documentOf(const Node* node) {
     return const_cast<DocumentImpl*>(static_cast<const DocumentImpl*>(document));
 }
 
+// A node that owns nothing, as most have when they get their place, needs no look at all ancestors.
 bool Tree::owns(const Node* candidate, const Node* node) {
+    if (owned_nodes_of(const_cast<Node&>(*candidate)) == nullptr) return candidate == node;
     while (node != nullptr && node != candidate) {
         node = node->holder != nullptr ? node->holder->getOwner() : nullptr;
     }
@@ -143,11 +148,16 @@ Node* Tree::insertFragment(Node* parent, Node* fragment, Node* ref) {
         return nullptr;
     }
     Node* last = ref;
+    std::vector<Node*> items;
     emptyFragment(fragment, [&](Node* item) {
         last = item != nullptr ? item : ref;
         if (item == nullptr) return;
-        parent->children->insertBefore(item, ref, NodeCollection::OWNER_IS_PARENT);
+        NodeCollection::release(item);
+        items.push_back(item);
     });
+    if (items.empty()) return last;  // then ref need not be a child
+    parent->children->insertAllBefore(items.data(), items.size(), ref,
+                                      NodeCollection::OWNER_IS_PARENT);
     return last;
 }
 
@@ -172,7 +182,9 @@ Node* Tree::replaceChildNoCheck(Node* parent, Node* newChild, Node* oldChild) {
     if (parent->children == nullptr) return nullptr;
     if (Node* oldParent = parentOf(newChild)) removeChildNoCheck(oldParent, newChild);
     if (!parent->children->holds(oldChild)) return nullptr;
-    parent->children->replace(newChild, oldChild, NodeCollection::OWNER_IS_PARENT);
+    const bool isChild = parentOf(oldChild) != nullptr;
+    parent->children->replace(
+        newChild, oldChild, isChild ? NodeCollection::OWNER_IS_PARENT : NodeCollection::NO_PARENT);
     return oldChild;
 }
 

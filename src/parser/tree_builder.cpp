@@ -1,7 +1,6 @@
 #include "parser/tree_builder.h"
 
 #include <memory>
-#include <set>
 #include <utility>
 #include <vector>
 
@@ -11,6 +10,7 @@
 #include "dom/document_type.h"
 #include "dom/dom_implementation.h"
 #include "dom/element.h"
+#include "dom/named_nodes.h"
 #include "dom/node_maker.h"
 #include "dom/small_nodes.h"
 #include "dom/tree.h"
@@ -23,7 +23,7 @@ namespace tree {
 
 namespace {
 
-// Beyond this number of attributes a set finds the repeated names.
+// Beyond this number of attributes an index finds the repeated names.
 constexpr std::size_t FEW_ATTRIBUTES = 16;
 
 constexpr Unit XML_TARGET[] = {'x', 'm', 'l', 0};
@@ -37,6 +37,9 @@ struct OpenNode {
 std::vector<OpenNode> openNodes;   // the innermost at the end
 std::vector<Node*> pendingNodes;   // children of open nodes, which get them when they end
 std::unique_ptr<NodeMaker> maker;  // for the document under construction
+NamedNodes entities;               // those of the document type, which gets them when it ends
+NamedNodes notations;
+bool isInCdata = false;
 
 Node* top() { return openNodes.back().node; }
 
@@ -77,16 +80,17 @@ AttrImpl* new_attribute(const AttributeRecord& record, ElementImpl* element) {
 // A later attribute of the same name takes the place of an earlier one, at the end.
 void add_attributes(ElementImpl* element, const TagRecord& tag) {
     NamedNodeMapImpl& map = element->ownAttributeMap();
-    std::set<const Unit*, WideLess> names;
-    const bool areFew = tag.attributes.size() <= FEW_ATTRIBUTES;
-    for (const AttributeRecord& record : tag.attributes) {
-        AttrImpl* attribute = new_attribute(record, element);
-        if (areFew || !names.insert(record.qName).second) {
-            Tree::destroy(map.putItem(attribute, false));
-        } else {
-            map.append(attribute, NodeCollection::NO_PARENT);
+    if (tag.attributes.size() <= FEW_ATTRIBUTES) {
+        for (const AttributeRecord& record : tag.attributes) {
+            Tree::destroy(map.putItem(new_attribute(record, element), false));
         }
+        return;
     }
+    NamedNodes attributes;
+    for (const AttributeRecord& record : tag.attributes) {
+        attributes.put(record.qName, new_attribute(record, element));
+    }
+    attributes.moveTo(map);
 }
 
 void add_pseudo_attribute(Xstring& data, const char* name, const Unit* value) {
@@ -105,6 +109,9 @@ void discard() {
     for (Node* node : pendingNodes) Tree::destroy(node);
     std::vector<Node*>().swap(pendingNodes);
     std::vector<OpenNode>().swap(openNodes);
+    entities.destroyNodes();
+    notations.destroyNodes();
+    isInCdata = false;
     maker.reset();
     Tree::destroy(release());
 }
@@ -138,13 +145,7 @@ void start_element(const TagRecord& tag) {
 void end_element() { close(); }
 
 void characters(const Unit* text) {
-    if (top()->getNodeType() != Node::CDATA_SECTION_NODE) {
-        add(maker->text(text));
-        return;
-    }
-    Xstring data;
-    data = text;
-    static_cast<CharacterData*>(top())->setData(data);
+    add(isInCdata ? new CDATASectionImpl(text, currentDocument) : maker->text(text));
 }
 
 void pi(const Unit* target, const Unit* data) {
@@ -153,15 +154,19 @@ void pi(const Unit* target, const Unit* data) {
 
 void comment(const Unit* text) { add(new CommentImpl(text, currentDocument)); }
 
-void start_cdata() { open(new CDATASectionImpl(nullptr, currentDocument)); }
+void start_cdata() { isInCdata = true; }
 
-void end_cdata() { close(); }
+void end_cdata() { isInCdata = false; }
 
 void start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) {
     open(new DocumentTypeImpl(name, publicId, systemId, &defaultImplementation));
 }
 
-void end_dtd() { close(); }
+void end_dtd() {
+    if (!entities.isEmpty()) entities.moveTo(open_document_type().ownEntityMap());
+    if (!notations.isEmpty()) notations.moveTo(open_document_type().ownNotationMap());
+    close();
+}
 
 void element_decl(const Unit* name, const Unit* model) {
     add_declaration(new ElementDecl(name, model));
@@ -179,20 +184,20 @@ void attlist_decl(const Unit* name, const ElementRecord& element) {
 
 void internal_entity_decl(const Unit* name, const Unit* value) {
     auto* entity = new EntityImpl(name, nullptr, nullptr, nullptr, currentDocument);
-    Tree::destroy(open_document_type().addEntity(entity));
+    entities.put(name, entity);
     add_declaration(new EntityDecl(name, value, nullptr, nullptr, nullptr));
 }
 
 void external_entity_decl(const Unit* name, const Unit* publicId, const Unit* systemId,
                           const Unit* notation) {
     auto* entity = new EntityImpl(name, publicId, systemId, notation, currentDocument);
-    Tree::destroy(open_document_type().addEntity(entity));
+    entities.put(name, entity);
     add_declaration(new EntityDecl(name, nullptr, publicId, systemId, notation));
 }
 
 void notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) {
     auto* notation = new NotationImpl(name, publicId, systemId, currentDocument);
-    Tree::destroy(open_document_type().addNotation(notation));
+    notations.put(name, notation);
     add_declaration(new NotationDecl(name, publicId, systemId));
 }
 

@@ -322,7 +322,8 @@ void RangeImpl::surroundContents(Node* newParent) {
                              "surround range is partially selected");
     }
     checkStartTakes(newParent);
-    if (start.container == end.container && child_behind(end) == newParent) {
+    const BoundaryPoint& kept = start.container == end.container ? end : start;
+    if (child_behind(kept) == newParent) {
         throw DOMException(DOMException::NOT_FOUND_ERR, "ref child node not found");
     }
     const OwnedNode<DocumentFragment> fragment(extractContents());

@@ -52,14 +52,13 @@ std::vector<Node*> nodes_ending_between(TagPlace tag, const TagPlace& stop) {
     return nodes;
 }
 
-// Takes children out of their parent, all at once where there are many: each removal by itself
-// moves the children that stay.
+// Takes children out of their parent at once, since each removal by itself moves children that
+// stay; but a single one from the nearer end.
 void detach_siblings(Node* parent, const std::vector<Node*>& siblings) {
-    constexpr std::size_t MANY = 8;
-    if (siblings.size() >= MANY) {
-        Tree::childrenOf(parent)->removeAll(siblings);
+    if (siblings.size() == 1) {
+        Tree::removeChildNoCheck(parent, siblings.front());
     } else {
-        for (Node* sibling : siblings) Tree::removeChildNoCheck(parent, sibling);
+        Tree::childrenOf(parent)->removeAll(siblings);
     }
 }
 

@@ -13,24 +13,22 @@ void NodeWriter::replaceData(const ProcessingInstruction* instruction, const Xst
 void NodeWriter::write(Node* root) {
     Node* node = root;
     for (;;) {
-        Node* next = open(*node) ? Tree::firstChildOf(node) : nullptr;
-        while (next == nullptr && node != root) {
+        Node* next = open(*node);
+        while (next == nullptr) {
+            if (node == root) return;
             next = Tree::nextSiblingNoLock(node);
-            if (next != nullptr) break;
-            node = Tree::parentOf(node);
-            close(*node);
+            if (next == nullptr) next = close(node);
         }
-        if (next == nullptr) return;
         node = next;
     }
 }
 
-// Writes a node up to its children. Returns whether these are written too.
-bool NodeWriter::open(Node& node) {
+// Writes a node up to the first one inside it, which is returned; null where there is none.
+Node* NodeWriter::open(Node& node) {
     switch (node.getNodeType()) {
         case Node::DOCUMENT_NODE:
-        case Node::DOCUMENT_FRAGMENT_NODE: return true;
-        case Node::ELEMENT_NODE: startTag(static_cast<ElementImpl&>(node)); return true;
+        case Node::DOCUMENT_FRAGMENT_NODE: return Tree::firstChildOf(&node);
+        case Node::ELEMENT_NODE: return startTag(static_cast<ElementImpl&>(node));
         case Node::ATTRIBUTE_NODE: attribute(static_cast<Attr&>(node)); break;
         case Node::TEXT_NODE: textNode(static_cast<CharacterData&>(node)); break;
         case Node::ENTITY_REFERENCE_NODE: reference(node); break;
@@ -46,37 +44,55 @@ bool NodeWriter::open(Node& node) {
             break;
         default: break;
     }
-    return false;
+    return nullptr;
 }
 
-// Writes what comes behind the children.
-void NodeWriter::close(const Node& node) {
-    if (node.getNodeType() == Node::ELEMENT_NODE) endTag(static_cast<const ElementImpl&>(node));
+// Behind the last node inside another: puts that one in the place of `node` and writes what comes
+// next of it. Returns the next node inside it; null where it is complete.
+Node* NodeWriter::close(Node*& node) {
+    if (Node* const parent = Tree::parentOf(node)) {
+        node = parent;
+        if (parent->getNodeType() == Node::ELEMENT_NODE) endTag(*parent);
+        return nullptr;
+    }
+    const OpenTag tag = openTags.back();
+    openTags.pop_back();
+    node = tag.element;
+    return restOfTag(*tag.element, tag.next);
 }
 
-void NodeWriter::startTag(const ElementImpl& element) {
+Node* NodeWriter::startTag(ElementImpl& element) {
     indentation.breakLine();
     sink.markup("<");
     sink.text(element.getTagName());
-    const NamedNodeMapImpl& attributes = element.attributeMap();
-    for (std::size_t i = 0; i < attributes.size(); ++i) {
-        attribute(*static_cast<const Attr*>(attributes.at(i)));
+    return restOfTag(element, 0);
+}
+
+// Writes the attributes from `next` on and ends the tag. Returns the first child. A caller can have
+// put other nodes among the attributes: such a one is returned, to be written first.
+Node* NodeWriter::restOfTag(ElementImpl& element, std::size_t next) {
+    const NamedNodeMapImpl& items = element.attributeMap();
+    while (next < items.size()) {
+        Node* const item = items.at(next++);
+        if (item->getNodeType() != Node::ATTRIBUTE_NODE) {
+            openTags.push_back({&element, next});
+            return item;
+        }
+        attribute(*static_cast<const Attr*>(item));
     }
-    if (Tree::firstChildOf(&element) == nullptr) {
-        sink.markup("/>");
-        return;
-    }
-    sink.markup(">");
-    indentation.open();
+    Node* const child = Tree::firstChildOf(&element);
+    sink.markup(child == nullptr ? "/>" : ">");
+    if (child != nullptr) indentation.open();
+    return child;
 }
 
 // Behind text it stays on the line.
-void NodeWriter::endTag(const ElementImpl& element) {
+void NodeWriter::endTag(const Node& element) {
     const bool isBehindText = indentation.takeTextMark();
     indentation.close();
     if (!isBehindText) indentation.breakLine();
     sink.markup("</");
-    sink.text(element.getTagName());
+    sink.text(element.getNodeName());
     sink.markup(">");
 }
 

@@ -1,6 +1,9 @@
 // Nodes as markup, each kind in its form, to any depth of the tree.
 #pragma once
 
+#include <cstddef>
+#include <vector>
+
 #include "dom/element.h"
 #include "writer/indentation.h"
 #include "writer/output_sink.h"
@@ -22,11 +25,18 @@ public:
     void endLine() { indentation.endLine(); }
 
 private:
-    bool open(Node& node);
-    void close(const Node& node);
+    // A start tag in which an item is being written that is no attribute.
+    struct OpenTag {
+        ElementImpl* element;
+        std::size_t next;  // in the attribute map
+    };
 
-    void startTag(const ElementImpl& element);
-    void endTag(const ElementImpl& element);
+    Node* open(Node& node);
+    Node* close(Node*& node);
+
+    Node* startTag(ElementImpl& element);
+    Node* restOfTag(ElementImpl& element, std::size_t next);
+    void endTag(const Node& element);
     void attribute(const Attr& attr);
     void textNode(const CharacterData& text);
     void reference(const Node& node);
@@ -39,6 +49,7 @@ private:
     Indentation indentation;
     const ProcessingInstruction* replaced = nullptr;
     const Xstring* replacement = nullptr;
+    std::vector<OpenTag> openTags;  // the innermost one at the end
 };
 
 }  // namespace qvox

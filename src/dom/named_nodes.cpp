@@ -1,0 +1,31 @@
+#include "dom/named_nodes.h"
+
+#include "dom/tree.h"
+
+namespace qvox {
+
+void NamedNodes::put(const Unit* name, Node* node) {
+    const auto [entry, isNew] = places.try_emplace(name, nodes.size());
+    if (!isNew) {
+        Tree::destroy(nodes[entry->second]);
+        nodes[entry->second] = nullptr;
+        entry->second = nodes.size();
+    }
+    nodes.push_back(node);
+}
+
+void NamedNodes::moveTo(NamedNodeMapImpl& map) {
+    for (Node* node : nodes) {
+        if (node != nullptr) map.append(node, NodeCollection::NO_PARENT);
+    }
+    nodes.clear();
+    places.clear();
+}
+
+void NamedNodes::destroyNodes() {
+    for (Node* node : nodes) Tree::destroy(node);
+    nodes.clear();
+    places.clear();
+}
+
+}  // namespace qvox

@@ -1,0 +1,89 @@
+// Work that grows with its input and no faster: were it to grow with the square, a test would take
+// many minutes, and the time limit would end it.
+#include <gtest/gtest.h>
+
+#include "support/tree_text.h"
+
+namespace qvox_test {
+namespace {
+
+using qvox::Element;
+using qvox::NamedNodeMap;
+using qvox::Node;
+
+constexpr int MANY = 200000;
+constexpr int NAMES = 150000;  // the other names come a second time
+
+// MANY pieces with names between the two texts.
+std::string named_pieces(const std::string& before, const std::string& after) {
+    std::string text;
+    for (int i = 0; i < MANY; ++i) text += before + 'n' + std::to_string(i % NAMES) + after;
+    return text;
+}
+
+// What comes a second time stands at the end.
+void expect_later_ones(const NamedNodeMap* map) {
+    ASSERT_NE(map, nullptr);
+    ASSERT_EQ(map->getLength(), NAMES);
+    EXPECT_EQ(name_text(*map->item(0)), "n" + std::to_string(MANY - NAMES));
+    EXPECT_EQ(name_text(*map->item(NAMES - 1)), "n" + std::to_string(MANY - NAMES - 1));
+}
+
+TEST(Cost, Names) {
+    testing::internal::CaptureStdout();  // a warning for each entity's second declaration
+    Tree tree("<!DOCTYPE a [" + named_pieces("<!ENTITY ", " SYSTEM 'i'>") +
+              named_pieces("<!NOTATION ", " SYSTEM 'i'>") + "]><a" + named_pieces(" ", "='v'") +
+              "/>");
+    testing::internal::GetCapturedStdout();
+    expect_later_ones(tree.document->getDoctype()->getEntities());
+    expect_later_ones(tree.document->getDoctype()->getNotations());
+    const Node* const root = tree.document->getDocumentElement();
+    expect_later_ones(root->getAttributes());
+    expect_later_ones(tree.drop(root->cloneNode(false))->getAttributes());
+}
+
+TEST(Cost, GrowingDownwards) {
+    const Tree tree("a");
+    Node* innermost = tree.document->getDocumentElement();
+    for (int i = 0; i < MANY; ++i) {
+        innermost = innermost->appendChild(tree.document->createElement("x"));
+        static_cast<Element*>(innermost)->setAttributeNode(tree.document->createAttribute("y"));
+    }
+    EXPECT_FALSE(innermost->hasChildNodes());
+}
+
+TEST(Cost, GrowingAtBothEnds) {
+    const Tree tree("a");
+    Node* const root = tree.document->getDocumentElement();
+    for (int i = 0; i < MANY; ++i) {
+        root->insertBefore(tree.document->createElement("x"), root->getFirstChild());
+        root->appendChild(tree.document->createTextNode(""));
+    }
+    EXPECT_EQ(root->getChildNodes()->getLength(), 2 * MANY);
+    EXPECT_EQ(root->getChildNodes()->item(MANY - 1)->getNodeType(), Node::ELEMENT_NODE);
+    EXPECT_EQ(root->getChildNodes()->item(MANY)->getNodeType(), Node::TEXT_NODE);
+}
+
+TEST(Cost, FragmentsBetweenChildren) {
+    Tree tree("a('t')");
+    Node* const root = tree.document->getDocumentElement();
+    Node* const fragment = tree.drop(tree.document->createDocumentFragment());
+    for (const int index : {0, MANY / 2, 2 * MANY}) {  // in front of the first, a middle, the last
+        for (int i = 0; i < MANY; ++i) {
+            fragment->appendChild(tree.document->createElement("x"));
+        }
+        Node* const ref = root->getChildNodes()->item(index);
+        Node* const first = fragment->getFirstChild();
+        Node* const last = fragment->getLastChild();
+        EXPECT_EQ(root->insertBefore(fragment, ref), last);
+        EXPECT_EQ(root->getChildNodes()->item(index), first);
+        EXPECT_EQ(root->getChildNodes()->item(index + MANY - 1), last);
+        EXPECT_EQ(root->getChildNodes()->item(index + MANY), ref);
+        EXPECT_EQ(last->getNextSibling(), ref);
+        EXPECT_FALSE(fragment->hasChildNodes());
+    }
+    EXPECT_EQ(root->getChildNodes()->getLength(), 3 * MANY + 1);
+}
+
+}  // namespace
+}  // namespace qvox_test
