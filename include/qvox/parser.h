@@ -186,14 +186,23 @@ public:
     /// output has to be declared in another encoding it is written with that name; a document
     /// without a declaration is written without one.
     ///
-    /// What comes out can be read again, but for these: a character that the encoding doesn't have,
-    /// which becomes `?`, and names that the reader doesn't accept; half a surrogate pair in
-    /// UTF-16;
-    /// `]]>` in text (the parsers refuse it in any form) and a carriage return (they take it for a
-    /// line feed); a double quote in an entity's value, in an attribute's default or in an
-    /// identifier. Data that a caller has put into comments, processing instructions and CDATA
-    /// sections is not looked at. A document type with a system identifier has the declarations of
-    /// its subset twice in effect, and the second reading warns of them.
+    /// What comes out can be read again, but for these:
+    ///  - a character that the encoding doesn't have, which becomes `?`, and in the two narrow ones
+    ///    U+00A5 and U+203E, which become a backslash and `~`;
+    ///  - in a file, what the reader refuses there: surrogates in UTF-16, also in pairs, U+FFFE,
+    ///    U+FFFF, and characters below U+0020 other than white space. From memory they are read;
+    ///  - in a file, a carriage return, which comes back as a line feed; in an attribute value a
+    ///    carriage return, a line feed and a tab come back as blanks, from memory too;
+    ///  - `]]>` in text, which is refused in any form, and names that the reader doesn't accept;
+    ///  - a double quote in an entity's value, an attribute's default or an identifier, `&` in such
+    ///    a value or default, and `%` in such a value: refused, or taken for markup;
+    ///  - a node among the attributes of an element that is no attribute.
+    ///
+    /// Data that a caller has put into comments, processing instructions and CDATA sections is not
+    /// looked at. Attributes that the document type supplied come back as specified ones. An
+    /// attribute-list declaration repeats the earlier ones of its element. A document type with a
+    /// system identifier has the declarations of its subset twice in effect, and the second reading
+    /// warns of them.
     ///
     /// Several threads may write one tree; it must not change meanwhile. Depth costs no stack. All
     /// raise QVOXException FILE_WRITE_ERR for a null document and for output that can't be written,

@@ -47,7 +47,7 @@ ElementImpl::ElementImpl(const QualifiedName& qualifiedName, bool hasMapBehind, 
 
 ElementImpl::~ElementImpl() {
     Tree::dropChildList(this);
-    if (attributes == mapBehind()) {
+    if (attributes == mapBehind() && Tree::isInChunk(this)) {
         attributes->~NamedNodeMapImpl();
     } else {
         delete attributes;

@@ -61,6 +61,13 @@ void close() {
 
 DocumentTypeImpl& open_document_type() { return *static_cast<DocumentTypeImpl*>(top()); }
 
+// What building alone needs memory for.
+void drop_aids() {
+    std::vector<Node*>().swap(pendingNodes);
+    std::vector<OpenNode>().swap(openNodes);
+    maker.reset();
+}
+
 void add_declaration(DeclNode* declaration) {
     open_document_type().getDeclarations().append(declaration, NodeCollection::NO_PARENT);
 }
@@ -107,12 +114,10 @@ Document* release() { return std::exchange(currentDocument, nullptr); }
 
 void discard() {
     for (Node* node : pendingNodes) Tree::destroy(node);
-    std::vector<Node*>().swap(pendingNodes);
-    std::vector<OpenNode>().swap(openNodes);
     entities.destroyNodes();
     notations.destroyNodes();
     isInCdata = false;
-    maker.reset();
+    drop_aids();
     Tree::destroy(release());
 }
 
@@ -125,7 +130,7 @@ void start_document() {
 
 void end_document() {
     close();
-    maker.reset();
+    drop_aids();
 }
 
 void xml_decl(const Unit* version, const Unit* encoding, const Unit* standalone) {

@@ -54,15 +54,23 @@ private:
     int trail[256];
 };
 
+inline char* put_code(int code, char* to) {
+    if (code <= 0xFF) {
+        *to = static_cast<char>(code);
+        return to + 1;
+    }
+    to[0] = static_cast<char>(code >> 8);
+    to[1] = static_cast<char>(code & 0xFF);
+    return to + 2;
+}
+
 // Returns where the bytes end; there must be room for two a unit.
 template <class CodeOf>
 char* encode(const CodeOf& codeOf, const Unit* units, std::size_t count, char* to) {
     const Unit* const end = units + count;
     for (const Unit* unit = units; unit != end; ++unit) {
         if (*unit >= 0x80) {
-            const int code = codeOf(*unit);
-            if (code > 0xFF) *to++ = static_cast<char>(code >> 8);
-            *to++ = static_cast<char>(code & 0xFF);
+            to = put_code(codeOf(*unit), to);
         } else if (static_cast<std::size_t>(end - unit) >= RUN && is_ascii_run(unit)) {
             narrow_run(unit, to);
             unit += RUN - 1;

@@ -8,7 +8,34 @@ namespace {
 
 constexpr std::uint64_t set_of(Unit unit) { return std::uint64_t{1} << unit; }
 
-bool is_in(Unit unit, std::uint64_t set) { return ((unit < 64) & (set >> (unit & 63) & 1)) != 0; }
+// The replaced units are below this one.
+constexpr Unit SET_END = 64;
+
+bool is_in(Unit unit, std::uint64_t set) {
+    return ((unit < SET_END) & (set >> (unit & (SET_END - 1)) & 1)) != 0;
+}
+
+// Units that are looked at together.
+constexpr std::ptrdiff_t RUN = 16;
+
+bool has_low_unit(const Unit* run) {
+    bool isLow = false;
+    for (std::ptrdiff_t i = 0; i < RUN; ++i) isLow |= run[i] < SET_END;
+    return isLow;
+}
+
+// The first unit that is in the set, or the end. Japanese text goes by a run at a time.
+const Unit* find_in(const Unit* unit, const Unit* end, std::uint64_t set) {
+    while (end - unit >= RUN) {
+        const Unit* const runEnd = unit + RUN;
+        if (has_low_unit(unit)) {
+            unit = std::find_if(unit, runEnd, [set](Unit one) { return is_in(one, set); });
+            if (unit != runEnd) return unit;
+        }
+        unit = runEnd;
+    }
+    return std::find_if(unit, end, [set](Unit one) { return is_in(one, set); });
+}
 
 constexpr std::uint64_t LINE_FEED = set_of('\n');
 constexpr std::uint64_t ESCAPED =
@@ -53,8 +80,7 @@ void OutputSink::put(const Xstring& text, UnitSet replaced) {
     const Unit* const end = unit + text.length();
     while (unit != end) {
         const Unit* const stop = unit + std::min(static_cast<std::size_t>(end - unit), room());
-        const Unit* const found =
-            std::find_if(unit, stop, [replaced](Unit one) { return is_in(one, replaced); });
+        const Unit* const found = find_in(unit, stop, replaced);
         std::copy(unit, found, block.data() + filled);
         filled += static_cast<std::size_t>(found - unit);
         unit = found;

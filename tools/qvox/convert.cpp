@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -14,8 +13,12 @@
 #include "command.h"
 #include "document.h"
 #include "escape.h"
+#include "literals.h"
 #include "result_text.h"
+#include "source_file.h"
 #include "target_encoding.h"
+#include "tree_difference.h"
+#include "tree_parse.h"
 #include "written_document.h"
 
 namespace {
@@ -31,32 +34,39 @@ void complain(const Job& job, const std::string& message) {
     std::fputs(describe(job.fileName, {0, 0, message}).c_str(), stderr);
 }
 
+void complain(const Job& job, const SourceFile& source, Failure failure) {
+    source.rename(failure.message);
+    std::fputs(describe(job.fileName, failure).c_str(), stderr);
+}
+
 // A warning tells of a reference that stands for nothing, and so of text that the result won't
 // have.
 class WarningPrinter final : public qvox::DefaultHandler {
 public:
-    explicit WarningPrinter(const std::string& name) : fileName(name) {}
+    WarningPrinter(const Job& currentJob, const SourceFile& sourceFile)
+        : job(currentJob), source(sourceFile) {}
 
     void warning(const qvox::SAXParseException& exception) override {
         Failure noted = {exception.getLineNumber(), exception.getColumnNumber(), "warning: "};
-        append_message(noted.message, exception.getMessage(), fileName, Style::PLAIN);
-        std::fputs(describe(fileName, noted).c_str(), stderr);
+        append_message(noted.message, exception.getMessage(), source.path(), Style::PLAIN);
+        complain(job, source, noted);
     }
 
 private:
-    const std::string& fileName;
+    const Job& job;
+    const SourceFile& source;
 };
 
 // Whether the document can be read, by a parse of its own, because a parse into a tree tells
-// neither the places of errors nor warnings. What can be read only once is left to that.
-bool is_good(const std::string& fileName) {
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(fileName, ignored)) return true;
-    WarningPrinter printer(fileName);
+// neither the places of errors nor warnings nor literals.
+bool is_good(const Job& job, const SourceFile& source, Literals& literals) {
+    WarningPrinter printer(job, source);
     qvox::SAXParser parser;
     parser.setErrorHandler(&printer);
-    const std::optional<Failure> failure = parse_document(parser, fileName);
-    if (failure) std::fputs(describe(fileName, *failure).c_str(), stderr);
+    const LiteralRecorder recorder(parser);
+    const std::optional<Failure> failure = parse_document(parser, source.path());
+    if (failure) complain(job, source, *failure);
+    literals = recorder.literals();
     return !failure;
 }
 
@@ -102,19 +112,30 @@ void list(const Job& job, const Misfits& misfits) {
     }
 }
 
-// Whether the parsers take the result. Says so if not.
-bool reads_back(const Job& job, ResultText& result) {
-    qvox::DOMParser parser;
+// The result, read again. Says why if that can't be.
+OwnedDocument read_again(const Job& job, ResultText& result) {
     try {
-        parser.free(parser.parse(result.body()));
-        return true;
+        return OwnedDocument(qvox::DOMParser().parse(result.body()));
     } catch (const qvox::QVOXException& exception) {
         std::string message = "not converted: the result couldn't be read: ";
         const qvox::Xstring& reason = exception.getMessage();
         escape_units(message, reason.data(), reason.length(), Style::PLAIN);
         complain(job, message);
-        return false;
+        return nullptr;
     }
+}
+
+// Whether the result is the same document. Says so if not.
+bool comes_back(const Job& job, qvox::Document& original, ResultText& result) {
+    const OwnedDocument copy = read_again(job, result);
+    if (copy == nullptr) return false;
+    const std::string difference = first_difference(original, *copy, [&job](char32_t character) {
+        return job.isLossy && !job.encoding.takes(character);
+    });
+    if (!difference.empty()) {
+        complain(job, "not converted: the result would be read otherwise: " + difference);
+    }
+    return difference.empty();
 }
 
 ExitStatus put_into_file(const std::string& name, const std::string& bytes) {
@@ -131,31 +152,44 @@ ExitStatus put_into_file(const std::string& name, const std::string& bytes) {
     }
 }
 
-ExitStatus convert(const Job& job, Output& output) {
-    if (!is_good(job.fileName)) return FILE_FAILED;
+ExitStatus convert(const Job& job, const SourceFile& source, Output& output) {
+    Literals literals;
+    if (!is_good(job, source, literals)) return FILE_FAILED;
     Failure failure;
-    std::optional<WrittenDocument> document = read_and_write(job.fileName, failure);
+    std::optional<WrittenDocument> document = read_and_write(source.path(), failure);
     if (!document) {
-        std::fputs(describe(job.fileName, failure).c_str(), stderr);
+        complain(job, source, failure);
         return FILE_FAILED;
     }
     ResultText result(job.encoding, CONVERTED);
     result.declare(document->declaration);
-    result.add(document->body);
-    document.reset();
+    result.add(document->body, literals, specified_attributes(*document->tree));
+    Units().swap(document->body);
 
     const Misfits& misfits = result.misfits();
     if (!misfits.empty() && !job.isLossy) {
         list(job, misfits);
         return FILE_FAILED;
     }
-    if (!reads_back(job, result)) return FILE_FAILED;
+    if (!comes_back(job, *document->tree, result)) return FILE_FAILED;
+    document.reset();
     if (!misfits.empty()) complain(job, in_words(count_of(misfits)) + " became ?");
 
     const std::string bytes = job.encoding.encode(result.text());
     if (job.outputName) return put_into_file(*job.outputName, bytes);
     output.write(bytes);
     return ALL_GOOD;
+}
+
+ExitStatus convert(const Job& job, Output& output) {
+    std::optional<SourceFile> source;
+    try {
+        source.emplace(job.fileName);
+    } catch (const std::system_error& error) {
+        complain(job, "no copy of it can be made: " + error.code().message());
+        return FILE_FAILED;
+    }
+    return convert(job, *source, output);
 }
 
 }  // namespace

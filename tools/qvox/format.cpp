@@ -20,7 +20,7 @@ ExitStatus format(const std::string& fileName, Output& output) {
     const TargetEncoding& encoding = target_encoding("UTF-8");
     ResultText result(encoding, FORMATTED);
     result.declare(document->declaration);
-    result.add(document->body);
+    result.add(document->body, {}, {});
     output.write(encoding.encode(result.text()));
     return ALL_GOOD;
 }

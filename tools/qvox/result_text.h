@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "literals.h"
 #include "markup.h"
 #include "target_encoding.h"
 #include "units.h"
@@ -33,10 +34,12 @@ public:
     // Writes the declaration in the name of the target. To be called ahead of add(); where the
     // document has none, one is written only if the target needs it.
     void declare(const std::optional<XmlDeclaration>& declaration);
-    // Writes the rest of the document. A character that the target doesn't take becomes a reference
-    // if the target uses such and one may stand there. Else, unless the style keeps it, it is noted
-    // and a question mark takes its place.
-    void add(UnitView document);
+    // Writes the rest of the document. A character that would be read as another, or that the
+    // target doesn't take and uses references for, becomes a reference if one may stand there.
+    // Else, unless the style keeps it, what the target doesn't take is noted and a question mark
+    // takes its place. Attributes that the document doesn't specify itself are left out, unless
+    // nothing is known of that.
+    void add(UnitView document, const Literals& literals, const SpecifiedAttributes& specified);
 
     const Units& text() const { return result; }
     // All but the declaration, NUL-terminated.
@@ -46,7 +49,8 @@ public:
 private:
     void addPiece(const Piece& piece);
     void breakLine(Piece::Kind kind);
-    void addPart(UnitView part, bool isValue);
+    void addLiteral(const Part& part);
+    void addPart(const Part& part);
     void addReference(char32_t character);
     void addAscii(std::string_view ascii);
     void endLine();

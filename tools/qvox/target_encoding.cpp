@@ -8,9 +8,12 @@
 
 namespace {
 
+// A carriage return is read as a line feed.
+bool ascii_takes(char32_t character) { return character < 0x80 && character != '\r'; }
+
 // One and three bytes: the parsers read no others.
 bool utf8_takes(char32_t character) {
-    return character < 0x80 ||
+    return ascii_takes(character) ||
            (character >= 0x800 && character < 0x10000 && !is_surrogate(character));
 }
 
@@ -24,7 +27,10 @@ std::string to_utf8(const Units& text) {
 }
 
 // The parsers read no surrogates.
-bool utf16_takes(char32_t character) { return character < 0x10000 && !is_surrogate(character); }
+bool utf16_takes(char32_t character) {
+    return ascii_takes(character) ||
+           (character >= 0x80 && character < 0x10000 && !is_surrogate(character));
+}
 
 // As the library writes a file: with a byte order mark, in the machine's order, and with CR LF.
 std::string to_utf16(const Units& text) {
@@ -50,10 +56,13 @@ std::string to_narrow(const Units& text) {
     return bytes;
 }
 
+// Beyond ASCII a single byte of ASCII is "?", or what looks alike: the backslash of a yen sign and
+// the tilde of an overline would be read as themselves.
 template <Converter convert>
 bool narrow_takes(char32_t character) {
-    if (character < 0x80 || character > 0xFFFF) return character < 0x80;
-    return to_narrow<convert>(Units(1, static_cast<unsigned short>(character))) != "?";
+    if (character < 0x80 || character > 0xFFFF) return ascii_takes(character);
+    const std::string bytes = to_narrow<convert>(Units(1, static_cast<unsigned short>(character)));
+    return static_cast<unsigned char>(bytes[0]) >= 0x80;
 }
 
 constexpr Converter TO_SJIS = &qvox::Xstring::sjis_str;

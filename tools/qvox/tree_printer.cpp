@@ -5,57 +5,11 @@
 #include <string_view>
 
 #include "escape.h"
+#include "node_fields.h"
 
 namespace {
 
 using Text = qvox::Xstring;
-
-struct Field {
-    const char* name = nullptr;
-    const Text& (*get)(const qvox::Node& node) = nullptr;
-};
-
-template <class Type, const Text& (Type::*getter)() const>
-const Text& get(const qvox::Node& node) {
-    return (static_cast<const Type&>(node).*getter)();
-}
-
-constexpr std::size_t MOST_FIELDS = 4;
-
-struct Form {
-    const char* type;
-    Field fields[MOST_FIELDS];
-};
-
-constexpr Field NAME = {"name", get<qvox::Node, &qvox::Node::getNodeName>};
-constexpr Field NAMESPACE = {"namespaceURI", get<qvox::Node, &qvox::Node::getNamespaceURI>};
-constexpr Field LOCAL_NAME = {"localName", get<qvox::Node, &qvox::Node::getLocalName>};
-constexpr Field TARGET = {"target", get<qvox::Node, &qvox::Node::getNodeName>};
-constexpr Field VALUE = {"value", get<qvox::Node, &qvox::Node::getNodeValue>};
-constexpr Field DATA = {"data", get<qvox::Node, &qvox::Node::getNodeValue>};
-
-template <class Type>
-constexpr Field PUBLIC_ID = {"publicId", get<Type, &Type::getPublicId>};
-template <class Type>
-constexpr Field SYSTEM_ID = {"systemId", get<Type, &Type::getSystemId>};
-constexpr Field NOTATION_NAME = {"notationName", get<qvox::Entity, &qvox::Entity::getNotationName>};
-
-// By the numbers of the node types, which begin at 1.
-constexpr Form FORMS[] = {
-    {"", {}},
-    {"element", {NAME, NAMESPACE, LOCAL_NAME}},
-    {"attribute", {NAME, NAMESPACE, LOCAL_NAME, VALUE}},
-    {"text", {DATA}},
-    {"cdataSection", {DATA}},
-    {"entityReference", {NAME}},
-    {"entity", {NAME, PUBLIC_ID<qvox::Entity>, SYSTEM_ID<qvox::Entity>, NOTATION_NAME}},
-    {"processingInstruction", {TARGET, DATA}},
-    {"comment", {DATA}},
-    {"document", {}},
-    {"documentType", {NAME, PUBLIC_ID<qvox::DocumentType>, SYSTEM_ID<qvox::DocumentType>}},
-    {"documentFragment", {}},
-    {"notation", {NAME, PUBLIC_ID<qvox::Notation>, SYSTEM_ID<qvox::Notation>}},
-};
 
 class TreePrinter {
 public:
@@ -87,19 +41,16 @@ void TreePrinter::print(qvox::Node* node, std::size_t level) {
 }
 
 void TreePrinter::printLine(const qvox::Node& node, std::size_t level) {
-    const Form& form = FORMS[node.getNodeType()];
+    const NodeForm& form = form_of(node);
     begin(form.type, level);
-    for (const Field& field : form.fields) {
+    for (const NodeField& field : form.fields) {
         if (field.name == nullptr) break;
         line += ' ';
         line += field.name;
         line += '=';
         quote(line, field.get(node));
     }
-    if (node.getNodeType() == qvox::Node::ATTRIBUTE_NODE &&
-        !static_cast<const qvox::Attr&>(node).getSpecified()) {
-        line += " defaulted";
-    }
+    if (is_defaulted(node)) line += " defaulted";
     end();
 }
 

@@ -1,8 +1,6 @@
 #include "written_document.h"
 
-#include <vector>
-
-#include "tree_parse.h"
+#include <utility>
 
 namespace {
 
@@ -38,16 +36,42 @@ Units write(qvox::DOMParser& parser, qvox::Document& document) {
     return text;
 }
 
+// The next node in document order, or null.
+qvox::Node* following(qvox::Node* node) {
+    if (qvox::Node* const child = node->getFirstChild()) return child;
+    while (node != nullptr && node->getNextSibling() == nullptr) node = node->getParentNode();
+    return node != nullptr ? node->getNextSibling() : nullptr;
+}
+
+unsigned specified_among(const qvox::NamedNodeMap& attributes) {
+    unsigned count = 0;
+    for (int i = 0; i < attributes.getLength(); ++i) {
+        if (static_cast<const qvox::Attr*>(attributes.item(i))->getSpecified()) ++count;
+    }
+    return count;
+}
+
 }  // namespace
+
+SpecifiedAttributes specified_attributes(qvox::Document& document) {
+    SpecifiedAttributes counts;
+    if (document.getDoctype() == nullptr) return counts;
+    for (qvox::Node* node = &document; node != nullptr; node = following(node)) {
+        if (node->getNodeType() != qvox::Node::ELEMENT_NODE) continue;
+        counts.push_back(specified_among(*node->getAttributes()));
+    }
+    return counts;
+}
 
 std::optional<WrittenDocument> read_and_write(const std::string& fileName, Failure& failure) {
     qvox::DOMParser parser;
-    const OwnedDocument document = parse_tree(parser, fileName, failure);
+    OwnedDocument document = parse_tree(parser, fileName, failure);
     if (document == nullptr) return std::nullopt;
     try {
         WrittenDocument written;
         written.declaration = take_declaration(parser, *document);
         written.body = write(parser, *document);
+        written.tree = std::move(document);
         return written;
     } catch (const qvox::QVOXException& exception) {
         append_message(failure.message, exception.getMessage(), fileName, Style::PLAIN);

@@ -1,0 +1,48 @@
+// The literals of a document type, as a parse tells them: in the library's text of a declaration it
+// can't be told where one with a double quote in it ends.
+#pragma once
+
+#include <vector>
+
+#include <qvox/qvox.h>
+
+#include "units.h"
+
+// Identifiers, entity values and attribute defaults in the order in which they stand in the text of
+// the declarations, those that an attribute-list declaration repeats included. A line feed stands
+// for a carriage return too.
+using Literals = std::vector<Units>;
+
+class LiteralRecorder final : public qvox::DefaultHandler,
+                              public qvox::DeclHandler,
+                              public qvox::LexicalHandler {
+public:
+    // Records what the parser reads. The recorder must live as long as that.
+    explicit LiteralRecorder(qvox::SAXParser& parser);
+
+    const Literals& literals() const { return recorded; }
+
+    void startDTD(const qvox::Xstring& name, const qvox::Xstring& publicId,
+                  const qvox::Xstring& systemId) override;
+    void attributeDecl(const qvox::Xstring& elementName, const qvox::Xstring& attributeName,
+                       const qvox::Xstring& type, const qvox::Xstring& valueDefault,
+                       const qvox::Xstring& value) override;
+    void externalEntityDecl(const qvox::Xstring& name, const qvox::Xstring& publicId,
+                            const qvox::Xstring& systemId) override;
+    void internalEntityDecl(const qvox::Xstring& name, const qvox::Xstring& value) override;
+    void notationDecl(const qvox::Xstring& name, const qvox::Xstring& publicId,
+                      const qvox::Xstring& systemId) override;
+
+    void elementDecl(const qvox::Xstring& /*name*/, const qvox::Xstring& /*model*/) override {}
+    void comment(const qvox::Xstring& /*text*/) override {}
+    void startCDATA() override {}
+    void endCDATA() override {}
+    void endDTD() override {}
+    void startEntity(const qvox::Xstring& /*name*/) override {}
+    void endEntity(const qvox::Xstring& /*name*/) override {}
+
+private:
+    void record(const qvox::Xstring& literal);
+
+    Literals recorded;
+};
