@@ -49,7 +49,7 @@ void NodeCollection::freeSlots() {
 
 // Makes `count` slots behind the nodes free ones.
 void NodeCollection::reserveMore(std::size_t count) {
-    if (last + count > capacity) reserve(std::max<std::size_t>(2 * capacity, last + count));
+    if (last + count > capacity) reserve(std::max(2 * std::size_t{capacity}, last + count));
 }
 
 // Makes `count` slots in front of the nodes free ones, and some more where there is to be moved, so

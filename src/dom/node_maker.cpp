@@ -13,6 +13,8 @@ namespace qvox {
 
 namespace {
 
+constexpr std::size_t SLOT_SIZE = sizeof(void*);
+
 std::size_t slot_of(const Unit* text, std::size_t slotCount) {
     return reinterpret_cast<std::uintptr_t>(text) / sizeof(Unit) % slotCount;
 }
@@ -59,12 +61,12 @@ ElementImpl* NodeMaker::element(const Unit* uri, const Unit* qualifiedName,
     }
     const std::size_t headSize = sizeof(ElementImpl) + sizeof(NamedNodeMapImpl);
     const std::size_t slotCount = attributeCount == 1 ? 0 : attributeCount;
-    if (slotCount > (NodeMemory::LARGEST_PIECE - headSize) / sizeof(Node*)) {
+    if (slotCount > (NodeMemory::LARGEST_PIECE - headSize) / SLOT_SIZE) {
         auto* element = new ElementImpl(name, false, &document);
         element->ownAttributeMap().reserve(attributeCount);
         return element;
     }
-    void* const piece = memory.take(headSize + slotCount * sizeof(Node*));
+    void* const piece = memory.take(headSize + slotCount * SLOT_SIZE);
     auto* element = in_chunk(::new (piece) ElementImpl(name, true, &document));
     auto* slots = reinterpret_cast<Node**>(element->mapBehind() + 1);
     if (slotCount == 0) {

@@ -43,7 +43,7 @@ void NodeMemory::release(void* piece) { qvox_free(piece); }
 
 void* NodeMemory::takeElsewhere(std::size_t size) {
     startChunk();
-    return take(size);
+    return takeHere(size);
 }
 
 void NodeMemory::startChunk() {
@@ -59,8 +59,8 @@ void NodeMemory::leaveChunk() {
 }
 
 void NodeMemory::release(void* piece) {
-    const auto address = reinterpret_cast<std::uintptr_t>(piece);
-    reinterpret_cast<Chunk*>(address & ~(CHUNK_SIZE - 1))->drop(1);
+    const std::size_t offset = reinterpret_cast<std::uintptr_t>(piece) % CHUNK_SIZE;
+    reinterpret_cast<Chunk*>(static_cast<unsigned char*>(piece) - offset)->drop(1);
 }
 
 #endif

@@ -21,12 +21,7 @@ public:
     // `size` bytes, not cleared, aligned for pointers. For one thread at a time.
     void* take(std::size_t size) {
         const std::size_t rounded = (size + ALIGNMENT - 1) & ~(ALIGNMENT - 1);
-        if (rounded > left) return takeElsewhere(rounded);
-        void* const piece = next;
-        next += rounded;
-        left -= rounded;
-        ++taken;
-        return piece;
+        return rounded <= left ? takeHere(rounded) : takeElsewhere(rounded);
     }
 
     // Gives a piece back, from any thread.
@@ -37,6 +32,13 @@ private:
 
     struct Chunk;
 
+    void* takeHere(std::size_t size) {
+        void* const piece = next;
+        next += size;
+        left -= size;
+        ++taken;
+        return piece;
+    }
     void* takeElsewhere(std::size_t size);
     void startChunk();
     void leaveChunk();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/tree_text.h"
+#include "writer/written.h"
 
 namespace qvox_test {
 namespace {
@@ -13,7 +14,7 @@ using qvox::Node;
 
 const int million = 1000000;
 
-// The node with `levels` elements above it, each made by `above`.
+// The node with `levels` nodes above it, each made by `above`.
 template <typename Above>
 Node* pile(Node* node, int levels, Above above) {
     for (int i = 0; i < levels; ++i) node = above(node);
@@ -23,9 +24,8 @@ Node* pile(Node* node, int levels, Above above) {
 class Deep : public testing::Test {
 protected:
     Deep() {
-        Node* const bottom = tree.make("b('x' 'y')");
-        tree.document->appendChild(pile(bottom, million, [this](Node* node) {
-            Node* const above = tree.document->createElement("a");
+        document->appendChild(pile(bottom, million, [this](Node* node) {
+            Node* const above = document->createElement("a");
             above->appendChild(node);
             return above;
         }));
@@ -33,6 +33,7 @@ protected:
 
     Tree tree;
     Document* const document = tree.document;
+    Node* const bottom = tree.make("b('x' 'y')");
 };
 
 TEST_F(Deep, SearchAndWalk) {
@@ -46,17 +47,14 @@ TEST_F(Deep, SearchAndWalk) {
     document->freeNodeIterator(iterator);
     EXPECT_EQ(count, million + 4);
     document->normalize();
-    Node* node = document;
-    while (node->hasChildNodes()) node = node->getLastChild();
-    EXPECT_EQ(tree_text(node), "'xy'");
+    EXPECT_EQ(tree_text(bottom), "b('xy')");
     // To the top and back without the children that the walk passes.
-    EXPECT_EQ(
-        raised_by([&] { node->getParentNode()->appendChild(document->getDocumentElement()); }),
-        "DOM 3 child node is not acceptable");
+    EXPECT_EQ(raised_by([&] { bottom->appendChild(document->getDocumentElement()); }),
+              "DOM 3 child node is not acceptable");
 }
 
-TEST_F(Deep, Copies) {
-    Node* const clone = document->cloneNode(true);
+TEST_F(Deep, CopiesAndBytes) {
+    Node* const clone = tree.drop(document->cloneNode(true));
     Tree target;
     Node* const import = target.document->importNode(document->getDocumentElement(), true);
     target.document->appendChild(import);
@@ -66,14 +64,42 @@ TEST_F(Deep, Copies) {
         EXPECT_NEAR(levels, million + 1, 1);
         EXPECT_EQ(tree_text(node->getParentNode()), "b('x' 'y')");
     }
-    tree.parser.freeNode(clone);
+    const std::string bytes = in_file(document, "EUC-JP");
+    ASSERT_EQ(bytes.size(), 7000009U);
+    EXPECT_EQ(bytes.substr(2999997, 12), "<a><b>xy</b>");
+    EXPECT_EQ(measured(document), 14000020);
+}
+
+TEST_F(Deep, Ranges) {
+    Node* const top = document->getDocumentElement();
+    Node* const text = bottom->getLastChild();
+    qvox::Range* const range = document->createRange();
+    range->setEnd(text, 1);
+    range->setStart(bottom->getFirstChild(), 0);
+    EXPECT_EQ(range->getCommonAncestorContainer(), bottom);
+    range->setStartBefore(top);
+    EXPECT_EQ(range->getCommonAncestorContainer(), document);
+    EXPECT_EQ(range->compareBoundaryPoints(qvox::Range::START_TO_END, range), 1);
+    EXPECT_EQ(range->toString().length(), 3 * million + 3 + 2);
+    const Node* deepest = tree.drop(range->cloneContents());
+    for (int i = 0; i < million + 1; ++i) deepest = deepest->getFirstChild();
+    EXPECT_EQ(tree_text(deepest), "b('x' 'y')");
+    range->deleteContents();
+    EXPECT_EQ(tree_text(bottom), "b('')");
+    // From the innermost text up to the end of the document, where the outermost element closes.
+    range->setStart(text, 0);
+    range->setEndAfter(top);
+    const Node* const moved = tree.drop(range->extractContents());
+    EXPECT_EQ(moved->getChildNodes()->getLength(), million + 1);
+    EXPECT_EQ(tree.text(), "/");
+    document->freeRange(range);
 }
 
 // Freeing goes down through maps and attributes too.
 TEST(Depth, OtherWaysDown) {
     Tree tree;
     Document* const document = tree.document;
-    tree.document->appendChild(pile(tree.make("b"), million / 3, [&](Node* node) {
+    document->appendChild(pile(tree.make("b"), million / 3, [&](Node* node) {
         Node* const reference = document->createEntityReference("r");
         qvox::Attr* const attribute = document->createAttribute("x");
         Element* const above = document->createElement("a");
@@ -82,20 +108,20 @@ TEST(Depth, OtherWaysDown) {
         above->setAttributeNode(attribute);
         return above;
     }));
-    tree.document->appendChild(pile(tree.make("b"), million / 3, [&](Node* node) {
+    document->appendChild(pile(tree.make("b"), million / 3, [&](Node* node) {
         Element* const above = document->createElement("a");
         above->setAttribute("x", "1");
         above->getAttributes()->setNamedItem(node);
         return above;
     }));
-    tree.document->appendChild(pile(tree.make("%d"), million / 10, [&](Node* node) {
+    document->appendChild(pile(tree.make("%d"), million / 10, [&](Node* node) {
         Node* const inner = tree.parser.createDocument();
         inner->appendChild(node);
         Node* const above = tree.make("%d");
         above->appendChild(inner);
         return above;
     }));
-    EXPECT_EQ(tree.document->getElementsByTagName("*")->getLength(), 1);
+    EXPECT_EQ(document->getElementsByTagName("*")->getLength(), 1);
 }
 
 TEST(Depth, FragmentsInFragments) {
@@ -116,18 +142,11 @@ TEST(Depth, FragmentsInFragments) {
     }
 }
 
-class Wide : public testing::Test {
-protected:
-    Wide() {
-        for (int i = 0; i < million; ++i) parent->appendChild(document->createTextNode("x"));
-    }
-
-    Tree tree{"a"};
+TEST(Wide, WalksAndMoves) {
+    Tree tree("a");
     Document* const document = tree.document;
     Node* const parent = tree["a"];
-};
-
-TEST_F(Wide, Walks) {
+    for (int i = 0; i < million; ++i) parent->appendChild(document->createTextNode("x"));
     const qvox::NodeList* const list = parent->getChildNodes();
     ASSERT_EQ(list->getLength(), million);
     int steps = 0;
@@ -144,31 +163,21 @@ TEST_F(Wide, Walks) {
     while (walker->previousSibling() != nullptr) --steps;
     EXPECT_EQ(steps, 1);
     document->freeTreeWalker(walker);
+
+    Node* const clone = tree.drop(parent->cloneNode(true));
+    while (parent->hasChildNodes()) clone->appendChild(parent->removeChild(parent->getLastChild()));
+    for (int i = 0; i < million; ++i) parent->insertBefore(clone->getFirstChild(), nullptr);
+    EXPECT_EQ(clone->getChildNodes()->getLength(), million);
     parent->normalize();
     EXPECT_EQ(parent->getFirstChild()->getNodeValue().length(), million);
     EXPECT_EQ(parent->getLastChild(), parent->getFirstChild());
 }
 
-TEST_F(Wide, Moves) {
-    Node* const clone = parent->cloneNode(true);
-    EXPECT_EQ(clone->getChildNodes()->getLength(), million);
-    Node* const fragment = tree.drop(document->createDocumentFragment());
-    while (clone->hasChildNodes()) fragment->appendChild(clone->getFirstChild());
-    parent->appendChild(fragment);
-    EXPECT_EQ(parent->getChildNodes()->getLength(), 2 * million);
-    while (parent->hasChildNodes()) clone->appendChild(parent->removeChild(parent->getLastChild()));
-    for (int i = 0; i < million; ++i) parent->insertBefore(clone->getFirstChild(), nullptr);
-    EXPECT_EQ(clone->getChildNodes()->getLength(), million);
-    tree.parser.freeNode(clone);
-}
-
-TEST(Depth, ParsingIsLinear) {
+TEST(Wide, ParsingIsLinear) {
     std::string text = "<a>";
     for (int i = 0; i < million / 4; ++i) text += "<b c='d'>e</b>";
-    qvox::DOMParser parser;
-    Document* const document = parse_document(parser, text + "</a>");
-    EXPECT_EQ(document->getElementsByTagName("b")->getLength(), million / 4);
-    parser.free(document);
+    const Tree tree(text + "</a>");
+    EXPECT_EQ(tree.document->getElementsByTagName("b")->getLength(), million / 4);
 }
 
 }  // namespace

@@ -1,61 +1,46 @@
-// Documents: factories, lookups, import; the document type and the implementation.
+// Documents: factories, look-ups, import; the document type and the implementation.
 #include <gtest/gtest.h>
 
-#include "support/tree_text.h"
+#include "support/script.h"
 
 namespace qvox_test {
 namespace {
 
 using qvox::Document;
-using qvox::Element;
 using qvox::Node;
-using qvox::Xstring;
-
-const char* const noRoot = "DOM 9 TreeWalker root is null";
 
 TEST(DomDocument, Factories) {
-    enum class Make { Attribute, AttributeNS, Element, ElementNS, Reference, Instruction };
-    const std::string attribute = "DOM 5 invalid attribute name";
-    const std::string element = "DOM 5 invalid element name";
-    const std::string target = "DOM 5 invalid processing instruction target name";
+    const char* const attribute = "DOM 5 invalid attribute name";
+    const char* const element = "DOM 5 invalid element name";
     const struct {
-        Make make;
-        std::string refusal;
+        std::string call;
+        const char* behind;
+        const char* refusal;
         const char* good;
         const char* null;
     } makers[] = {
-        {Make::Attribute, attribute, "@p:a=-*", "@=-*"},
-        {Make::AttributeNS, attribute, "@{u}p:a=-*", "@{u}=-*"},
-        {Make::Element, element, "p:a", ""},
-        {Make::ElementNS, element, "{u}p:a", "{u}"},
-        {Make::Reference, "DOM 5 invalid entity name", "&p:a", "&"},
-        {Make::Instruction, target, "?p:a'd'", "?'d'"},
+        {"createAttribute ", "", attribute, "@p:a=-*", "@=-*"},
+        {"createAttributeNS u ", "", attribute, "@{u}p:a=-*", "@{u}=-*"},
+        {"createElement ", "", element, "p:a", ""},
+        {"createElementNS u ", "", element, "{u}p:a", "{u}"},
+        {"createEntityReference ", "", "DOM 5 invalid entity name", "&p:a", "&"},
+        {"createProcessingInstruction ", " d", "DOM 5 invalid processing instruction target name",
+         "?p:a'd'", "?'d'"},
     };
-    for (const auto& maker : makers) {
-        Tree tree;
-        const auto make = [&](const Xstring& name) -> Node* {
-            switch (maker.make) {
-                case Make::Attribute: return tree.document->createAttribute(name);
-                case Make::AttributeNS: return tree.document->createAttributeNS("u", name);
-                case Make::Element: return tree.document->createElement(name);
-                case Make::ElementNS: return tree.document->createElementNS("u", name);
-                case Make::Reference: return tree.document->createEntityReference(name);
-                case Make::Instruction: break;
-            }
-            return tree.document->createProcessingInstruction(name, "d");
+    for (const auto& [call, behind, refusal, good, null] : makers) {
+        Script script("");
+        const auto make = [&, &name = call, &end = behind](const std::string& word) {
+            return script.run("n: / " + name + word + end);
         };
-        for (const char* const bad : {"1", "-a", "a b", " ", "a>",
-                                      "\xB1"
-                                      "1\x7F"}) {
-            EXPECT_EQ(raised_by([&] { make(bad); }), maker.refusal) << bad;
+        for (const char* const bad : {"1", "-a", "'a b'", "' '", "a>", "\xB1\x31\x7F"}) {
+            EXPECT_EQ(make(bad), refusal) << bad;
         }
-        EXPECT_EQ(tree_text(tree.drop(make("p:a"))), maker.good);
-        EXPECT_EQ(tree_text(tree.drop(make(""))), maker.null);
-        const Node* const node = tree.drop(make({}));
-        EXPECT_EQ(tree_text(node), maker.null);
-        EXPECT_EQ(node->getParentNode(), nullptr);
-        EXPECT_EQ(node->getOwnerDocument(), tree.document);
-        EXPECT_EQ(quoted(tree.drop(make("\x93\xFA\x96{"))->getNodeName()), "'日本'");
+        EXPECT_EQ(make("p:a"), good);
+        EXPECT_EQ(make("''"), null);
+        EXPECT_EQ(make("-"), null);
+        EXPECT_EQ(script.run("n getParentNode") + script.run("n getOwnerDocument"), "null/");
+        make("\x93\xFA\x96{");
+        EXPECT_EQ(quoted(script.node("n")->getNodeName()), "'日本'");
     }
 }
 
@@ -68,160 +53,91 @@ TEST(DomDocument, HtmlRefusals) {
     } cases[] = {{"", false},       {"html", true},    {"HTML", true},        {"!'c' hTmL a", true},
                  {"htm", false},    {"html5", false},  {"a(html)", false},    {"a html", false},
                  {"p:html", false}, {"{u}html", true}, {"?html'd' a", false}, {"%html a", false}};
-    for (const auto& test : cases) {
-        Tree tree(test.tree);
-        EXPECT_EQ(raised_by([&] { tree.drop(tree.document->createCDATASection("")); }),
-                  test.html ? cdata : "")
-            << test.tree;
-        EXPECT_EQ(
-            raised_by([&] { tree.drop(tree.document->createProcessingInstruction("t", "")); }),
-            test.html ? instruction : "")
-            << test.tree;
-        EXPECT_EQ(raised_by([&] { tree.document->createProcessingInstruction("1", "x"); }),
+    for (const auto& [tree, html] : cases) {
+        Script script(tree);
+        EXPECT_EQ(script.run("/ createCDATASection x"), html ? cdata : "='x'") << tree;
+        EXPECT_EQ(script.run("/ createProcessingInstruction t x"), html ? instruction : "?t'x'");
+        EXPECT_EQ(script.run("/ createProcessingInstruction 1 x"),
                   "DOM 5 invalid processing instruction target name");
-        tree.drop(tree.document->createEntityReference("e"));
     }
 }
 
-TEST(DomDocument, Lookups) {
-    Tree tree("!'c'");
-    Document* const document = tree.document;
-    EXPECT_EQ(document->getDoctype(), nullptr);
-    EXPECT_EQ(document->getDocumentElement(), nullptr);
-    EXPECT_EQ(raised_by([&] { document->getElementById("x"); }), noRoot);
+TEST(DomDocument, LookUps) {
+    const char* const noRoot = "DOM 9 TreeWalker root is null";
+    Script script("!'c'");
+    Document* const document = script.tree.document;
+    expect_steps(script, {{"/ getDoctype", "null"},
+                          {"/ getDocumentElement", "null"},
+                          {"/ getElementById x", noRoot}});
     EXPECT_EQ(raised_by([&] { document->getElementsByTagName("x"); }), noRoot);
     EXPECT_EQ(raised_by([&] { document->getElementsByTagNameNS("x", "y"); }), noRoot);
-    for (const char* const text : {"%d", "a", "%e", "b"}) document->appendChild(tree.make(text));
-    EXPECT_EQ(document->getDoctype(), tree["d"]);
-    EXPECT_EQ(document->getDocumentElement(), tree["a"]);
-    EXPECT_EQ(document->getImplementation(), tree.parser.getImplementation());
-    EXPECT_EQ(document->getOwnerDocument(), nullptr);
-}
+    expect_steps(
+        Script("%d a %e b"),
+        {{"/ getDoctype", "%d"}, {"/ getDocumentElement", "a"}, {"/ getOwnerDocument", "null"}});
+    EXPECT_EQ(document->getImplementation(), script.tree.parser.getImplementation());
 
-TEST(DomDocument, GetElementById) {
-    qvox::DOMParser parser;
-    Document* const document =
-        parse_document(parser,
-                       "<!DOCTYPE r [<!ATTLIST a i ID #IMPLIED j ID 'k'><!ATTLIST b i CDATA ''>]>"
-                       "<r><b i='x'/><c><a n='1' i='x'/></c><a n='2' i='x' j='y'/><a n='3' "
-                       "i='X'/><d id='z'/></r>");
-    const char* const cases[][2] = {{"x", "'1'"}, {"y", "'2'"}, {"k", "'1'"}, {"X", "'3'"}};
-    for (const auto& test : cases) {
-        const Element* const found = document->getElementById(test[0]);
-        EXPECT_EQ(found == nullptr ? "none" : quoted(found->getAttribute("n")), test[1]) << test[0];
-    }
-    for (const char* const absent : {"z", "", "xx"}) {
-        EXPECT_EQ(document->getElementById(absent), nullptr) << absent;
-    }
-    // The type goes along with a copy.
-    Tree target("t");
-    Element* const root = target.document->getDocumentElement();
-    root->appendChild(target.document->importNode(document->getElementById("y"), true));
-    EXPECT_EQ(target.document->getElementById("x"), root->getFirstChild());
-    parser.free(document);
-}
-
-TEST(DomDocument, ImportNode) {
-    const char* const cases[][2] = {
-        {"{u}p:a[x='1' {v}q:y=''](b[z='2'] 't' !'c' =- ?p- &r(c) -)", "{u}p:a[x='1' {v}q:y='']"},
-        {"'t'", "'t'"},
-        {"='c'", "='c'"},
-        {"&r(a)", "&r"},
-        {"?p'd'", "?p'd'"},
-        {"!'c'", "!'c'"},
-        {"#(a 't')", "#"},
-    };
-    for (const auto& test : cases) {
-        Tree target;
-        Node* deep;
-        {
-            Tree source("r");
-            Node* const node = source.drop(source.make(test[0]));
-            Node* const flat = target.drop(target.document->importNode(node, false));
-            EXPECT_EQ(tree_text(flat), test[1]);
-            deep = target.drop(target.document->importNode(node, true));
-            EXPECT_EQ(tree_text(node), test[0]);
-            EXPECT_EQ(node->getOwnerDocument(), source.document);
-        }
-        // Nothing is shared with the source, which is gone.
-        EXPECT_EQ(tree_text(deep), test[0]);
-        EXPECT_EQ(deep->getParentNode(), nullptr);
-        for (const Node* node = deep; node != nullptr; node = node->getFirstChild()) {
-            EXPECT_EQ(node->getOwnerDocument(), target.document);
-            if (!node->hasAttributes()) continue;
-            const Node* const attribute = node->getAttributes()->item(0);
-            EXPECT_EQ(attribute->getOwnerDocument(), target.document);
-            EXPECT_EQ(static_cast<const qvox::Attr*>(attribute)->getOwnerElement(), node);
-        }
-    }
+    // The type of an attribute goes along with a copy.
+    Script ids(
+        "<!DOCTYPE t [<!ATTLIST a i ID #IMPLIED j ID 'k'><!ATTLIST b i CDATA ''>]>"
+        "<r><b i='x'/><c><a n='1' i='x'/></c><a n='2' i='x' j='y'/><a n='3' i='X'/>"
+        "<d id='z'/></r>",
+        "w");
+    expect_steps(ids, {{"/ getElementById x", "a[n='1' i='x' j='k'*]"},
+                       {"/ getElementById k", "a[n='1' i='x' j='k'*]"},
+                       {"/ getElementById X", "a[n='3' i='X' j='k'*]"},
+                       {"/ getElementById z", "null"},
+                       {"/ getElementById ''", "null"},
+                       {"/ getElementById xx", "null"},
+                       {"y: / getElementById y", "a[n='2' i='x' j='y']"},
+                       {"i: // importNode y true; w appendChild i; // getElementById x",
+                        "a[n='2' i='x' j='y']"}});
 }
 
 TEST(DomDocument, ImportOfOtherTypes) {
-    Tree target;
-    Tree source("%d a[x='1']");
-    EXPECT_EQ(raised_by([&] { target.document->importNode(nullptr, true); }), noRoot);
-    for (Node* const refused : {static_cast<Node*>(source.document), source["d"]}) {
-        EXPECT_EQ(raised_by([&] { target.document->importNode(refused, true); }).substr(0, 6),
-                  "DOM 9 ");
+    expect_steps(Script("b", "%d a[x='1']"),
+                 {{"/ importNode null true", "DOM 9 TreeWalker root is null"},
+                  {"/ importNode // true", "DOM 9 a document can't be imported"},
+                  {"/ importNode d true", "DOM 9 a document type can't be imported"},
+                  {"a@x setValue 2", "> /(b)/(%d a[x='2'('2')])"},
+                  {"x: / importNode a@x true", "@x='2'('2')"},
+                  {"x getOwnerElement", "null"},
+                  {"x getOwnerDocument", "/"}});
+    // A declared default, and that it stands, go with a copy.
+    Script defaults("b", "<!DOCTYPE t [<!ATTLIST a d CDATA 'def'>]><a b='1'/>");
+    expect_steps(defaults, {{"i: / importNode a true", "a[b='1' d='def'*]"},
+                            {"c: a cloneNode false", "a[b='1' d='def'*]"}});
+    for (const std::string copy : {"i", "c"}) {
+        EXPECT_EQ(
+            defaults.run(copy + "@d setValue own; " + copy + " removeNamedItem d").substr(0, 15),
+            "@d='def'('def')");
     }
-    qvox::Attr* const x = source.element("a")->getAttributeNode("x");
-    x->setValue("2");
-    auto* const copy = static_cast<qvox::Attr*>(target.drop(target.document->importNode(x, true)));
-    EXPECT_EQ(quoted(copy->getValue()), "'2'");
-    EXPECT_EQ(copy->getOwnerElement(), nullptr);
-    EXPECT_EQ(copy->getOwnerDocument(), target.document);
-    EXPECT_EQ(tree_text(x), "@x='2'('2')");
-    for (const int type : {Node::ENTITY_NODE, Node::NOTATION_NODE}) {
-        const Node* const node = target.drop(source.make_type(type));
-        EXPECT_EQ(tree_text(node), type == Node::ENTITY_NODE ? "$e" : "~n");
-        target.drop(target.document->importNode(source.drop(source.make_type(type)), true));
-    }
-}
-
-TEST(DomDocument, SpecifiedGoesWithACopy) {
-    qvox::DOMParser parser;
-    Document* const document =
-        parse_document(parser, "<!DOCTYPE a [<!ATTLIST a d CDATA 'def'>]><a b='1'/>");
-    const std::string text = "a[b='1' d='def'*]";
-    Tree target;
-    Node* const import =
-        target.drop(target.document->importNode(document->getDocumentElement(), true));
-    Node* const clone = document->getDocumentElement()->cloneNode(false);
-    EXPECT_EQ(tree_text(import) + tree_text(clone), text + text);
-    // So does the default.
-    for (Node* const copy : {import, clone}) {
-        auto* const d = static_cast<Element*>(copy)->getAttributeNode("d");
-        d->setValue("own");
-        EXPECT_EQ(copy->getAttributes()->removeNamedItem("d"), d);
-        EXPECT_EQ(tree_text(d), "@d='def'('def')");
-    }
-    parser.freeNode(clone);
-    parser.free(document);
 }
 
 TEST(Implementation, Features) {
     Tree tree;
-    const struct {
-        const char* feature;
-        const char* version;  // besides null
-    } cases[] = {{"XML", "1.0"},  {"xml", "1.0"},       {"Html", "1.0"},  {"CORE", "2.0"},
-                 {"core", "2.0"}, {"traversal", "2.0"}, {"RANGE", "2.0"}, {"Events", nullptr},
-                 {"", nullptr},   {nullptr, nullptr},   {"XM", nullptr},  {"XML ", nullptr}};
-    for (const auto& test : cases) {
-        for (const char* const version : {"", "1.0", "2.0", "2", "2.00"}) {
-            const bool has = test.version != nullptr && std::string(test.version) == version;
-            EXPECT_EQ(tree.parser.getImplementation()->hasFeature(test.feature, version), has)
-                << test.feature << ' ' << version;
+    const char* const cases[][2] = {// the version besides null
+                                    {"XML", "1.0"},       {"Html", "1.0"},    {"CORE", "2.0"},
+                                    {"traversal", "2.0"}, {"RANGE", "2.0"},   {"Events", nullptr},
+                                    {"", nullptr},        {nullptr, nullptr}, {"XM", nullptr},
+                                    {"XML ", nullptr}};
+    for (const auto& [feature, version] : cases) {
+        for (const char* const asked : {"", "1.0", "2.0", "2", "2.00"}) {
+            const bool has = version != nullptr && std::string(version) == asked;
+            EXPECT_EQ(tree.parser.getImplementation()->hasFeature(feature, asked), has);
         }
-        EXPECT_EQ(tree.document->isSupported(test.feature, {}), test.version != nullptr);
+        EXPECT_EQ(tree.document->isSupported(feature, {}), version != nullptr);
     }
 }
 
 TEST(Implementation, CreateDocument) {
     Tree tree;
     qvox::DOMImplementation* const implementation = tree.parser.getImplementation();
-    qvox::DocumentType* const doctype = implementation->createDocumentType("1 bad", "p", "");
-    EXPECT_EQ(doctype->getOwnerDocument(), nullptr);
+    qvox::DocumentType* const doctype = implementation->createDocumentType("1 bad", "", {});
+    EXPECT_EQ(quoted(doctype->getName()) + quoted(doctype->getPublicId()) +
+                  quoted(doctype->getSystemId()) + quoted(doctype->getInternalSubset()),
+              "'1 bad'''--");
+    EXPECT_EQ(doctype->getEntities(), nullptr);
+    EXPECT_EQ(doctype->getNotations(), nullptr);
     EXPECT_TRUE(doctype->isSupported("Core", "2.0"));
     EXPECT_EQ(raised_by([&] { implementation->createDocument("u", "1", doctype); }),
               "DOM 5 invalid element name");
@@ -233,25 +149,12 @@ TEST(Implementation, CreateDocument) {
     // A document type that is in use moves.
     Document* const second = implementation->createDocument({}, {}, doctype);
     EXPECT_EQ(tree_text(document) + tree_text(second), "/({u}p:a)/(%1 bad )");
-    implementation->freeDocument(document);
-    implementation->freeDocument(second);
-    implementation->freeDocument(nullptr);
-}
-
-TEST(DocumentType, Properties) {
-    Tree tree;
-    qvox::DocumentType* const doctype =
-        tree.drop(tree.parser.getImplementation()->createDocumentType("d", "", {}));
-    EXPECT_EQ(quoted(doctype->getName()) + quoted(doctype->getPublicId()) +
-                  quoted(doctype->getSystemId()) + quoted(doctype->getInternalSubset()),
-              "'d'''--");
-    EXPECT_EQ(doctype->getEntities(), nullptr);
-    EXPECT_EQ(doctype->getNotations(), nullptr);
-    EXPECT_EQ(doctype->getAttributes(), nullptr);
+    for (Document* const made : {document, second, static_cast<Document*>(nullptr)}) {
+        implementation->freeDocument(made);
+    }
     auto* const instruction =
         static_cast<qvox::ProcessingInstruction*>(tree.drop(tree.make("?t'd'")));
     instruction->setData("new");
-    EXPECT_EQ(tree_text(instruction), "?t'new'");
     EXPECT_EQ(quoted(instruction->getTarget()) + quoted(instruction->getData()), "'t''new'");
 }
 

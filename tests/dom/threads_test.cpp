@@ -37,31 +37,29 @@ std::string source() {
     return text + "</r>";
 }
 
-// All names of a subtree: each is asked for the first time by both threads at once.
-std::size_t length_of_names(Document* document, Node* root) {
-    std::size_t length = 0;
+// All names and values of a tree: each is asked for the first time by both threads at once.
+std::string read_all(Document* document) {
+    std::string all;
     qvox::NodeIterator* const iterator =
-        document->createNodeIterator(root, qvox::NodeFilter::SHOW_ALL, nullptr, true);
+        document->createNodeIterator(document, qvox::NodeFilter::SHOW_ALL, nullptr, true);
     while (const Node* const node = iterator->nextNode()) {
-        length += name_text(*node).size() + plain(node->getLocalName()).size() +
-                  plain(node->getPrefix()).size() + plain(node->getNodeValue()).size();
+        all += names_of(*node) + quoted(node->getNodeValue());
     }
     document->freeNodeIterator(iterator);
-    return length;
+    return all + tree_text(document);
 }
 
 TEST(Threads, ReadOneTree) {
-    qvox::DOMParser parser;
-    Document* const document = parse_document(parser, source());
-    Document* const again = parse_document(parser, source());
-    const std::size_t names = length_of_names(again, again);
+    const Tree again(source());
+    const Tree tree(source());
+    Document* const document = tree.document;
+    const std::string all = read_all(again.document);
+    const std::string text = tree_text(again.document->getDocumentElement());
     Element* const root = document->getDocumentElement();
-    const std::string text = tree_text(again->getDocumentElement());
-    parser.free(again);
     in_two_threads([&](int which) {
         for (int i = 0; i < 5; ++i) {
-            EXPECT_EQ(length_of_names(document, document), names);
-            EXPECT_EQ(tree_text(root), text);
+            EXPECT_EQ(document->getDoctype()->getInternalSubset().length(), 55);
+            EXPECT_EQ(read_all(document), all);
             int count = 0;
             for (const Node* node = root->getLastChild(); node != nullptr;
                  node = node->getPreviousSibling()) {
@@ -81,34 +79,22 @@ TEST(Threads, ReadOneTree) {
             qvox::DOMParser().freeNode(clone);
         }
     });
-    parser.free(document);
-}
-
-TEST(Threads, FirstCallOfInternalSubset) {
-    qvox::DOMParser parser;
-    Document* const document = parse_document(parser, source());
-    in_two_threads(
-        [&](int) { EXPECT_EQ(document->getDoctype()->getInternalSubset().length(), 55); });
-    parser.free(document);
 }
 
 TEST(Threads, ReadWhileAnotherIsParsed) {
-    qvox::DOMParser parser;
-    Document* const document = parse_document(parser, source());
-    const std::string text = tree_text(document);
+    const Tree tree(source());
+    const std::string text = tree.text();
     in_two_threads([&](int which) {
         for (int i = 0; i < 5; ++i) {
             if (which == 0) {
-                EXPECT_EQ(tree_text(document), text);
+                EXPECT_EQ(tree.text(), text);
                 Tree target;
-                target.drop(target.document->importNode(document->getDocumentElement(), true));
+                target.drop(target.document->importNode(tree.document->getDocumentElement(), true));
             } else {
-                qvox::DOMParser own;
-                own.free(parse_document(own, source()));
+                EXPECT_EQ(Tree(source()).text(), text);
             }
         }
     });
-    parser.free(document);
 }
 
 }  // namespace

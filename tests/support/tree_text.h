@@ -6,6 +6,7 @@
 // an attribute by itself. A null text is a dash. The texts are ASCII.
 #pragma once
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
@@ -25,6 +26,22 @@ inline std::string plain(const qvox::Xstring& text) {
 inline std::string name_text(const qvox::Node& node) {
     const qvox::Xstring& uri = node.getNamespaceURI();
     return (uri.isNull() ? "" : '{' + plain(uri) + '}') + plain(node.getNodeName());
+}
+
+// Its name and the parts of that.
+inline std::string names_of(const qvox::Node& node) {
+    return quoted(node.getNodeName()) + ' ' + quoted(node.getNamespaceURI()) + ' ' +
+           quoted(node.getPrefix()) + ' ' + quoted(node.getLocalName());
+}
+
+// What an entity or notation was declared with.
+inline std::string identifiers_of(const qvox::Node& node) {
+    if (const auto* const entity = dynamic_cast<const qvox::Entity*>(&node)) {
+        return quoted(entity->getPublicId()) + ' ' + quoted(entity->getSystemId()) + ' ' +
+               quoted(entity->getNotationName());
+    }
+    const auto& notation = dynamic_cast<const qvox::Notation&>(node);
+    return quoted(notation.getPublicId()) + ' ' + quoted(notation.getSystemId());
 }
 
 inline std::string tree_text(const qvox::Node* node);
@@ -183,25 +200,45 @@ inline qvox::Document* parse_document(qvox::DOMParser& parser, const std::string
     return parser.parse(units.data());
 }
 
-// A document for a test, with the children that the text has: Tree("%d a(b)").
+// A document for a test, with the children that the text has: Tree("%d a(b)"). A text that begins
+// with "<" is parsed.
 class Tree {
 public:
-    explicit Tree(const char* text = "") { TreeMaker(*document, text).make_children(*document); }
+    explicit Tree(const std::string& text = "")
+        : document(text[0] == '<' ? parse_document(parser, text) : parser.createDocument()) {
+        if (text[0] != '<') TreeMaker(*document, text.c_str()).make_children(*document);
+    }
     Tree(const Tree&) = delete;
     Tree& operator=(const Tree&) = delete;
     ~Tree() {
-        std::set<qvox::Node*> roots;
-        for (qvox::Node* const node : dropped) {
-            if (node != nullptr && node->getParentNode() == nullptr) roots.insert(node);
-        }
-        for (qvox::Node* const node : roots) parser.freeNode(node);
+        free_dropped();
         parser.free(document);
+    }
+
+    // A document type takes every node from wherever it stands, but empties fragments.
+    void free_dropped() {
+        qvox::Node* const heap = parser.getImplementation()->createDocumentType({}, {}, {});
+        std::set<qvox::Node*> fragments;
+        for (qvox::Node* const node : dropped) {
+            if (node == nullptr || node->getParentNode() != nullptr) continue;
+            heap->appendChild(node);
+            if (node->getParentNode() == nullptr) fragments.insert(node);
+        }
+        parser.freeNode(heap);
+        for (qvox::Node* const fragment : fragments) parser.freeNode(fragment);
+        dropped.clear();
     }
 
     // Frees the node at the end, unless it has a parent then.
     template <typename NodeType>
     NodeType* drop(NodeType* node) {
         dropped.push_back(node);
+        return node;
+    }
+
+    // Is not to be freed at the end: the caller does that.
+    qvox::Node* keep(qvox::Node* node) {
+        dropped.erase(std::remove(dropped.begin(), dropped.end(), node), dropped.end());
         return node;
     }
 
@@ -224,20 +261,17 @@ public:
         if (type == qvox::Node::ATTRIBUTE_NODE) return document->createAttribute("x");
         const bool entity = type == qvox::Node::ENTITY_NODE;
         if (!entity && type != qvox::Node::NOTATION_NODE) return make(texts[type - 1]);
-        qvox::Document* const source = parse_document(
-            parser,
+        Tree source(
             "<!DOCTYPE a [<!NOTATION n PUBLIC 'p' 's'><!ENTITY e PUBLIC 'p' 's' NDATA n>]><a/>");
-        const qvox::DocumentType* const doctype = source->getDoctype();
+        const qvox::DocumentType* const doctype = source.document->getDoctype();
         qvox::NamedNodeMap* const map = entity ? doctype->getEntities() : doctype->getNotations();
-        qvox::Node* const node = document->importNode(map->item(0), true);
-        parser.free(source);
-        return node;
+        return document->importNode(map->item(0), true);
     }
 
     std::string text() const { return tree_text(document); }
 
     qvox::DOMParser parser;
-    qvox::Document* const document = parser.createDocument();
+    qvox::Document* const document;
 
 private:
     std::vector<qvox::Node*> dropped;

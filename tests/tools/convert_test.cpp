@@ -1,8 +1,10 @@
 // `qvox convert` and `qvox format`, on whole documents.
 #include <string>
 
+#include "../../tools/qvox/tree_difference.h"
 #include "run_program.h"
 #include "support/encode.h"
+#include "writer/written.h"
 
 namespace {
 
@@ -64,11 +66,72 @@ TEST_F(ConvertTest, ReferencesInUtf8) {
     const std::string result =
         "<!DOCTYPE a [\n<!ENTITY e \"&#xE9;\">\n<!ENTITY % p \"&#xE9;\">\n"
         "<!ATTLIST a d CDATA \"&#xE9;\">\n<!ENTITY f SYSTEM \"f\">\n]>\n"
-        "<a b=\"&#xE9;&#xE8;\" c=\"\" "
-        "d=\"&#xE9;\">&#xE9;&#x7FF;\xE0\xA0\x80&#x20BB7;\xEF\xBF\xBD</a>\n";
+        "<a b=\"&#xE9;&#xE8;\" c=\"\">&#xE9;&#x7FF;\xE0\xA0\x80&#x20BB7;\xEF\xBF\xBD</a>\n";
     EXPECT_EQ(qvox("convert --to UTF-8 f.xml"), (Result{0, result, ""}));
     file("g.xml", result);
     EXPECT_EQ(qvox("convert --to UTF-8 g.xml"), (Result{0, result, ""}));
+}
+
+// What would be read as something else as itself is written in another form. The tree that is read
+// from the result is the same to the last flag.
+TEST_F(ConvertTest, ComesBackAsItWas) {
+    const struct {
+        const char* document;
+        const char* result;
+    } cases[] = {
+        {"<a b='\t'>x&#13;\n&#13;&#10;&#9;<!---->&#13;</a>",
+         "<a b=\" \">x&#xD;\n&#xD;\n\t<!---->&#xD;</a>"},
+        // Defaults
+        {"<!DOCTYPE a [<!ATTLIST a d CDATA 'x\" e CDATA \"y' f CDATA ''>]><a g='1'/>",
+         "<!DOCTYPE a [\n<!ATTLIST a d CDATA \"x&#x22; e CDATA &#x22;y\" f CDATA \"\">\n]>\n"
+         "<a g=\"1\"/>"},
+        {"<!DOCTYPE a [<!ATTLIST a d CDATA '\">]><!--'>]><a/>",
+         "<!DOCTYPE a [\n<!ATTLIST a d CDATA \"&#x22;>]>&#x3C;!--\">\n]>\n<a/>"},
+        {"<!DOCTYPE a [<!ATTLIST a d CDATA 'a&#60;b &#38;amp; 5% &#38;no;&#13;&#10;\t'>]><a> </a>",
+         "<!DOCTYPE a [\n<!ATTLIST a d CDATA \"a&#x3C;b &#x26;amp; 5% &#x26;no;&#xD;\n\t\">\n]>\n"
+         "<a> </a>"},
+        {"<!DOCTYPE a [<!ATTLIST a d CDATA '1'><!ATTLIST b d CDATA '2'><!ATTLIST a>"
+         "<!ATTLIST a e (x|y) #REQUIRED f CDATA '3'><!ATTLIST a g ID #IMPLIED>]>"
+         "<a e='x' d='4'><b/><a f='' g='i'><b d='2'/></a></a>",
+         "<!DOCTYPE a [\n<!ATTLIST a d CDATA \"1\">\n<!ATTLIST b d CDATA \"2\">\n<!ATTLIST a>\n"
+         "<!ATTLIST a e (x|y) #REQUIRED f CDATA \"3\">\n<!ATTLIST a g ID #IMPLIED>\n]>\n"
+         "<a e=\"x\" d=\"4\"><b/><a f=\"\" g=\"i\"><b d=\"2\"/></a></a>"},
+        // Entities
+        {"<!DOCTYPE a [<!ENTITY e 'x&#38;lost;'><!ENTITY f '100&#37; x'><!ENTITY lt '&#38;#60;'>]>"
+         "<a>&f;&lt;</a>",
+         "<!DOCTYPE a [\n<!ENTITY e \"x&#x26;lost;\">\n<!ENTITY f \"100&#x25; x\">\n"
+         "<!ENTITY lt \"&#x26;#60;\">\n]>\n<a>100% x&lt;</a>"},
+        {"<!DOCTYPE a [<!ENTITY e '\"><!ENTITY &#37; f \"'><!ENTITY % g '<\"'><!ENTITY h "
+         "'&#13;\n'>]><a/>",
+         "<!DOCTYPE a [\n<!ENTITY e \"&#x22;><!ENTITY &#x25; f &#x22;\">\n"
+         "<!ENTITY % g \"<&#x22;\">\n<!ENTITY h \"&#xD;\n\">\n]>\n<a/>"},
+        // Identifiers
+        {"<!DOCTYPE a [<!ENTITY e SYSTEM '\"' NDATA n><!NOTATION n PUBLIC \"'\" '\"[]>'>"
+         "<!NOTATION m SYSTEM ''><!NOTATION l PUBLIC ''><!ENTITY f PUBLIC '' ''>"
+         "<!ENTITY % g SYSTEM '%&amp;'>]><a/>",
+         "<!DOCTYPE a [\n<!ENTITY e SYSTEM '\"' NDATA n>\n<!NOTATION n PUBLIC \"'\" '\"[]>'>\n"
+         "<!NOTATION m SYSTEM \"\">\n<!NOTATION l PUBLIC \"\">\n<!ENTITY f PUBLIC \"\" \"\">\n"
+         "<!ENTITY % g SYSTEM \"%&amp;\">\n]>\n<a/>"},
+        {"<!DOCTYPE a PUBLIC \"'\" 'no\"[such>'><a/>",
+         "<!DOCTYPE a PUBLIC \"'\" 'no\"[such>' [\n]>\n<a/>"},
+    };
+    const std::string tree =
+        "tree() { $QVOX tree $1 | grep -v '^  processingInstruction target=\"xml\"'; }\n";
+    for (const auto& [document, result] : cases) {
+        file("f.xml", document);
+        const Result converted = qvox("convert --to UTF-8 f.xml");
+        EXPECT_EQ(converted.status, 0) << converted.err;
+        EXPECT_EQ(converted.out, result + std::string("\n"));
+        const std::string before = shell(tree + "tree f.xml").out;
+        for (const char* const target : {"UTF-8", "UTF-16", "Shift_JIS", "EUC-JP"}) {
+            EXPECT_EQ(shell(tree +
+                            "rm -f out.xml; cat f.xml | $QVOX convert -o out.xml /dev/stdin "
+                            "2>/dev/null --to " +
+                            target + "; tree out.xml"),
+                      (Result{0, before, ""}))
+                << target;
+        }
+    }
 }
 
 TEST_F(ConvertTest, RefusesWhatDoesNotFit) {
@@ -90,9 +153,16 @@ TEST_F(ConvertTest, RefusesWhatDoesNotFit) {
         {u"<?xml version='1.0'?>\n<a>&#x20BB7;\u00E9</a>", "UTF-16",
          "f.xml: not converted: 1 character can't be read from UTF-16 (by lines of the result)\n"
          "  U+20BB7 𠮷: line 2\n"},
-        {u"<a b='\u00E9'>\n\u00E9\u00E9\u200B\n\uE000\u301C\u00A5</a>", "EUC-JP",
-         "f.xml: not converted: 5 characters can't be written in EUC-JP (by lines of the result)\n"
-         "  U+00E9 é: lines 2, 3 (3 times)\n  U+200B \\u{200b}: line 3\n  U+E000 \uE000: line 4\n"},
+        {u"<a b='\u00E9'>\n\u00E9\u00E9\u200B\n\uE000\u301C\u00A5\u203E</a>", "EUC-JP",
+         "f.xml: not converted: 7 characters can't be written in EUC-JP (by lines of the result)\n"
+         "  U+00A5 ¥: line 4\n  U+00E9 é: lines 2, 3 (3 times)\n  U+200B \\u{200b}: line 3\n"
+         "  U+203E ‾: line 4\n  U+E000 \uE000: line 4\n"},
+        {u"<a>\u301C\u2016\u2212\u00A2\u00A3\u00AC\u2014&#xA5;\u203E</a>", "Shift_JIS",
+         "f.xml: not converted: 2 characters can't be written in Shift_JIS (by lines of the result)"
+         "\n  U+00A5 ¥: line 2\n  U+203E ‾: line 2\n"},
+        {u"<!DOCTYPE a [<!ENTITY e '<!--&#13;-->'>]>\n<a>&e;</a>", "UTF-8",
+         "f.xml: not converted: 1 character can't be read from UTF-8, nor be references where they "
+         "stand (by lines of the result)\n  U+000D \\r: line 4\n"},
         {u"<?xml version='1.0'?><a>\n\n\u00E9</a>", "Shift_JIS",
          "f.xml: not converted: 1 character can't be written in Shift_JIS (by lines of the result)"
          "\n  U+00E9 é: line 4\n"},
@@ -115,6 +185,7 @@ TEST_F(ConvertTest, RefusesWhatDoesNotFit) {
 
 TEST_F(ConvertTest, Lossy) {
     file("f.xml", utf16le(u"\uFEFF<a b='\u00E9'>\u8868\u00E9&#x20BB7;<!--\u00E9--></a>"));
+    file("h.xml", utf16le(u"\uFEFF<a b='\u00A5'>\u203E\u301C</a>"));
     const struct {
         const char* target;
         std::string result;
@@ -133,22 +204,82 @@ TEST_F(ConvertTest, Lossy) {
         EXPECT_EQ(qvox("convert --lossy f.xml --to " + std::string(target)),
                   (Result{0, result, report}));
     }
+    EXPECT_EQ(qvox("convert --lossy h.xml --to EUC-JP"),
+              (Result{0,
+                      "<?xml version=\"1.0\" encoding=\"EUC-JP\"?>\r\n"
+                      "<a b=\"?\">?\xA1\xC1</a>\r\n",
+                      "h.xml: 2 characters became ?\n"}));
     file("g.xml", utf16le(u"\uFEFF<a>\u8868</a>"));
     EXPECT_EQ(qvox("convert --lossy --to UTF-8 g.xml"), (Result{0, "<a>\xE8\xA1\xA8</a>\n", ""}));
 }
 
-// A result that the parsers refuse doesn't come into being.
+// A result that the parsers refuse, or read as another document, doesn't come into being.
 TEST_F(ConvertTest, RefusesWhatCouldNotBeReadAgain) {
-    file("f.xml", "<!DOCTYPE a [<!ENTITY e '\"'>]><a/>");
-    file("g.xml", utf16le(u"\uFEFF<\u00E9/>"));
-    EXPECT_EQ(qvox("convert --to UTF-8 f.xml -o out.xml"),
-              (Result{1, "",
-                      "f.xml: not converted: the result couldn't be read: unterminated literal : "
-                      "(memory) (>]><a/>\\n) at line 3, col 0\n"}));
-    const Result lossy = qvox("convert --lossy --to Shift_JIS g.xml -o out.xml");
-    EXPECT_EQ(lossy.status, 1);
-    EXPECT_EQ(lossy.err.find("g.xml: not converted: the result couldn't be read: "), 0U);
-    EXPECT_FALSE(std::filesystem::exists(folder / "out.xml"));
+    const struct {
+        std::u16string document;
+        std::string report;
+    } cases[] = {
+        {u"<\u00E9/>", "f.xml: not converted: the result couldn't be read: "},
+        {u"<a><?p \u00E9>?></a>",
+         "f.xml: not converted: the result would be read otherwise: processingInstruction \"p\": "
+         "data \"é>\" as \"\"\n"},
+    };
+    for (const auto& [document, report] : cases) {
+        file("f.xml", utf16le(u"\uFEFF" + document));
+        const Result lossy = qvox("convert --lossy --to Shift_JIS f.xml -o out.xml");
+        EXPECT_EQ(lossy.status, 1);
+        EXPECT_EQ(lossy.err.substr(0, report.size()), report) << lossy.err;
+        EXPECT_FALSE(std::filesystem::exists(folder / "out.xml"));
+    }
+}
+
+// The letter X may have become a question mark.
+TEST(TreeDifference, NamesTheFirst) {
+    const struct {
+        const char16_t* original;
+        const char16_t* copy;
+        const char* difference;
+    } cases[] = {
+        {u"<a b='1'>x<!--y--><b/><?p q?></a>", u"<a b='1'>x<!--y--><b></b><?p q?></a>", ""},
+        {u"<a/>", u"<b/>", "element \"a\": name \"a\" as \"b\""},
+        {u"<a xmlns='u'/>", u"<a xmlns='v'/>", "element \"a\": namespaceURI \"u\" as \"v\""},
+        {u"<a b='1'/>", u"<a b='2'/>", "attribute \"b\": value \"1\" as \"2\""},
+        {u"<a b='1' c='1'/>", u"<a b='1'/>", "attribute \"c\" as nothing"},
+        {u"<a><b/></a>", u"<a/>", "element \"b\" as nothing"},
+        {u"<a><b/>x</a>", u"<a><b>x</b></a>", "nothing as text"},
+        {u"<a/><!--x-->", u"<a/>", "comment as nothing"},
+        {u"<a>x</a>", u"<a><![CDATA[x]]></a>", "text as cdataSection"},
+        {u"<a><?p x?></a>", u"<a><?q x?></a>",
+         "processingInstruction \"p\": target \"p\" as \"q\""},
+        {u"<a><?p?></a>", u"<a><?p ?></a>", ""},
+        {u"<!DOCTYPE a [<!--x-->]><a/>", u"<!DOCTYPE a []><a/>", ""},
+        {u"<!DOCTYPE a PUBLIC 'p' ''><a/>", u"<!DOCTYPE a SYSTEM ''><a/>",
+         "documentType \"a\": publicId \"p\" as null"},
+        {u"<!DOCTYPE a SYSTEM ''><a/>", u"<!DOCTYPE a><a/>",
+         "documentType \"a\": systemId \"\" as null"},
+        {u"<!DOCTYPE a [<!NOTATION n SYSTEM 's'>]><a/>",
+         u"<!DOCTYPE a [<!NOTATION n SYSTEM 't'>]><a/>", "notation \"n\": systemId \"s\" as \"t\""},
+        {u"<!DOCTYPE a [<!ENTITY e 'x'>]><a/>", u"<!DOCTYPE a [<!ENTITY f 'x'>]><a/>",
+         "entity \"e\": name \"e\" as \"f\""},
+        {u"<!DOCTYPE a [<!ENTITY e 'x'>]><a/>", u"<!DOCTYPE a [<!ENTITY e 'y'>]><a/>",
+         "documentType \"a\": declarations ...\"ENTITY e \\\"x\\\">\\n\" as ...\"ENTITY e "
+         "\\\"y\\\">\\n\""},
+        {u"<!DOCTYPE a [<!ATTLIST a d CDATA ''>]><a/>",
+         u"<!DOCTYPE a [<!ATTLIST a d CDATA ''>]><a d=''/>",
+         "attribute \"d\": defaulted as specified"},
+        {u"<a>X&#x20BB7;X</a>", u"<a>?&#x20BB7;X</a>", ""},
+        {u"<a>X</a>", u"<a>x?</a>", "text: data \"X\" as \"x?\""},
+        {u"<a>?X</a>", u"<a>?</a>", "text: data \"?X\" as \"?\""},
+        {u"<a>0123456789abcdefghijklmnopqrstuvwxyzabcdefghijklmnop</a>", u"<a>0123456789aXcd</a>",
+         "text: data ...\"123456789abcdefghijklmnopqrstuvwxyzabcde\"... as ...\"123456789aXcd\""},
+    };
+    for (const auto& [original, copy, difference] : cases) {
+        const qvox_test::Parsed first(original);
+        const qvox_test::Parsed second(copy);
+        EXPECT_EQ(first_difference(*first.document, *second.document,
+                                   [](char32_t character) { return character == 'X'; }),
+                  difference);
+    }
 }
 
 TEST_F(ConvertTest, BadDocuments) {
@@ -163,6 +294,16 @@ TEST_F(ConvertTest, BadDocuments) {
     file("g.xml", "<a>x&lost;y</a>");
     EXPECT_EQ(qvox("convert --to UTF-8 g.xml"),
               (Result{0, "<a>xy</a>\n", "g.xml:1:5: warning: entity name (lost) not found\n"}));
+    // A pipe fares as a file does, and its copy doesn't stay.
+    EXPECT_EQ(shell("mkdir t; { cat g.xml; echo '<'; } | TMPDIR=t $QVOX convert --to UTF-8 "
+                    "/dev/stdin 2>&1 >/dev/null; ls t"),
+              (Result{0,
+                      "/dev/stdin:1:5: warning: entity name (lost) not found\n"
+                      "/dev/stdin:2:17: /dev/stdin : parse error (<\\n) at line 2, col 17\n",
+                      ""}));
+    const Result uncopied = shell("cat g.xml | TMPDIR=no $QVOX convert --to UTF-8 /dev/stdin");
+    EXPECT_EQ(uncopied.status, 1);
+    EXPECT_EQ(uncopied.err.find("/dev/stdin: no copy of it can be made: "), 0U) << uncopied.err;
 }
 
 TEST_F(ConvertTest, FileNamesAndFailures) {

@@ -1,7 +1,6 @@
 // What is written can be read again: the same tree comes of it.
 #include <algorithm>
 #include <filesystem>
-#include <regex>
 
 #include <gtest/gtest.h>
 
@@ -41,55 +40,48 @@ std::string described(const Parsed& parsed) {
         qvox::DOMParser().freeNode(parsed.document->removeChild(type));
     }
     parsed.document->normalize();
-    const std::string tree = tree_text(parsed.document);
-    return std::regex_replace(tree, std::regex("'\\*"), "'") + '\n' + in_memory(parsed.document);
+    std::string tree = tree_text(parsed.document);
+    while (tree.find("'*") != std::string::npos) tree.erase(tree.find("'*") + 1, 1);
+    return tree + '\n' + in_memory(parsed.document);
 }
 
-// Where the two differ, and how; empty where they don't. Both are long.
-std::string difference(const std::string& a, const std::string& b) {
-    if (a == b) return {};
-    const auto place = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin();
-    const std::size_t start = static_cast<std::size_t>(std::max<std::ptrdiff_t>(place - 20, 0));
-    return a.substr(start, 60) + "\nis not\n" + b.substr(start, 60);
+// Both are long: only where they differ is shown.
+void expect_same(const std::string& read, const std::string& before) {
+    const auto at = std::mismatch(read.begin(), read.end(), before.begin(), before.end());
+    const auto start = static_cast<std::size_t>(at.first - read.begin());
+    EXPECT_TRUE(read == before) << read.substr(start, 60) << "\nis not\n"
+                                << before.substr(start, 60);
 }
 
 // Returns what the parses said on standard output.
 std::string expect_round_trips(const std::string& fileName) {
-    std::string warnings;
-    for (const char* const encoding : OUTPUT_ENCODINGS) {
-        std::string before;
-        std::string asAsked;
-        std::string asDeclared;
-        warnings += output_of([&] {
+    SCOPED_TRACE(fileName);
+    return output_of([&] {
+        for (const char* const encoding : OUTPUT_ENCODINGS) {
             Parsed parsed(fileName.c_str());
             replace_surrogates(parsed.document);
             in_file(parsed.document, encoding);
-            asAsked = described(Parsed("written.xml"));
+            const std::string asAsked = described(Parsed("written.xml"));
             declare(parsed.document, encoding);
             in_file(parsed.document);
-            asDeclared = described(Parsed("written.xml"));
-            before = described(parsed);
-        });
-        EXPECT_EQ(difference(asAsked, before), "") << fileName << ' ' << encoding;
-        EXPECT_EQ(difference(asDeclared, before), "") << fileName << ' ' << encoding;
-    }
-    return warnings;
+            const std::string before = described(parsed);
+            expect_same(asAsked, before);
+            expect_same(described(Parsed("written.xml")), before);
+        }
+    });
 }
 
+// The parts of the last document are read from the working directory. Those of the external subset
+// stand in the output too, and are then read twice, which gives warnings.
 TEST(RoundTrip, ExampleDocuments) {
-    for (const char* const form : {"utf8", "sjis", "eucjp", "iso2022jp", "utf16be", "utf16le",
+    for (const std::string form : {"utf8", "sjis", "eucjp", "iso2022jp", "utf16be", "utf16le",
                                    "utf16be-bom", "utf16le-bom"}) {
-        EXPECT_EQ(expect_round_trips(QVOX_EXAMPLE_DATA "/order-" + std::string(form) + ".xml"), "");
+        EXPECT_EQ(expect_round_trips(QVOX_EXAMPLE_DATA "/order-" + form + ".xml"), "");
     }
-}
-
-// The parts of the document are read from the working directory. Those of the external subset stand
-// in the output too, and are then read twice, which gives warnings.
-TEST(RoundTrip, ExampleWithADocumentType) {
     for (const auto& entry : std::filesystem::directory_iterator(QVOX_EXAMPLE_DATA)) {
-        const std::string name = entry.path().filename().string();
         const std::string type = entry.path().extension().string();
-        if (type == ".dtd" || type == ".ent") write_file(name, read_file(entry.path().string()));
+        if (type != ".dtd" && type != ".ent") continue;
+        write_file(entry.path().filename().string(), read_file(entry.path().string()));
     }
     const std::string warnings = expect_round_trips(QVOX_EXAMPLE_DATA "/order.xml");
     EXPECT_NE(warnings.find("QVOX warning : entity decl name (%"), std::string::npos);
@@ -121,31 +113,24 @@ TEST(RoundTrip, AllCharactersOfShiftJis) {
             if (encoding == std::string("EUC-JP") && text.size() == characters.size()) continue;
             declare(parsed.document, encoding);
             in_file(parsed.document);
-            EXPECT_EQ(difference(described(Parsed("written.xml")), described(parsed)), "")
-                << encoding;
+            expect_same(described(Parsed("written.xml")), described(parsed));
         }
     }
 }
 
 // The limits that the interface names.
 TEST(RoundTrip, WhatCannotBeReadAgain) {
-    const struct {
-        const char* source;
-        const char* written;
-        const char* error;
-    } cases[] = {
-        {"<!DOCTYPE a [<!ENTITY e 'say \"x\"'>]><a>&e;</a>",
-         "<!DOCTYPE a [<!ENTITY e \"say \"x\"\">]><a>say &quot;x&quot;</a>", "parse error"},
-        {"<!DOCTYPE a [<!ATTLIST a b CDATA '\"'>]><a/>",
-         "<!DOCTYPE a [<!ATTLIST a b CDATA \"\"\">]><a b=\"&quot;\"/>", "parse error"},
-        {"<!DOCTYPE a SYSTEM '\"'><a/>", "<!DOCTYPE a SYSTEM \"\"\" []><a/>", "parse error"},
-    };
-    for (const auto& [source, written, error] : cases) {
+    const char* const cases[][2] = {
+        {R"(<!DOCTYPE a [<!ENTITY e '"x"'>]><a>&e;</a>)",
+         R"(<!DOCTYPE a [<!ENTITY e ""x"">]><a>&quot;x&quot;</a>)"},
+        {R"(<!DOCTYPE a [<!ATTLIST a b CDATA '"'>]><a/>)",
+         R"(<!DOCTYPE a [<!ATTLIST a b CDATA """>]><a b="&quot;"/>)"},
+        {R"(<!DOCTYPE a SYSTEM '"'><a/>)", R"(<!DOCTYPE a SYSTEM """ []><a/>)"}};
+    for (const auto& [source, written] : cases) {
         write_file("source.xml", source);
         output_of([] { in_file(Parsed("source.xml").document); });
         EXPECT_EQ(read_file("written.xml"), written);
-        const Outcome outcome = parse_file("written.xml");
-        EXPECT_NE(outcome.message.find(error), std::string::npos) << outcome.message;
+        EXPECT_NE(parse_file("written.xml").message.find("parse error"), std::string::npos);
     }
     Tree tree("a(']]>')");
     EXPECT_EQ(in_file(tree.document), "<a>]]&gt;</a>");

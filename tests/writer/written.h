@@ -47,20 +47,19 @@ inline std::string in_memory(qvox::Document* document) {
     return utf8(std::u16string(units.data()));
 }
 
-// The bytes of a file. A null encoding is that of the overload without one.
+// To a file. A null encoding is that of the overload without one.
+inline void write_as(qvox::Document* document, const char* name, const char* encoding = nullptr) {
+    encoding == nullptr ? qvox::DOMParser().write(document, name)
+                        : qvox::DOMParser().write(document, name, encoding);
+}
+
 inline std::string in_file(qvox::Document* document, const char* encoding = nullptr) {
-    qvox::DOMParser parser;
-    if (encoding == nullptr) {
-        parser.write(document, "written.xml");
-    } else {
-        parser.write(document, "written.xml", encoding);
-    }
+    write_as(document, "written.xml", encoding);
     return read_file("written.xml");
 }
 
 inline std::string on_standard_output(qvox::Document* document) {
-    return output_of(
-        [document] { qvox::DOMParser().write(document, static_cast<const char*>(nullptr)); });
+    return output_of([document] { write_as(document, nullptr); });
 }
 
 }  // namespace qvox_test
