@@ -1,6 +1,7 @@
 // Two threads that read one tree. The preset tsan runs these tests under the thread sanitizer.
 #include <atomic>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -95,6 +96,37 @@ TEST(Threads, ReadWhileAnotherIsParsed) {
             }
         }
     });
+}
+
+// The lock of the document orders changes of the tree, searches, and the end of nodes that the
+// document knows.
+TEST(Threads, SearchWhileAnotherChanges) {
+    Tree tree("r(a(b) 't' 'u' 't' 'u')");
+    Document* const document = tree.document;
+    Node* const root = document->getDocumentElement();
+    std::vector<Node*> loose;
+    std::vector<Node*> texts;
+    for (int i = 0; i < 100; ++i) {
+        loose.push_back(tree.make("a(b)"));
+        texts.push_back(root->appendChild(tree.make("'v'")));
+        static_cast<Element*>(loose.back())->getElementsByTagName("b");
+    }
+    in_two_threads([&](int which) {
+        for (std::size_t i = 0; i < loose.size(); ++i) {
+            if (which == 0) {
+                document->insertBefore(tree.make("!'c'"), root);
+                if (i % 2 == 0) root->appendChild(loose[i]);
+                if (i % 2 != 0) qvox::DOMParser().freeNode(loose[i]);
+                if (i == 50) root->normalize();
+                if (i > 50) qvox::DOMParser().freeNode(texts[i]);
+            } else {
+                EXPECT_GT(document->getElementsByTagName("a")->getLength(), 0);
+                EXPECT_EQ(document->getElementById("i"), nullptr);
+                static_cast<Element*>(root->getFirstChild())->normalize();
+            }
+        }
+    });
+    EXPECT_EQ(document->getElementsByTagName("b")->getLength(), 51);
 }
 
 }  // namespace
