@@ -9,10 +9,11 @@
 /// string that a getter returns by reference lives as long as its node and is valid until that
 /// value changes; names live as long as the document.
 ///
-/// Threads. Each document has a lock of its own, which the operations that change a tree, and
-/// searches, hold; several threads may read one tree at a time, searches and clones included.
-/// Setters of values (setData, setNodeValue and their kin) and the factories take no lock: changes
-/// by them are for the caller to order.
+/// Threads. Each document has a lock of its own, which the operations that change a tree, searches,
+/// copies and the two sibling getters hold; several threads may read one tree at a time, searches
+/// and clones included. The other getters take no lock, and must not meet a change of what they
+/// read. Setters of values (setData, setNodeValue and their kin) and the factories take no lock:
+/// changes by them are for the caller to order.
 ///
 /// Nothing here recurses on the depth of a tree. Running out of memory ends the process with a
 /// report. Offsets and lengths count 16-bit units.

@@ -104,9 +104,15 @@ Node* Node::getFirstChild() const { return Tree::firstChildOf(this); }
 
 Node* Node::getLastChild() const { return Tree::lastChildOf(this); }
 
-Node* Node::getNextSibling() const { return Tree::nextSiblingNoLock(this); }
+Node* Node::getNextSibling() const {
+    const DocumentGuard guard(this);
+    return Tree::nextSiblingNoLock(this);
+}
 
-Node* Node::getPreviousSibling() const { return Tree::previousSiblingNoLock(this); }
+Node* Node::getPreviousSibling() const {
+    const DocumentGuard guard(this);
+    return Tree::previousSiblingNoLock(this);
+}
 
 bool Node::hasChildNodes() const { return children != nullptr && !children->isEmpty(); }
 

@@ -121,6 +121,9 @@ TEST(Threads, SearchWhileAnotherChanges) {
                 if (i > 50) qvox::DOMParser().freeNode(texts[i]);
             } else {
                 EXPECT_GT(document->getElementsByTagName("a")->getLength(), 0);
+                EXPECT_EQ(root->getNextSibling(), nullptr);
+                for (Node* node = root; node != nullptr; node = node->getPreviousSibling()) {
+                }
                 EXPECT_EQ(document->getElementById("i"), nullptr);
                 static_cast<Element*>(root->getFirstChild())->normalize();
             }
