@@ -72,6 +72,14 @@ TEST_F(ConvertTest, ReferencesInUtf8) {
     EXPECT_EQ(qvox("convert --to UTF-8 g.xml"), (Result{0, result, ""}));
 }
 
+TEST_F(ConvertTest, WarnsOfWhatADocumentTypeLoses) {
+    file("f.xml", "<!DOCTYPE a [<!--c--><!ENTITY e ''><?p q?>]><a/>");
+    EXPECT_EQ(qvox("convert --to UTF-8 f.xml"),
+              (Result{0, "<!DOCTYPE a [\n<!ENTITY e \"\">\n]>\n<a/>\n",
+                      "f.xml: warning: comments and processing instructions in the document type "
+                      "are left out (2)\n"}));
+}
+
 // What would be read as something else as itself is written in another form. The tree that is read
 // from the result is the same to the last flag.
 TEST_F(ConvertTest, ComesBackAsItWas) {

@@ -138,6 +138,17 @@ bool comes_back(const Job& job, qvox::Document& original, ResultText& result) {
     return difference.empty();
 }
 
+// A written tree has the declarations of its document type, and nothing else of it.
+void warn_of_losses(const Job& job, const qvox::Document& document) {
+    const qvox::DocumentType* const documentType = document.getDoctype();
+    const int count = documentType != nullptr ? documentType->getChildNodes()->getLength() : 0;
+    if (count == 0) return;
+    complain(job,
+             "warning: comments and processing instructions in the document type are left "
+             "out (" +
+                 std::to_string(count) + ")");
+}
+
 ExitStatus put_into_file(const std::string& name, const std::string& bytes) {
     try {
         std::FILE* const stream = std::fopen(name.c_str(), "wb");
@@ -172,6 +183,7 @@ ExitStatus convert(const Job& job, const SourceFile& source, Output& output) {
         return FILE_FAILED;
     }
     if (!comes_back(job, *document->tree, result)) return FILE_FAILED;
+    warn_of_losses(job, *document->tree);
     document.reset();
     if (!misfits.empty()) complain(job, in_words(count_of(misfits)) + " became ?");
 
