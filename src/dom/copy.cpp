@@ -1,5 +1,6 @@
 #include "dom/copy.h"
 
+#include "dom/arguments.h"
 #include "dom/attr.h"
 #include "dom/character_data.h"
 #include "dom/document.h"
@@ -14,8 +15,6 @@
 namespace qvox {
 
 namespace {
-
-const Unit* units_of(const Xstring& s) { return s.isNull() ? nullptr : s.data(); }
 
 Node* copy_element(const ElementImpl& source, Document* target) {
     auto* copy = new ElementImpl(units_of(source.getNamespaceURI()), units_of(source.getTagName()),

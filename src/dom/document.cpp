@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "dom/arguments.h"
 #include "dom/attr.h"
 #include "dom/character_data.h"
 #include "dom/copy.h"
@@ -9,19 +10,12 @@
 #include "dom/small_nodes.h"
 #include "dom/tag_search.h"
 #include "dom/tree.h"
-#include "text/char_classes.h"
 #include "traversal/node_iterator.h"
 #include "traversal/tree_walker.h"
 
 namespace qvox {
 
 namespace {
-
-const Unit* units_of(const Xstring& s) { return s.isNull() ? nullptr : s.data(); }
-
-void check_name(const Xstring& name, const char* message) {
-    if (!isName(name.data())) throw DOMException(DOMException::INVALID_CHARACTER_ERR, message);
-}
 
 [[noreturn]] void not_supported(const char* message) {
     throw DOMException(DOMException::NOT_SUPPORTED_ERR, message);

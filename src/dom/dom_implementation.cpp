@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "dom/arguments.h"
 #include "dom/document.h"
 #include "dom/document_type.h"
 #include "dom/tree.h"
@@ -20,8 +21,6 @@ struct Feature {
 constexpr Feature FEATURES[] = {
     {"XML", "1.0"}, {"HTML", "1.0"}, {"CORE", "2.0"}, {"Traversal", "2.0"}, {"Range", "2.0"},
 };
-
-const Unit* units_of(const Xstring& s) { return s.isNull() ? nullptr : s.data(); }
 
 }  // namespace
 

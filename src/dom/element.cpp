@@ -1,20 +1,16 @@
 #include "dom/element.h"
 
+#include "dom/arguments.h"
 #include "dom/attr.h"
 #include "dom/document.h"
 #include "dom/tag_search.h"
 #include "dom/tree.h"
-#include "text/char_classes.h"
 
 namespace qvox {
 
 namespace {
 
 DocumentImpl& as_impl(Document* document) { return *static_cast<DocumentImpl*>(document); }
-
-void check_name(const Xstring& name, const char* message) {
-    if (!isName(name.data())) throw DOMException(DOMException::INVALID_CHARACTER_ERR, message);
-}
 
 Xstring local_part(const Xstring& qualifiedName) {
     const Unit* colon = wide_find_unit(qualifiedName.data(), ':');
@@ -26,9 +22,6 @@ Attr* as_attribute(Node* node) {
     const bool isAttribute = node != nullptr && node->getNodeType() == Node::ATTRIBUTE_NODE;
     return isAttribute ? static_cast<Attr*>(node) : nullptr;
 }
-
-// The units of a text, or null for a null string.
-const Unit* units_of(const Xstring& s) { return s.isNull() ? nullptr : s.data(); }
 
 }  // namespace
 
