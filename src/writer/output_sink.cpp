@@ -1,45 +1,52 @@
 #include "writer/output_sink.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
 namespace qvox {
 
+// Units that have a replacement, or nothing: all below 64, with some named more than once.
+struct UnitSet {
+    Unit units[6];
+    std::uint64_t mask = 0;  // the same as bits
+
+    explicit constexpr UnitSet(const char (&symbols)[7]) : units() {
+        for (std::size_t i = 0; i < 6; ++i) {
+            units[i] = static_cast<Unit>(symbols[i]);
+            mask |= std::uint64_t{1} << units[i];
+        }
+    }
+    bool has(Unit unit) const { return ((unit < 64) & (mask >> (unit & 63) & 1)) != 0; }
+};
+
 namespace {
 
-constexpr std::uint64_t set_of(Unit unit) { return std::uint64_t{1} << unit; }
-
-// The replaced units are below this one.
-constexpr Unit SET_END = 64;
-
-bool is_in(Unit unit, std::uint64_t set) {
-    return ((unit < SET_END) & (set >> (unit & (SET_END - 1)) & 1)) != 0;
-}
+constexpr UnitSet ESCAPED("<>&'\"\"");
+constexpr UnitSet ESCAPED_OR_LINE_FEED("<>&'\"\n");
+constexpr UnitSet LINE_FEED("\n\n\n\n\n\n");
 
 // Units that are looked at together.
-constexpr std::ptrdiff_t RUN = 16;
+constexpr std::ptrdiff_t STRETCH = 64;
 
-bool has_low_unit(const Unit* run) {
-    bool isLow = false;
-    for (std::ptrdiff_t i = 0; i < RUN; ++i) isLow |= run[i] < SET_END;
-    return isLow;
-}
-
-// The first unit that is in the set, or the end. Japanese text goes by a run at a time.
-const Unit* find_in(const Unit* unit, const Unit* end, std::uint64_t set) {
-    while (end - unit >= RUN) {
-        const Unit* const runEnd = unit + RUN;
-        if (has_low_unit(unit)) {
-            unit = std::find_if(unit, runEnd, [set](Unit one) { return is_in(one, set); });
-            if (unit != runEnd) return unit;
-        }
-        unit = runEnd;
+// Written so that compilers make vectors of it.
+bool has_any(const Unit* stretch, const UnitSet& set) {
+    const Unit wanted[6] = {set.units[0], set.units[1], set.units[2],
+                            set.units[3], set.units[4], set.units[5]};
+    Unit found = 0;
+    for (std::ptrdiff_t i = 0; i < STRETCH; ++i) {
+        const Unit one = stretch[i];
+        found =
+            static_cast<Unit>(found | (one == wanted[0]) | (one == wanted[1]) | (one == wanted[2]) |
+                              (one == wanted[3]) | (one == wanted[4]) | (one == wanted[5]));
     }
-    return std::find_if(unit, end, [set](Unit one) { return is_in(one, set); });
+    return found != 0;
 }
 
-constexpr std::uint64_t LINE_FEED = set_of('\n');
-constexpr std::uint64_t ESCAPED =
-    set_of('<') | set_of('>') | set_of('&') | set_of('\'') | set_of('"');
+const Unit* find_in(const Unit* unit, const Unit* end, const UnitSet& set) {
+    while (end - unit >= STRETCH && !has_any(unit, set)) unit += STRETCH;
+    return std::find_if(unit, end, [&set](Unit one) { return set.has(one); });
+}
 
 std::string_view replacement_of(Unit unit) {
     switch (unit) {
@@ -55,7 +62,7 @@ std::string_view replacement_of(Unit unit) {
 }  // namespace
 
 OutputSink::OutputSink(OutputTarget& outputTarget, LineFeeds lineFeeds)
-    : target(outputTarget), lineFeed(lineFeeds == WITH_CR ? LINE_FEED : 0), block(BLOCK_SIZE) {}
+    : target(outputTarget), lineFeedsGetCr(lineFeeds == WITH_CR), block(BLOCK_SIZE) {}
 
 void OutputSink::markup(std::string_view ascii) {
     while (!ascii.empty()) {
@@ -71,16 +78,18 @@ void OutputSink::unit(Unit one) {
     block[filled++] = one;
 }
 
-void OutputSink::text(const Xstring& text) { put(text, lineFeed); }
+void OutputSink::text(const Xstring& text) { put(text, lineFeedsGetCr ? &LINE_FEED : nullptr); }
 
-void OutputSink::escapedText(const Xstring& text) { put(text, ESCAPED | lineFeed); }
+void OutputSink::escapedText(const Xstring& text) {
+    put(text, lineFeedsGetCr ? &ESCAPED_OR_LINE_FEED : &ESCAPED);
+}
 
-void OutputSink::put(const Xstring& text, UnitSet replaced) {
+void OutputSink::put(const Xstring& text, const UnitSet* replaced) {
     const Unit* unit = text.data();
     const Unit* const end = unit + text.length();
     while (unit != end) {
         const Unit* const stop = unit + std::min(static_cast<std::size_t>(end - unit), room());
-        const Unit* const found = find_in(unit, stop, replaced);
+        const Unit* const found = replaced != nullptr ? find_in(unit, stop, *replaced) : stop;
         std::copy(unit, found, block.data() + filled);
         filled += static_cast<std::size_t>(found - unit);
         unit = found;

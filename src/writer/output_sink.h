@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -13,6 +12,8 @@
 #include "writer/output_target.h"
 
 namespace qvox {
+
+struct UnitSet;  // which units of a text have replacements
 
 class OutputSink {
 public:
@@ -36,15 +37,13 @@ public:
     void flush();
 
 private:
-    using UnitSet = std::uint64_t;  // of units below 64
-
     static constexpr std::size_t BLOCK_SIZE = 16384;
 
-    void put(const Xstring& text, UnitSet replaced);
+    void put(const Xstring& text, const UnitSet* replaced);
     std::size_t room();
 
     OutputTarget& target;
-    const UnitSet lineFeed;  // the line feed if it has a replacement, or nothing
+    const bool lineFeedsGetCr;
     std::size_t filled = 0;
     std::vector<Unit> block;
 };

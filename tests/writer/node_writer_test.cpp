@@ -88,5 +88,22 @@ TEST(NodeWriter, Indented) {
     EXPECT_EQ(on_standard_output(Parsed(u"<a>\u3042\u00E9</a>").document), "\n<a>\x82\xA0?</a>\n");
 }
 
+// Long texts are looked at a stretch at a time.
+TEST(NodeWriter, ReplacementsWhereverTheyStand) {
+    const std::string replaced[][2] = {{"<", "&lt;"},   {">", "&gt;"},    {"&", "&amp;"},
+                                       {"'", "&apos;"}, {"\"", "&quot;"}, {"\n", "\r\n"}};
+    const Tree tree("a('x')");
+    qvox::Node* const text = tree.document->getDocumentElement()->getFirstChild();
+    for (const auto& [symbol, replacement] : replaced) {
+        for (std::size_t at = 0; at < 130; ++at) {
+            const std::string before(at, 'b');
+            const std::string behind(at % 3 * 40, '=');
+            text->setNodeValue((before + symbol + behind).c_str());
+            EXPECT_EQ(on_standard_output(tree.document),
+                      "\n<a>" + before + replacement + behind + "</a>\n");
+        }
+    }
+}
+
 }  // namespace
 }  // namespace qvox_test
