@@ -13,7 +13,7 @@ struct UnitSet {
 
     explicit constexpr UnitSet(const char (&symbols)[7]) : units() {
         for (std::size_t i = 0; i < 6; ++i) {
-            units[i] = static_cast<Unit>(symbols[i]);
+            units[i] = static_cast<unsigned char>(symbols[i]);
             mask |= std::uint64_t{1} << units[i];
         }
     }

@@ -29,6 +29,7 @@ TEST(Xstring, States) {
         {Xstring(nullNarrow), "-", 0},
         {Xstring(static_cast<const unsigned char*>(nullptr)), "-", 0},
         {Xstring(nullWide), "-", 0},
+        {Xstring(nullWide, 3), "-", 0},
         {Xstring::Null, "-", 0},
         {Xstring(""), "''", 0},
         {Xstring(units + 6), "''", 0},
@@ -47,9 +48,17 @@ TEST(Xstring, States) {
     EXPECT_TRUE(bulk.isBulk() && !bulk.isNull());
     EXPECT_EQ(bulk.length(), 8);
     EXPECT_EQ(bulk.data(), units);
-    Xstring from("x");
-    const Xstring moved(std::move(from));
-    EXPECT_TRUE(moved == "x");
+    EXPECT_TRUE(Xstring(units, -1).isBulk() && Xstring(units, -1).length() == 0);
+
+    Xstring itself(units + 7, 1);
+    const Xstring& same = itself;
+    itself = same;
+    EXPECT_TRUE(itself == "d" && !itself.isBulk());
+    for (const bool lent : {false, true}) {
+        Xstring from = lent ? Xstring(units + 7, 1) : Xstring("d");
+        const Xstring moved(std::move(from));
+        EXPECT_TRUE(moved == "d" && moved.isBulk() == lent);
+    }
 }
 
 TEST(Xstring, AssignAndAppend) {
@@ -82,15 +91,14 @@ TEST(Xstring, AssignAndAppend) {
         {[&](Xstring& s) { s += s; }, "-", "'tt'", "'cc'"},
         {[&](Xstring& s) { s += s.data(); }, "''", "'tt'", "'cc'"},
     };
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        const auto result = [&](const Xstring& before, bool borrow) {
-            Xstring text = borrow ? Xstring(units + 5, 1) : before;
-            cases[i].change(text);
+    for (const auto& [change, ofNull, ofText, ofBulk] : cases) {
+        const auto result = [&change = change](Xstring text) {
+            change(text);
             return quoted(text);
         };
-        EXPECT_EQ(result(null, false), cases[i].ofNull) << i;
-        EXPECT_EQ(result("t", false), cases[i].ofText) << i;
-        EXPECT_EQ(result(null, true), cases[i].ofBulk) << i;
+        EXPECT_EQ(result(null), ofNull) << ofText;
+        EXPECT_EQ(result("t"), ofText);
+        EXPECT_EQ(result(Xstring(units + 5, 1)), ofBulk);
     }
     EXPECT_EQ(quoted(x + bulk), "'xb\\rc'");
     EXPECT_EQ(quoted(null + null), "-");
@@ -119,19 +127,15 @@ TEST(Xstring, Conversions) {
         for (const char16_t* unit = test.text; *unit != 0; ++unit) text += *unit;
         std::string buffer(static_cast<std::size_t>(2 * text.length() + 1), 'x');
         auto* const bytes = reinterpret_cast<unsigned char*>(buffer.data());
-        const auto expect = [](const void* result, const char* expected) {
-            EXPECT_STREQ(static_cast<const char*>(result), expected);
+        const auto expect = [](const char* expected, const void* own, const void* given) {
+            EXPECT_STREQ(static_cast<const char*>(own), expected);
+            EXPECT_STREQ(static_cast<const char*>(given), expected);
         };
-        expect(text.ascii_str(), test.ascii);
-        expect(text.ascii_str(buffer.data()), test.ascii);
-        expect(text.sjis_str(), test.sjis);
-        expect(text.sjis_str(bytes), test.sjis);
-        expect(text.os_str(), test.sjis);
-        expect(text.os_str(bytes), test.sjis);
-        expect(text.euc_str(), test.euc);
-        expect(text.euc_str(bytes), test.euc);
-        expect(text.jis_str(), test.jis);
-        expect(text.jis_str(buffer.data()), test.jis);
+        expect(test.ascii, text.ascii_str(), text.ascii_str(buffer.data()));
+        expect(test.sjis, text.sjis_str(), text.sjis_str(bytes));
+        expect(test.sjis, text.os_str(), text.os_str(bytes));
+        expect(test.euc, text.euc_str(), text.euc_str(bytes));
+        expect(test.jis, text.jis_str(), text.jis_str(buffer.data()));
         EXPECT_EQ(buffer, test.jis + buffer.substr(std::strlen(test.jis)));
         std::ostringstream stream;
         stream << text;
@@ -159,30 +163,19 @@ TEST(Xstring, Parts) {
         EXPECT_EQ(quoted(Xstring().substr(test.start, test.count)), "''");
     }
     const auto none = static_cast<unsigned int>(-1);
-    EXPECT_EQ(Xstring("xz\x82\xA0xy").find("\x82\xA0x"), 2u);
-    EXPECT_EQ(Xstring("xxy").find("xy"), 1u);
-    EXPECT_EQ(Xstring("x").find(""), 0u);
-    EXPECT_EQ(Xstring().find(""), 0u);
-    EXPECT_EQ(Xstring().find("a"), none);
+    const struct {
+        Xstring text;
+        const char* part;
+        unsigned int place;
+    } finds[] = {{"xz\x82\xA0xy", "\x82\xA0x", 2},
+                 {"xxy", "xy", 1},
+                 {"x", "", 0},
+                 {{}, "", 0},
+                 {{}, "a", none},
+                 {"a", nullptr, 0}};
+    for (const auto& [text, part, place] : finds) EXPECT_EQ(text.find(part), place);
     EXPECT_EQ(Xstring(abcd, 3).find("cd"), none);
     EXPECT_EQ(Xstring(abcd, 3).find("bc"), 1u);
-}
-
-TEST(Xstring, OddArguments) {
-    const unsigned short ab[] = {'a', 'b', 0};
-    EXPECT_EQ(Xstring("a").find(nullptr), 0u);
-    EXPECT_TRUE(Xstring(ab, -1).isBulk() && Xstring(ab, -1).length() == 0);
-    EXPECT_TRUE(Xstring(static_cast<const unsigned short*>(nullptr), 3).isNull());
-
-    Xstring itself(ab, 2);
-    const Xstring& same = itself;
-    itself = same;
-    EXPECT_EQ(quoted(itself), "'ab'");
-    EXPECT_FALSE(itself.isBulk());
-
-    Xstring lent(ab, 2);
-    const Xstring moved(std::move(lent));
-    EXPECT_TRUE(moved.isBulk() && moved == "ab");
 }
 
 TEST(Xstring, Comparison) {

@@ -40,7 +40,7 @@ TEST_F(ConvertTest, DeclaresTheEncoding) {
             << declaration << target;
         EXPECT_EQ(qvox("convert f.xml --to " + std::string(target) + " -o out.xml"),
                   (Result{0, "", ""}));
-        EXPECT_EQ(contents_of(folder / "out.xml"), result);
+        EXPECT_EQ(contents_of("out.xml"), result);
         EXPECT_EQ(qvox("check out.xml"), (Result{0, "", ""}));
     }
 }
@@ -83,10 +83,7 @@ TEST_F(ConvertTest, WarnsOfWhatADocumentTypeLoses) {
 // What would be read as something else as itself is written in another form. The tree that is read
 // from the result is the same to the last flag.
 TEST_F(ConvertTest, ComesBackAsItWas) {
-    const struct {
-        const char* document;
-        const char* result;
-    } cases[] = {
+    const char* const cases[][2] = {
         {"<a b='\t'>x&#13;\n&#13;&#10;&#9;<!---->&#13;</a>",
          "<a b=\" \">x&#xD;\n&#xD;\n\t<!---->&#xD;</a>"},
         // Defaults
@@ -191,54 +188,51 @@ TEST_F(ConvertTest, RefusesWhatDoesNotFit) {
         "lines 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, ...\n");
 }
 
-TEST_F(ConvertTest, Lossy) {
-    file("f.xml", utf16le(u"\uFEFF<a b='\u00E9'>\u8868\u00E9&#x20BB7;<!--\u00E9--></a>"));
-    file("h.xml", utf16le(u"\uFEFF<a b='\u00A5'>\u203E\u301C</a>"));
-    const struct {
-        const char* target;
-        std::string result;
-        const char* report;
-    } cases[] = {
-        {"Shift_JIS",
-         "<?xml version=\"1.0\" encoding=\"Shift_JIS\"?>\r\n"
-         "<a b=\"?\">\x95\x5C?\?<!--?--></a>\r\n",
-         "f.xml: 4 characters became ?\n"},
-        {"UTF-8", "<a b=\"&#xE9;\">\xE8\xA1\xA8&#xE9;&#x20BB7;<!--?--></a>\n",
-         "f.xml: 1 character became ?\n"},
-        {"UTF-16", utf16le(u"\uFEFF<a b=\"\u00E9\">\u8868\u00E9?<!--\u00E9--></a>\r\n"),
-         "f.xml: 1 character became ?\n"},
-    };
-    for (const auto& [target, result, report] : cases) {
-        EXPECT_EQ(qvox("convert --lossy f.xml --to " + std::string(target)),
-                  (Result{0, result, report}));
-    }
-    EXPECT_EQ(qvox("convert --lossy h.xml --to EUC-JP"),
-              (Result{0,
-                      "<?xml version=\"1.0\" encoding=\"EUC-JP\"?>\r\n"
-                      "<a b=\"?\">?\xA1\xC1</a>\r\n",
-                      "h.xml: 2 characters became ?\n"}));
-    file("g.xml", utf16le(u"\uFEFF<a>\u8868</a>"));
-    EXPECT_EQ(qvox("convert --lossy --to UTF-8 g.xml"), (Result{0, "<a>\xE8\xA1\xA8</a>\n", ""}));
-}
-
 // A result that the parsers refuse, or read as another document, doesn't come into being.
-TEST_F(ConvertTest, RefusesWhatCouldNotBeReadAgain) {
+TEST_F(ConvertTest, Lossy) {
+    const std::u16string mixed = u"<a b='\u00E9'>\u8868\u00E9&#x20BB7;<!--\u00E9--></a>";
     const struct {
         std::u16string document;
-        std::string report;
+        const char* target;
+        Result result;
     } cases[] = {
-        {u"<\u00E9/>", "f.xml: not converted: the result couldn't be read: "},
+        {mixed,
+         "Shift_JIS",
+         {0,
+          "<?xml version=\"1.0\" encoding=\"Shift_JIS\"?>\r\n"
+          "<a b=\"?\">\x95\x5C?\?<!--?--></a>\r\n",
+          "f.xml: 4 characters became ?\n"}},
+        {mixed,
+         "UTF-8",
+         {0, "<a b=\"&#xE9;\">\xE8\xA1\xA8&#xE9;&#x20BB7;<!--?--></a>\n",
+          "f.xml: 1 character became ?\n"}},
+        {mixed,
+         "UTF-16",
+         {0, utf16le(u"\uFEFF<a b=\"\u00E9\">\u8868\u00E9?<!--\u00E9--></a>\r\n"),
+          "f.xml: 1 character became ?\n"}},
+        {u"<a b='\u00A5'>\u203E\u301C</a>",
+         "EUC-JP",
+         {0,
+          "<?xml version=\"1.0\" encoding=\"EUC-JP\"?>\r\n"
+          "<a b=\"?\">?\xA1\xC1</a>\r\n",
+          "f.xml: 2 characters became ?\n"}},
+        {u"<a>\u8868</a>", "UTF-8", {0, "<a>\xE8\xA1\xA8</a>\n", ""}},
         {u"<a><?p \u00E9>?></a>",
-         "f.xml: not converted: the result would be read otherwise: processingInstruction \"p\": "
-         "data \"é>\" as \"\"\n"},
+         "Shift_JIS",
+         {1, "",
+          "f.xml: not converted: the result would be read otherwise: processingInstruction \"p\": "
+          "data \"é>\" as \"\"\n"}},
     };
-    for (const auto& [document, report] : cases) {
+    for (const auto& [document, target, result] : cases) {
         file("f.xml", utf16le(u"\uFEFF" + document));
-        const Result lossy = qvox("convert --lossy --to Shift_JIS f.xml -o out.xml");
-        EXPECT_EQ(lossy.status, 1);
-        EXPECT_EQ(lossy.err.substr(0, report.size()), report) << lossy.err;
-        EXPECT_FALSE(std::filesystem::exists(folder / "out.xml"));
+        EXPECT_EQ(qvox("convert --lossy f.xml --to " + std::string(target)), result);
     }
+    file("f.xml", utf16le(u"\uFEFF<\u00E9/>"));
+    const Result unreadable = qvox("convert --lossy --to Shift_JIS f.xml -o out.xml");
+    const std::string report = "f.xml: not converted: the result couldn't be read: ";
+    EXPECT_EQ(unreadable.err.substr(0, report.size()), report);
+    EXPECT_EQ(unreadable.status, 1);
+    EXPECT_FALSE(std::filesystem::exists(folder / "out.xml"));
 }
 
 // The letter X may have become a question mark.
@@ -290,18 +284,38 @@ TEST(TreeDifference, NamesTheFirst) {
     }
 }
 
-TEST_F(ConvertTest, BadDocuments) {
+TEST_F(ConvertTest, BadDocumentsAndFailures) {
     file("f.xml", "<a>\n  <b></a>");
-    EXPECT_EQ(qvox("convert --to UTF-8 f.xml"),
-              (Result{1, "", "f.xml:2:9: end tag (a) not match to start tag (b)\n"}));
-    EXPECT_EQ(qvox("convert --to UTF-8 missing.xml"),
-              (Result{1, "", "missing.xml: file (missing.xml) cannot open\n"}));
-    EXPECT_EQ(qvox("format f.xml"),
-              (Result{1, "", "f.xml:2:9: end tag (a) not match to start tag (b)\n"}));
-    // What stands for nothing is missing in the result.
     file("g.xml", "<a>x&lost;y</a>");
-    EXPECT_EQ(qvox("convert --to UTF-8 g.xml"),
-              (Result{0, "<a>xy</a>\n", "g.xml:1:5: warning: entity name (lost) not found\n"}));
+    file("[a]", "<a/>");
+    const struct {
+        const char* arguments;
+        Result result;
+    } cases[] = {
+        {"convert --to UTF-8 f.xml",
+         {1, "", "f.xml:2:9: end tag (a) not match to start tag (b)\n"}},
+        {"convert --to UTF-8 missing.xml",
+         {1, "", "missing.xml: file (missing.xml) cannot open\n"}},
+        {"format f.xml", {1, "", "f.xml:2:9: end tag (a) not match to start tag (b)\n"}},
+        // What stands for nothing is missing in the result.
+        {"convert --to UTF-8 g.xml",
+         {0, "<a>xy</a>\n", "g.xml:1:5: warning: entity name (lost) not found\n"}},
+        {"convert --to UTF-16 '[a]' -o '[b]'", {0, "", ""}},
+        {"convert --to UTF-8 '[b]' --output='[b]'", {0, "", ""}},
+        {"convert --to UTF-8 '[a]' -o no/such", {2, "", "no/such: No such file or directory\n"}},
+        {"convert --to UTF-8 '[a]' -o /dev/full", {2, "", "/dev/full: No space left on device\n"}},
+        {"convert --to UTF-8 '[a]' >/dev/full",
+         {2, "", "qvox: cannot write to standard output: No space left on device\n"}},
+        {"format '[a]' >/dev/full",
+         {2, "", "qvox: cannot write to standard output: No space left on device\n"}},
+    };
+    for (const auto& [arguments, result] : cases) EXPECT_EQ(qvox(arguments), result) << arguments;
+    EXPECT_EQ(contents_of("[b]"), "<a/>\n");
+    for (const char* const arguments :
+         {"convert '[a]'", "convert --to ISO-2022-JP '[a]'", "convert --to UTF-8",
+          "convert --to UTF-8 '[a]' '[b]'", "format", "format --to UTF-8 '[a]'"}) {
+        EXPECT_EQ(qvox(arguments).status, 2) << arguments;
+    }
     // A pipe fares as a file does, and its copy doesn't stay.
     EXPECT_EQ(shell("mkdir t; { cat g.xml; echo '<'; } | TMPDIR=t $QVOX convert --to UTF-8 "
                     "/dev/stdin 2>&1 >/dev/null; ls t"),
@@ -312,29 +326,6 @@ TEST_F(ConvertTest, BadDocuments) {
     const Result uncopied = shell("cat g.xml | TMPDIR=no $QVOX convert --to UTF-8 /dev/stdin");
     EXPECT_EQ(uncopied.status, 1);
     EXPECT_EQ(uncopied.err.find("/dev/stdin: no copy of it can be made: "), 0U) << uncopied.err;
-}
-
-TEST_F(ConvertTest, FileNamesAndFailures) {
-    file("[a]", "<a/>");
-    EXPECT_EQ(qvox("convert --to UTF-16 '[a]' -o '[b]'"), (Result{0, "", ""}));
-    EXPECT_EQ(contents_of(folder / "[b]"), utf16le(u"\uFEFF<a/>\r\n"));
-    EXPECT_EQ(qvox("convert --to UTF-8 '[b]' --output='[b]'"), (Result{0, "", ""}));
-    EXPECT_EQ(contents_of(folder / "[b]"), "<a/>\n");
-
-    EXPECT_EQ(qvox("convert --to UTF-8 '[a]' -o no/such"),
-              (Result{2, "", "no/such: No such file or directory\n"}));
-    EXPECT_EQ(qvox("convert --to UTF-8 '[a]' -o /dev/full"),
-              (Result{2, "", "/dev/full: No space left on device\n"}));
-    for (const char* const command : {"convert --to UTF-8 '[a]'", "format '[a]'"}) {
-        EXPECT_EQ(
-            shell("$QVOX " + std::string(command) + " >/dev/full"),
-            (Result{2, "", "qvox: cannot write to standard output: No space left on device\n"}));
-    }
-    for (const char* const arguments :
-         {"convert '[a]'", "convert --to ISO-2022-JP '[a]'", "convert --to UTF-8",
-          "convert --to UTF-8 '[a]' '[b]'", "format", "format --to UTF-8 '[a]'"}) {
-        EXPECT_EQ(qvox(arguments).status, 2) << arguments;
-    }
 }
 
 // The tree of each example stays what it is, but for the declaration, and for one character that
@@ -360,10 +351,7 @@ TEST_F(ConvertTest, ExamplesComeBack) {
 }
 
 TEST_F(ConvertTest, Format) {
-    const struct {
-        const char* document;
-        const char* result;
-    } cases[] = {
+    const char* const cases[][2] = {
         {"<a/>", "<a/>\n"},
         {"<?xml version='1.0' encoding='Shift_JIS'?><a><b><c>\x95\x5C</c><d/></b><!--e--></a>",
          "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\n  <b>\n    <c>表</c>\n    <d/>\n  </b>\n"

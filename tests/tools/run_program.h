@@ -3,12 +3,13 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <ostream>
 #include <string>
 #include <sys/wait.h>
 
 #include <gtest/gtest.h>
+
+#include "support/recorder.h"
 
 struct Result {
     int status;
@@ -26,12 +27,6 @@ inline std::ostream& operator<<(std::ostream& stream, const Result& result) {
                   << result.err << "---";
 }
 
-inline std::string contents_of(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    EXPECT_TRUE(stream) << file;
-    return std::string(std::istreambuf_iterator<char>(stream), {});
-}
-
 class ProgramTest : public testing::Test {
 protected:
     ProgramTest() {
@@ -42,7 +37,10 @@ protected:
     ~ProgramTest() override { std::filesystem::remove_all(folder); }
 
     void file(const std::string& name, const std::string& bytes) const {
-        std::ofstream(folder / name, std::ios::binary) << bytes;
+        qvox_test::write_file((folder / name).string(), bytes);
+    }
+    std::string contents_of(const std::string& name) const {
+        return qvox_test::read_file((folder / name).string());
     }
 
     // Runs a shell script in which $QVOX is the program and $DATA the folder of the examples.
@@ -51,11 +49,20 @@ protected:
         const std::string command =
             "cd '" + folder.string() + "' && sh ./.script >.out 2>.err </dev/null";
         const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents_of(folder / ".out"),
-                contents_of(folder / ".err")};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents_of(".out"),
+                contents_of(".err")};
     }
 
     Result qvox(const std::string& arguments) const { return shell("exec $QVOX " + arguments); }
+
+    // What a command of the program writes about a good document.
+    std::string told(const std::string& command, const std::string& document) const {
+        file("f.xml", document);
+        const Result result = qvox(command + " f.xml");
+        EXPECT_EQ(result.status, 0) << document;
+        EXPECT_EQ(result.err, "") << document;
+        return result.out;
+    }
 
     std::filesystem::path folder;
 };
