@@ -296,6 +296,7 @@ TEST(Range, SurroundContents) {
         {"a(!'x<y>z' e)", "r surroundContents e", "DOM 3 start container can't be split"},
         {"a(#(< 'x' b 'y' > c))", "r surroundContents b", "> /(a(#(< b('x' b 'y') > c)))"},
         {"a(#(< 'x' > b))", "r surroundContents b", "DOM 8 ref child node not found"},
+        {"a(#(< n) y(b > c))", "r surroundContents n", "DOM 8 ref child node not found"},
     });
 }
 
