@@ -11,7 +11,7 @@ namespace qvox {
 
 namespace {
 
-constexpr unsigned FIRST_ARRAY = 4;
+constexpr std::size_t FIRST_ARRAY = 4;
 constexpr std::size_t SLOT_SIZE = sizeof(void*);
 
 }  // namespace
@@ -49,7 +49,8 @@ void NodeCollection::freeSlots() {
 
 // Makes `count` slots behind the nodes free ones.
 void NodeCollection::reserveMore(std::size_t count) {
-    if (last + count > capacity) reserve(std::max(2 * std::size_t{capacity}, last + count));
+    if (last + count <= capacity) return;
+    reserve(std::max({2 * std::size_t{capacity}, FIRST_ARRAY, last + count}));
 }
 
 // Makes `count` slots in front of the nodes free ones, and some more where there is to be moved, so
@@ -73,7 +74,7 @@ void NodeCollection::growBack() {
         for (unsigned i = 0; i + gap < last; ++i) moveTo(i, items[i + gap]);
         last -= gap;
     } else {
-        reserve(std::max(2 * capacity, FIRST_ARRAY));
+        reserveMore(1);
     }
 }
 

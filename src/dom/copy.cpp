@@ -20,13 +20,14 @@ Node* copy_element(const ElementImpl& source, Document* target) {
     auto* copy = new ElementImpl(units_of(source.getNamespaceURI()), units_of(source.getTagName()),
                                  source.hasAttributes(), target);
     const NamedNodeMapImpl& attributes = source.attributeMap();
-    NamedNodes copies;
+    if (attributes.isEmpty()) return copy;
+    MapFiller filler(copy->ownAttributeMap(), attributes.size());
     for (std::size_t i = 0; i < attributes.size(); ++i) {
         if (attributes.at(i)->getNodeType() != Node::ATTRIBUTE_NODE) continue;
         Attr* attribute = copy_attribute(static_cast<Attr*>(attributes.at(i)), copy, target);
-        copies.put(attribute->getName().data(), attribute);
+        filler.put(attribute->getName().data(), attribute);
     }
-    if (!copies.isEmpty()) copies.moveTo(copy->ownAttributeMap());
+    filler.finish();
     return copy;
 }
 

@@ -88,11 +88,13 @@ bool ElementImpl::hasAttributeNS(const Xstring& namespaceURI, const Xstring& loc
 }
 
 NodeList* ElementImpl::getElementsByTagName(const Xstring& tagName) {
+    const DocumentGuard guard(this);
     return search_tag_name(*this, this, tagName);
 }
 
 NodeList* ElementImpl::getElementsByTagNameNS(const Xstring& namespaceURI,
                                               const Xstring& localName) {
+    const DocumentGuard guard(this);
     return search_tag_name_ns(*this, this, namespaceURI, localName);
 }
 

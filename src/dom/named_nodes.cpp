@@ -14,6 +14,14 @@ void NamedNodes::put(const Unit* name, Node* node) {
     nodes.push_back(node);
 }
 
+void MapFiller::put(const Unit* name, Node* node) {
+    if (hasFew) {
+        Tree::destroy(map.putItem(node, false));
+    } else {
+        nodes.put(name, node);
+    }
+}
+
 void NamedNodes::moveTo(NamedNodeMapImpl& map) {
     for (Node* node : nodes) {
         if (node != nullptr) map.append(node, NodeCollection::NO_PARENT);

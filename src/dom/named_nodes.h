@@ -2,6 +2,7 @@
 // name and stands at the end. A map by itself would search all its nodes for each one.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <vector>
 
@@ -27,6 +28,28 @@ public:
 private:
     std::vector<Node*> nodes;  // null where one has been replaced
     std::map<const Unit*, std::size_t, WideLess> places;
+};
+
+// Fills a map with `count` nodes, of which the first few are searched for by the map itself: that
+// is faster than an index, and most elements have no more.
+class MapFiller {
+public:
+    MapFiller(NamedNodeMapImpl& filledMap, std::size_t count)
+        : map(filledMap), hasFew(count <= FEW) {}
+    MapFiller(const MapFiller&) = delete;
+    MapFiller& operator=(const MapFiller&) = delete;
+
+    // As NamedNodes has it.
+    void put(const Unit* name, Node* node);
+    // Behind the last node.
+    void finish() { nodes.moveTo(map); }
+
+private:
+    static constexpr std::size_t FEW = 16;
+
+    NamedNodeMapImpl& map;
+    const bool hasFew;
+    NamedNodes nodes;
 };
 
 }  // namespace qvox

@@ -77,7 +77,6 @@ void match_id(TreeVisit& visit) {
 }  // namespace
 
 NodeList* search_tag_name(Node& context, Node* root, const Xstring& name) {
-    const DocumentGuard guard(&context);
     TreeVisit visit;
     visit.pre = match_name;
     visit.first = name;
@@ -86,7 +85,6 @@ NodeList* search_tag_name(Node& context, Node* root, const Xstring& name) {
 
 NodeList* search_tag_name_ns(Node& context, Node* root, const Xstring& namespaceURI,
                              const Xstring& localName) {
-    const DocumentGuard guard(&context);
     TreeVisit visit;
     visit.pre = match_name_ns;
     visit.first = namespaceURI;

@@ -1,4 +1,4 @@
-// Searches for elements by name.
+// Searches for elements. The caller holds the lock of the document.
 #pragma once
 
 #include <qvox/dom.h>

@@ -23,9 +23,6 @@ namespace tree {
 
 namespace {
 
-// Beyond this number of attributes an index finds the repeated names.
-constexpr std::size_t FEW_ATTRIBUTES = 16;
-
 constexpr Unit XML_TARGET[] = {'x', 'm', 'l', 0};
 
 // A node whose end hasn't been read.
@@ -86,18 +83,11 @@ AttrImpl* new_attribute(const AttributeRecord& record, ElementImpl* element) {
 
 // A later attribute of the same name takes the place of an earlier one, at the end.
 void add_attributes(ElementImpl* element, const TagRecord& tag) {
-    NamedNodeMapImpl& map = element->ownAttributeMap();
-    if (tag.attributes.size() <= FEW_ATTRIBUTES) {
-        for (const AttributeRecord& record : tag.attributes) {
-            Tree::destroy(map.putItem(new_attribute(record, element), false));
-        }
-        return;
-    }
-    NamedNodes attributes;
+    MapFiller filler(element->ownAttributeMap(), tag.attributes.size());
     for (const AttributeRecord& record : tag.attributes) {
-        attributes.put(record.qName, new_attribute(record, element));
+        filler.put(record.qName, new_attribute(record, element));
     }
-    attributes.moveTo(map);
+    filler.finish();
 }
 
 void add_pseudo_attribute(Xstring& data, const char* name, const Unit* value) {
