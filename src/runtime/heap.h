@@ -1,5 +1,5 @@
-// The heap of a parse: a bump allocator over large blocks. Nothing is freed piece by piece; all of
-// it goes at once when the parse ends.
+// The heaps of a parse: bump allocators over large blocks. Nothing is freed piece by piece; all of
+// a heap goes at once, that of the whole parse when the parse ends.
 #pragma once
 
 #include <cstddef>

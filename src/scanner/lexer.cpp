@@ -1,6 +1,7 @@
 #include "scanner/lexer.h"
 
 #include "input/level_events.h"
+#include "runtime/heap.h"
 #include "runtime/report.h"
 #include "scanner/literals.h"
 #include "scanner/recent_names.h"
@@ -126,7 +127,7 @@ void scan_name() {
     terminated_token();
 }
 
-void token_copy() { tokenValue = copy_token(0); }
+void token_copy() { tokenValue = halloc_copy(parseHeap, tokenText, tokenLen); }
 
 void token_lend() {
     terminated_token();

@@ -1,7 +1,6 @@
 #include "scanner/token_buffer.h"
 
 #include "runtime/allocation.h"
-#include "runtime/heap.h"
 
 namespace qvox {
 
@@ -34,10 +33,6 @@ void token_buffer_destroy() {
 void grow_token_buffer() {
     tokenText = static_cast<Unit*>(qvox_realloc(tokenText, bytes_for(2 * tokenCap)));
     tokenCap *= 2;
-}
-
-Unit* copy_token(std::size_t offset) {
-    return halloc_copy(parseHeap, tokenText + offset, tokenLen - offset);
 }
 
 }  // namespace qvox

@@ -45,7 +45,4 @@ inline const Unit* terminated_token() {
     return tokenText;
 }
 
-// A copy of the text from the unit `offset` on, on the parse heap.
-Unit* copy_token(std::size_t offset);
-
 }  // namespace qvox
