@@ -13,6 +13,7 @@ class Document;
 class DOMImplementation;
 class Node;
 class NodeList;
+class Parse;
 class ParserImpl;
 
 /// \name Features
@@ -33,6 +34,14 @@ inline constexpr const char* FEATURE_EXTERNAL_GENERAL_ENTITIES =
 /// \copydoc FEATURE_EXTERNAL_GENERAL_ENTITIES
 inline constexpr const char* FEATURE_EXTERNAL_PARAMETER_ENTITIES =
     "http://xml.org/sax/features/external-parameter-entities";
+/// Whether files other than the document are opened: external subsets and entities; true at first.
+/// While false, a reference to one is a warning, as with a file that can't be opened. A program
+/// that takes documents from strangers sets it to false: a document names the files that are opened
+/// for it, with this program's rights. (Our own.)
+inline constexpr const char* FEATURE_EXTERNAL_FILES = "urn:qvox:features:external-files";
+/// Whether this parser's parses run beside all others, without the process-wide lock; false at
+/// first. Such a parse may be started from a handler of another parser's parse. (Our own.)
+inline constexpr const char* FEATURE_CONCURRENT = "urn:qvox:features:concurrent";
 /// @}
 
 /// \name Properties
@@ -100,7 +109,7 @@ protected:
     ParserImpl* impl;
 
 private:
-    friend class ParseRun;
+    friend class Parse;
 
     bool parsing;
     InputSource* inputSource;

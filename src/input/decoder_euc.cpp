@@ -7,24 +7,24 @@ namespace {
 
 constexpr int HALF_WIDTH_KANA_LEAD = 0x8E;
 
-int pair_character(int lead) {
-    curCol += lead == HALF_WIDTH_KANA_LEAD ? 1 : 2;
-    const int second = curFile->get();
+int pair_character(Cursor& cursor, int lead) {
+    cursor.curCol += lead == HALF_WIDTH_KANA_LEAD ? 1 : 2;
+    const int second = cursor.curFile->get();
     if (second == ByteStream::END) return 0;  // half a character is none
     return euc_to_unicode(lead << 8 | second);
 }
 
 }  // namespace
 
-int getc_euc() {
-    const int byte = curFile->get();
-    if (byte == ByteStream::END) return pop_input();
-    if (byte < 0x80) return finish_ascii(byte);
-    return finish_character(pair_character(byte));
+int getc_euc(Cursor& cursor) {
+    const int byte = cursor.curFile->get();
+    if (byte == ByteStream::END) return LEVEL_END;
+    if (byte < 0x80) return finish_ascii(cursor, byte);
+    return finish_character(cursor, pair_character(cursor, byte));
 }
 
-std::size_t get_run_euc(Unit* to, std::size_t room, const RunStops& stops) {
-    return get_run(to, room, stops, [](const unsigned char* bytes, std::ptrdiff_t count) {
+std::size_t get_run_euc(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
+    return get_run(cursor, to, room, stops, [](const unsigned char* bytes, std::ptrdiff_t count) {
         if (count < 2) return NO_CHARACTER;
         const int cells = bytes[0] == HALF_WIDTH_KANA_LEAD ? 1 : 2;
         return WideCharacter{euc_to_unicode(bytes[0] << 8 | bytes[1]), 2, cells};

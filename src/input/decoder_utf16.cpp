@@ -5,44 +5,44 @@ namespace qvox {
 namespace {
 
 // The next unit of the file, or END.
-int read_unit() {
-    const int first = curFile->get();
+int read_unit(Cursor& cursor) {
+    const int first = cursor.curFile->get();
     if (first == ByteStream::END) return ByteStream::END;
-    const int second = curFile->get();
+    const int second = cursor.curFile->get();
     if (second == ByteStream::END) {
         qvox_report(REPORT_ERROR, QVOXException::INVALID_CHAR_ERR,
                     "unexpected EOF at utf-16 second byte");
     }
-    return byteOrder == BYTES_BIG_ENDIAN ? first << 8 | second : second << 8 | first;
+    return cursor.byteOrder == BYTES_BIG_ENDIAN ? first << 8 | second : second << 8 | first;
 }
 
 // Behind a CR: the unit that follows goes with it if it is LF, else it waits for the next call.
-int line_feed_after_return_unit() {
-    const int next = read_unit();
-    if (next != '\n' && next != ByteStream::END) decoderState.pendingUnit16 = next;
+int line_feed_after_return_unit(Cursor& cursor) {
+    const int next = read_unit(cursor);
+    if (next != '\n' && next != ByteStream::END) cursor.decoder.pendingUnit16 = next;
     return '\n';
 }
 
 }  // namespace
 
-int getc_utf16() {
-    int unit = decoderState.pendingUnit16;
+int getc_utf16(Cursor& cursor) {
+    int unit = cursor.decoder.pendingUnit16;
     if (unit != -1) {
-        decoderState.pendingUnit16 = -1;  // its columns aren't counted
+        cursor.decoder.pendingUnit16 = -1;  // its columns aren't counted
     } else {
-        unit = read_unit();
-        if (unit == ByteStream::END) return pop_input();
-        curCol += unit > 0xFF ? 2 : 1;
+        unit = read_unit(cursor);
+        if (unit == ByteStream::END) return LEVEL_END;
+        cursor.curCol += unit > 0xFF ? 2 : 1;
     }
-    if (unit == '\r') unit = line_feed_after_return_unit();
-    return finish_character(unit);
+    if (unit == '\r') unit = line_feed_after_return_unit(cursor);
+    return finish_character(cursor, unit);
 }
 
-std::size_t get_run_utf16(Unit* to, std::size_t room, const RunStops& stops) {
-    if (decoderState.pendingUnit16 != -1) return 0;
-    const int high = byteOrder == BYTES_BIG_ENDIAN ? 0 : 1;
-    const unsigned char* next = curFile->ready();
-    const unsigned char* const end = curFile->readyEnd();
+std::size_t get_run_utf16(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
+    if (cursor.decoder.pendingUnit16 != -1) return 0;
+    const int high = cursor.byteOrder == BYTES_BIG_ENDIAN ? 0 : 1;
+    const unsigned char* next = cursor.curFile->ready();
+    const unsigned char* const end = cursor.curFile->readyEnd();
     Unit* const first = to;
     Unit* const limit = to + room;
     int cells = 0;
@@ -53,8 +53,8 @@ std::size_t get_run_utf16(Unit* to, std::size_t room, const RunStops& stops) {
         *to++ = static_cast<Unit>(unit);
         cells += unit > 0xFF ? 2 : 1;
     }
-    curFile->take(next);
-    curCol += cells;
+    cursor.curFile->take(next);
+    cursor.curCol += cells;
     return static_cast<std::size_t>(to - first);
 }
 

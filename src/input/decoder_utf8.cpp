@@ -12,28 +12,28 @@ constexpr int joined(int lead, int second, int third) {
 
 // Only sequences of three bytes are supported beside ASCII. END has both top bits set and so is no
 // continuation.
-int three_byte_character(int lead) {
-    if ((lead & 0xF0) != 0xE0) invalid_character("not supported UTF-8 char", lead);
-    const int second = curFile->get();
-    if (!is_continuation(second)) invalid_character("illegal UTF-8 second char", lead);
-    const int third = curFile->get();
-    if (!is_continuation(third)) invalid_character("illegal UTF-8 third char", lead);
-    ++curCol;
+int three_byte_character(Cursor& cursor, int lead) {
+    if ((lead & 0xF0) != 0xE0) invalid_character(cursor, "not supported UTF-8 char", lead);
+    const int second = cursor.curFile->get();
+    if (!is_continuation(second)) invalid_character(cursor, "illegal UTF-8 second char", lead);
+    const int third = cursor.curFile->get();
+    if (!is_continuation(third)) invalid_character(cursor, "illegal UTF-8 third char", lead);
+    ++cursor.curCol;
     return joined(lead, second, third);
 }
 
 }  // namespace
 
-int getc_utf8() {
-    const int byte = curFile->get();
-    if (byte == ByteStream::END) return pop_input();
-    if (byte < 0x80) return finish_ascii(byte);
-    ++curCol;
-    return finish_character(three_byte_character(byte));
+int getc_utf8(Cursor& cursor) {
+    const int byte = cursor.curFile->get();
+    if (byte == ByteStream::END) return LEVEL_END;
+    if (byte < 0x80) return finish_ascii(cursor, byte);
+    ++cursor.curCol;
+    return finish_character(cursor, three_byte_character(cursor, byte));
 }
 
-std::size_t get_run_utf8(Unit* to, std::size_t room, const RunStops& stops) {
-    return get_run(to, room, stops, [](const unsigned char* bytes, std::ptrdiff_t count) {
+std::size_t get_run_utf8(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
+    return get_run(cursor, to, room, stops, [](const unsigned char* bytes, std::ptrdiff_t count) {
         if (count < 3 || (bytes[0] & 0xF0) != 0xE0) return NO_CHARACTER;
         if (!is_continuation(bytes[1]) || !is_continuation(bytes[2])) return NO_CHARACTER;
         return WideCharacter{joined(bytes[0], bytes[1], bytes[2]), 3, 2};

@@ -6,8 +6,6 @@
 
 namespace qvox {
 
-DecoderState decoderState;
-
 Reader select_getc_proc(EncodingId encoding) {
     switch (encoding) {
         case UTF8: return {getc_utf8, get_run_utf8};
@@ -20,7 +18,7 @@ Reader select_getc_proc(EncodingId encoding) {
     return {nullptr, nullptr};
 }
 
-void invalid_character(const char* text, int value) {
+void invalid_character(const Cursor& /*cursor*/, const char* text, int value) {
     qvox_report(REPORT_ERROR, QVOXException::INVALID_CHAR_ERR, "%s (%x)", text,
                 static_cast<unsigned>(value));
     std::abort();  // an error report always throws

@@ -1,30 +1,21 @@
-// The decoders: each reads the bytes of curFile and delivers one character a call. They normalise
-// the end of line, refuse what isn't a character of XML 1.0 and count lines and columns. At the end
-// of the file they hand over to pop_input.
+// The decoders: each reads the bytes of the current file and delivers one character a call, or
+// LEVEL_END. They normalise the end of line, refuse what isn't a character of XML 1.0 and count
+// lines and columns.
 #pragma once
 
 #include <cstddef>
 
+#include "input/cursor.h"
 #include "text/encoding_id.h"
 #include "text/wide.h"
 
 namespace qvox {
 
-// What the decoders remember between two characters. It starts afresh with each file level, and
-// that of the level below comes back with it.
-struct DecoderState {
-    int pendingUnit16 = -1;    // getc_utf16: the unit behind a CR that isn't an LF; -1 for none
-    int pendingUnitSjis = -1;  // getc_sjis: second unit of a conversion that gave two; -1 for none
-    bool kanjiMode = false;    // getc_jis: between a KIN and a KOUT sequence
-};
-
-extern DecoderState decoderState;
-
-int getc_utf8();
-int getc_utf16();
-int getc_sjis();
-int getc_euc();
-int getc_jis();
+int getc_utf8(Cursor& cursor);
+int getc_utf16(Cursor& cursor);
+int getc_sjis(Cursor& cursor);
+int getc_euc(Cursor& cursor);
+int getc_jis(Cursor& cursor);
 
 // Which characters end a run. The controls but tab always do.
 struct RunStops {
@@ -33,16 +24,16 @@ struct RunStops {
 };
 
 // Store at most `room` units at `to` and return how many.
-std::size_t get_run_utf8(Unit* to, std::size_t room, const RunStops& stops);
-std::size_t get_run_utf16(Unit* to, std::size_t room, const RunStops& stops);
-std::size_t get_run_sjis(Unit* to, std::size_t room, const RunStops& stops);
-std::size_t get_run_euc(Unit* to, std::size_t room, const RunStops& stops);
-std::size_t get_run_jis(Unit* to, std::size_t room, const RunStops& stops);
+std::size_t get_run_utf8(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops);
+std::size_t get_run_utf16(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops);
+std::size_t get_run_sjis(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops);
+std::size_t get_run_euc(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops);
+std::size_t get_run_jis(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops);
 
 // A reader: by characters, and by runs.
 struct Reader {
-    int (*getc)();
-    std::size_t (*getRun)(Unit* to, std::size_t room, const RunStops& stops);
+    int (*getc)(Cursor& cursor);
+    std::size_t (*getRun)(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops);
 };
 
 // The decoder of an encoding.

@@ -1,6 +1,5 @@
 #include "input/encoding.h"
 
-#include "input/input_stack.h"
 #include "runtime/report.h"
 
 namespace qvox {
@@ -71,18 +70,17 @@ const Beginning& beginning_of(ByteStream& file) {
 
 }  // namespace
 
-void detect_encoding(ByteStream& file) {
+DetectedEncoding detect_encoding(ByteStream& file) {
     const Beginning& beginning = beginning_of(file);
     if (beginning.encoding == 0) {
         qvox_report(REPORT_ERROR, QVOXException::FORMAT_ERR, "%s", beginning.text);
     }
-    docEncoding = static_cast<EncodingId>(beginning.encoding);
-    byteOrder = beginning.order;
     qvox_debug("xml file primary encoding = %s", beginning.text);
-    qvox_debug("xml file byte order = %s", BYTE_ORDER_TEXTS[byteOrder]);
+    qvox_debug("xml file byte order = %s", BYTE_ORDER_TEXTS[beginning.order]);
 
     file.rewind();
     for (int i = 0; beginning.hasMark && i < MARK_SIZE; ++i) file.get();
+    return {static_cast<EncodingId>(beginning.encoding), beginning.order};
 }
 
 }  // namespace qvox

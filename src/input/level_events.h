@@ -1,21 +1,25 @@
-// What the layers below the input stack in the data flow do when a level begins or ends. The input
-// stack calls these; they are defined where the work is done, so that input includes nothing of the
-// scanner or the parsers.
+// What the input tells of when a level begins or ends. Whoever makes the input gives it one of
+// these, so that it knows nothing of the scanner or the parsers.
 #pragma once
 
 #include "text/wide.h"
 
 namespace qvox {
 
-// A level with a name begins or has ended: an entity, or the external subset under the name
-// "[dtd]". Defined with the other events of a parse.
-void ev_start_entity(const Unit* name);
-void ev_end_entity(const Unit* name);
+class LevelEvents {
+public:
+    // A level with a name begins or has ended: an entity, or the external subset under the name
+    // "[dtd]".
+    virtual void ev_start_entity(const Unit* name) = 0;
+    virtual void ev_end_entity(const Unit* name) = 0;
 
-// The external subset begins or has ended: the lexer takes its state and a pending token from that.
-// Defined by the lexer.
+    // The external subset begins or has ended: the lexer takes its state and a pending token from
+    // that.
+    virtual void subset_level_started() = 0;
+    virtual void subset_level_ended() = 0;
 
-void subset_level_started();
-void subset_level_ended();
+protected:
+    ~LevelEvents() = default;
+};
 
 }  // namespace qvox

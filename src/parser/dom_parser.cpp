@@ -12,10 +12,9 @@ namespace qvox {
 DOMParser::DOMParser() { setFeature(FEATURE_NAMESPACE_PREFIXES, true); }
 
 Document* DOMParser::parse(InputSource& source) {
-    const Xstring& systemId = source.getSystemId();
-    const OsTemp fileName(systemId.data());
+    const OsTemp fileName(source.getSystemId().data());
     Document* document = nullptr;
-    Parser::parse(systemId.isNull() ? nullptr : fileName.get(), &source, nullptr, &document);
+    Parser::parse(fileName.get(), &source, nullptr, &document);
     return document;
 }
 

@@ -1,12 +1,12 @@
-#include <mutex>
-
 #include <qvox/parser.h>
 
-#include "input/input_stack.h"
+#include "input/input.h"
 #include "parser/features.h"
-#include "parser/parse_run.h"
+#include "parser/parse.h"
+#include "parser/sax_delivery.h"
 #include "parser/tree_builder.h"
 #include "runtime/library.h"
+#include "runtime/parse_turn.h"
 #include "runtime/report.h"
 #include "text/temporaries.h"
 
@@ -14,21 +14,15 @@ namespace qvox {
 
 namespace {
 
-using ParseGuard = std::unique_lock<Lock>;
-
-// A parse from inside a handler would overwrite the state of the one that is running.
-void refuse_nested_parse() {
-    if (currentParser == nullptr) return;
-    qvox_report(REPORT_ERROR, QVOXException::INTERNAL_ERR, "parse already running");
-}
-
-// The document's file; null for a document in memory. The lock is given back ahead of a report.
-std::unique_ptr<ByteStream> open_document(const char* fileName, const unsigned short* memory,
-                                          ParseGuard& guard) {
+// The document's file; null for a document in memory. A file that can't be opened is no matter of a
+// parse that may be running on this thread, and the turn is given back ahead of the report.
+std::unique_ptr<ByteStream> open_document(const char* fileName, const Unit* memory,
+                                          ParseTurn& turn) {
     if (memory != nullptr) return nullptr;
     std::unique_ptr<ByteStream> file = open_system_id(fileName);
     if (file == nullptr) {
-        guard.unlock();
+        turn.end();
+        const ReportScope unheard(nullptr);
         qvox_report(REPORT_ERROR, QVOXException::FILE_OPEN_ERR, "file (%s) cannot open",
                     fileName != nullptr ? fileName : "(null)");
     }
@@ -55,15 +49,26 @@ void Parser::setFeature(const char* name, bool value) { impl->setFeature(name, v
 
 void Parser::parse(const char* fileName, InputSource* source, unsigned short* memory,
                    Document** document) {
-    ParseGuard guard(parseLock);
-    refuse_nested_parse();
-    ParseRun parseRun(*this, source, open_document(fileName, memory, guard));
-    try {
-        parseRun.run(fileName, memory);
-        if (document != nullptr) *document = tree::release();
-    } catch (const QVOXException& exception) {
-        log_exception(exception);
-        throw QVOXException(exception);  // of this very class, whatever was caught
+    const bool isConcurrent = getFeature(FEATURE_CONCURRENT);
+    if (isConcurrent && parsing) refuse_nested_parse();
+    ParseTurn turn(isConcurrent);
+    std::unique_ptr<ByteStream> file = open_document(fileName, memory, turn);
+    const auto run = [&](Events& events) {
+        Parse parse(*this, source, std::move(file), events);
+        try {
+            parse.run(fileName, memory);
+        } catch (const QVOXException& exception) {
+            log_exception(exception);
+            throw QVOXException(exception);  // of this very class, whatever was caught
+        }
+    };
+    if (getType() == DOM_PARSER) {
+        TreeBuilder builder;
+        run(builder);
+        *document = builder.release();
+    } else {
+        SaxDelivery delivery(static_cast<SAXParser&>(*this));
+        run(delivery);
     }
 }
 

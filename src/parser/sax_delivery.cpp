@@ -4,7 +4,7 @@
 
 #include "parser/sax_types.h"
 
-namespace qvox::sax {
+namespace qvox {
 
 namespace {
 
@@ -13,14 +13,6 @@ constexpr std::size_t LONGEST_COPIED_TEXT = 8192;
 
 // What the length of a string can tell.
 constexpr std::size_t LONGEST_LENT_TEXT = 2147483645;
-
-LexicalHandler* lexical_handler(const SAXParser& reader) {
-    return static_cast<LexicalHandler*>(reader.getProperty(PROPERTY_LEXICAL_HANDLER));
-}
-
-DeclHandler* decl_handler(const SAXParser& reader) {
-    return static_cast<DeclHandler*>(reader.getProperty(PROPERTY_DECL_HANDLER));
-}
 
 AttributesImpl attributes_of(const TagRecord& tag) {
     AttributesImpl attributes;
@@ -34,42 +26,52 @@ AttributesImpl attributes_of(const TagRecord& tag) {
 
 }  // namespace
 
-void start_document(SAXParser& reader) {
+LexicalHandler* SaxDelivery::lexical_handler() const {
+    return static_cast<LexicalHandler*>(reader.getProperty(PROPERTY_LEXICAL_HANDLER));
+}
+
+DeclHandler* SaxDelivery::decl_handler() const {
+    return static_cast<DeclHandler*>(reader.getProperty(PROPERTY_DECL_HANDLER));
+}
+
+void SaxDelivery::ev_start_document() {
     if (ContentHandler* handler = reader.getContentHandler()) handler->startDocument();
 }
 
-void end_document(SAXParser& reader) {
+void SaxDelivery::ev_end_document() {
     if (ContentHandler* handler = reader.getContentHandler()) handler->endDocument();
 }
 
-void start_element(SAXParser& reader, const TagRecord& tag) {
+void SaxDelivery::ev_start_element(const TagRecord& tag) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler == nullptr) return;
     handler->startElement(tag.uri, tag.localName, tag.qName, attributes_of(tag));
 }
 
-void end_element(SAXParser& reader, const TagRecord& tag) {
+void SaxDelivery::ev_end_element(const TagRecord& tag) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler != nullptr) handler->endElement(tag.uri, tag.localName, tag.qName);
 }
 
-void start_prefix_mappings(SAXParser& reader, const TagRecord& tag) {
+void SaxDelivery::ev_start_prefix_mappings(const TagRecord& tag) {
     if (tag.prefixMappings.empty() || !reader.getFeature(FEATURE_NAMESPACES)) return;
+    ContentHandler* handler = reader.getContentHandler();
+    if (handler == nullptr) return;
     for (const PrefixMapping& mapping : tag.prefixMappings) {
-        ContentHandler* handler = reader.getContentHandler();
-        if (handler != nullptr) handler->startPrefixMapping(mapping.prefix, mapping.uri);
+        handler->startPrefixMapping(mapping.prefix, mapping.uri);
     }
 }
 
-void end_prefix_mappings(SAXParser& reader, const TagRecord& tag) {
+void SaxDelivery::ev_end_prefix_mappings(const TagRecord& tag) {
     if (tag.prefixMappings.empty() || !reader.getFeature(FEATURE_NAMESPACES)) return;
+    ContentHandler* handler = reader.getContentHandler();
+    if (handler == nullptr) return;
     for (const PrefixMapping& mapping : tag.prefixMappings) {
-        ContentHandler* handler = reader.getContentHandler();
-        if (handler != nullptr) handler->endPrefixMapping(mapping.prefix);
+        handler->endPrefixMapping(mapping.prefix);
     }
 }
 
-void characters(SAXParser& reader, const Unit* text) {
+void SaxDelivery::ev_characters(const Unit* text) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler == nullptr) return;
     const std::size_t length = wide_length(text);
@@ -81,51 +83,51 @@ void characters(SAXParser& reader, const Unit* text) {
     }
 }
 
-void ignorable_whitespace(SAXParser& reader, const Unit* text) {
+void SaxDelivery::ev_ignorable_whitespace(const Unit* text) {
     if (ContentHandler* handler = reader.getContentHandler()) handler->ignorableWhiteSpace(text);
 }
 
-void pi(SAXParser& reader, const Unit* target, const Unit* data) {
+void SaxDelivery::ev_pi(const Unit* target, const Unit* data) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler != nullptr) handler->processingInstruction(target, data);
 }
 
-void comment(SAXParser& reader, const Unit* text) {
-    if (LexicalHandler* handler = lexical_handler(reader)) handler->comment(text);
+void SaxDelivery::ev_comment(const Unit* text) {
+    if (LexicalHandler* handler = lexical_handler()) handler->comment(text);
 }
 
-void start_cdata(SAXParser& reader) {
-    if (LexicalHandler* handler = lexical_handler(reader)) handler->startCDATA();
+void SaxDelivery::ev_start_cdata() {
+    if (LexicalHandler* handler = lexical_handler()) handler->startCDATA();
 }
 
-void end_cdata(SAXParser& reader) {
-    if (LexicalHandler* handler = lexical_handler(reader)) handler->endCDATA();
+void SaxDelivery::ev_end_cdata() {
+    if (LexicalHandler* handler = lexical_handler()) handler->endCDATA();
 }
 
-void start_entity(SAXParser& reader, const Unit* name) {
-    if (LexicalHandler* handler = lexical_handler(reader)) handler->startEntity(name);
+void SaxDelivery::ev_start_entity(const Unit* name) {
+    if (LexicalHandler* handler = lexical_handler()) handler->startEntity(name);
 }
 
-void end_entity(SAXParser& reader, const Unit* name) {
-    if (LexicalHandler* handler = lexical_handler(reader)) handler->endEntity(name);
+void SaxDelivery::ev_end_entity(const Unit* name) {
+    if (LexicalHandler* handler = lexical_handler()) handler->endEntity(name);
 }
 
-void start_dtd(SAXParser& reader, const Unit* name, const Unit* publicId, const Unit* systemId) {
-    if (LexicalHandler* handler = lexical_handler(reader)) {
+void SaxDelivery::ev_start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) {
+    if (LexicalHandler* handler = lexical_handler()) {
         handler->startDTD(name, publicId, systemId);
     }
 }
 
-void end_dtd(SAXParser& reader) {
-    if (LexicalHandler* handler = lexical_handler(reader)) handler->endDTD();
+void SaxDelivery::ev_end_dtd() {
+    if (LexicalHandler* handler = lexical_handler()) handler->endDTD();
 }
 
-void element_decl(SAXParser& reader, const Unit* name, const Unit* model) {
-    if (DeclHandler* handler = decl_handler(reader)) handler->elementDecl(name, model);
+void SaxDelivery::ev_element_decl(const Unit* name, const Unit* model) {
+    if (DeclHandler* handler = decl_handler()) handler->elementDecl(name, model);
 }
 
-void attlist_decl(SAXParser& reader, const Unit* name, const ElementRecord& element) {
-    DeclHandler* handler = decl_handler(reader);
+void SaxDelivery::ev_attlist_decl(const Unit* name, const ElementRecord& element) {
+    DeclHandler* handler = decl_handler();
     if (handler == nullptr) return;
     for (const AttDefRecord* definition : element.attDefs) {
         handler->attributeDecl(name, definition->name, definition->type, definition->mode,
@@ -133,22 +135,21 @@ void attlist_decl(SAXParser& reader, const Unit* name, const ElementRecord& elem
     }
 }
 
-void internal_entity_decl(SAXParser& reader, const Unit* name, const Unit* value) {
-    if (DeclHandler* handler = decl_handler(reader)) handler->internalEntityDecl(name, value);
+void SaxDelivery::ev_internal_entity_decl(const Unit* name, const Unit* value) {
+    if (DeclHandler* handler = decl_handler()) handler->internalEntityDecl(name, value);
 }
 
-void external_entity_decl(SAXParser& reader, const Unit* name, const Unit* publicId,
-                          const Unit* systemId) {
-    if (DeclHandler* handler = decl_handler(reader)) {
+void SaxDelivery::ev_external_entity_decl(const Unit* name, const Unit* publicId,
+                                          const Unit* systemId, const Unit* /*notation*/) {
+    if (DeclHandler* handler = decl_handler()) {
         handler->externalEntityDecl(name, publicId, systemId);
     }
 }
 
-void notation_decl(SAXParser& reader, const Unit* name, const Unit* publicId,
-                   const Unit* systemId) {
+void SaxDelivery::ev_notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) {
     if (DTDHandler* handler = reader.getDTDHandler()) {
         handler->notationDecl(name, publicId, systemId);
     }
 }
 
-}  // namespace qvox::sax
+}  // namespace qvox

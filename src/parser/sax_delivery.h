@@ -5,33 +5,46 @@
 
 #include <qvox/parser.h>
 
-#include "scanner/document_actions.h"
-#include "text/wide.h"
+#include "scanner/events.h"
 
-namespace qvox::sax {
+namespace qvox {
 
-void start_document(SAXParser& reader);
-void end_document(SAXParser& reader);
-void start_element(SAXParser& reader, const TagRecord& tag);
-void end_element(SAXParser& reader, const TagRecord& tag);
-void start_prefix_mappings(SAXParser& reader, const TagRecord& tag);
-void end_prefix_mappings(SAXParser& reader, const TagRecord& tag);
-void characters(SAXParser& reader, const Unit* text);
-void ignorable_whitespace(SAXParser& reader, const Unit* text);
-void pi(SAXParser& reader, const Unit* target, const Unit* data);
-void comment(SAXParser& reader, const Unit* text);
-void start_cdata(SAXParser& reader);
-void end_cdata(SAXParser& reader);
-void start_entity(SAXParser& reader, const Unit* name);
-void end_entity(SAXParser& reader, const Unit* name);
+class SaxDelivery final : public Events {
+public:
+    explicit SaxDelivery(SAXParser& saxReader) : reader(saxReader) {}
 
-void start_dtd(SAXParser& reader, const Unit* name, const Unit* publicId, const Unit* systemId);
-void end_dtd(SAXParser& reader);
-void element_decl(SAXParser& reader, const Unit* name, const Unit* model);
-void attlist_decl(SAXParser& reader, const Unit* name, const ElementRecord& element);
-void internal_entity_decl(SAXParser& reader, const Unit* name, const Unit* value);
-void external_entity_decl(SAXParser& reader, const Unit* name, const Unit* publicId,
-                          const Unit* systemId);
-void notation_decl(SAXParser& reader, const Unit* name, const Unit* publicId, const Unit* systemId);
+    void ev_start_document() override;
+    void ev_end_document() override;
+    // Handlers are not told of an XML declaration.
+    void ev_xml_decl(const Unit* /*version*/, const Unit* /*encoding*/,
+                     const Unit* /*standalone*/) override {}
+    void ev_start_element(const TagRecord& tag) override;
+    void ev_end_element(const TagRecord& tag) override;
+    void ev_start_prefix_mappings(const TagRecord& tag) override;
+    void ev_end_prefix_mappings(const TagRecord& tag) override;
+    void ev_characters(const Unit* text) override;
+    void ev_ignorable_whitespace(const Unit* text) override;
+    void ev_pi(const Unit* target, const Unit* data) override;
+    void ev_comment(const Unit* text) override;
+    void ev_start_cdata() override;
+    void ev_end_cdata() override;
+    void ev_start_entity(const Unit* name) override;
+    void ev_end_entity(const Unit* name) override;
 
-}  // namespace qvox::sax
+    void ev_start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) override;
+    void ev_end_dtd() override;
+    void ev_element_decl(const Unit* name, const Unit* model) override;
+    void ev_attlist_decl(const Unit* name, const ElementRecord& element) override;
+    void ev_internal_entity_decl(const Unit* name, const Unit* value) override;
+    void ev_external_entity_decl(const Unit* name, const Unit* publicId, const Unit* systemId,
+                                 const Unit* notation) override;
+    void ev_notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) override;
+
+private:
+    LexicalHandler* lexical_handler() const;
+    DeclHandler* decl_handler() const;
+
+    SAXParser& reader;
+};
+
+}  // namespace qvox

@@ -51,9 +51,8 @@ void SAXParser::setProperty(const char* name, const void* value) {
 }
 
 void SAXParser::parse(InputSource& source) {
-    const Xstring& systemId = source.getSystemId();
-    const OsTemp fileName(systemId.data());
-    Parser::parse(systemId.isNull() ? nullptr : fileName.get(), &source, nullptr, nullptr);
+    const OsTemp fileName(source.getSystemId().data());
+    Parser::parse(fileName.get(), &source, nullptr, nullptr);
 }
 
 void SAXParser::parse(const char* systemId) {

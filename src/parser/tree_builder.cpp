@@ -17,59 +17,62 @@
 
 namespace qvox {
 
-Document* currentDocument = nullptr;
-
-namespace tree {
-
 namespace {
 
 constexpr Unit XML_TARGET[] = {'x', 'm', 'l', 0};
 
-// A node whose end hasn't been read.
-struct OpenNode {
-    Node* node;
-    std::size_t firstChild;  // where its children begin in pendingNodes
-};
+void add_pseudo_attribute(Xstring& data, const char* name, const Unit* value) {
+    if (value == nullptr) return;
+    data += name;
+    data += "=\"";
+    data += value;
+    data += "\"";
+}
 
-std::vector<OpenNode> openNodes;   // the innermost at the end
-std::vector<Node*> pendingNodes;   // children of open nodes, which get them when they end
-std::unique_ptr<NodeMaker> maker;  // for the document under construction
-NamedNodes entities;               // those of the document type, which gets them when it ends
-NamedNodes notations;
-bool isInCdata = false;
+}  // namespace
 
-Node* top() { return openNodes.back().node; }
+TreeBuilder::~TreeBuilder() {
+    for (Node* node : pendingNodes) Tree::destroy(node);
+    entities.destroyNodes();
+    notations.destroyNodes();
+    drop_aids();
+    Tree::destroy(release());
+}
 
-void add(Node* node) { pendingNodes.push_back(node); }
+Document* TreeBuilder::release() { return std::exchange(currentDocument, nullptr); }
 
-void open(Node* node) {
+void TreeBuilder::add(Node* node) { pendingNodes.push_back(node); }
+
+void TreeBuilder::open(Node* node) {
     add(node);
-    openNodes.push_back({node, pendingNodes.size()});
+    nodeStack.push_back({node, pendingNodes.size()});
 }
 
 // Now that the number of the children is known.
-void close() {
-    const OpenNode ended = openNodes.back();
-    openNodes.pop_back();
+void TreeBuilder::close() {
+    const OpenNode ended = nodeStack.back();
+    nodeStack.pop_back();
     Tree::appendAll(ended.node, pendingNodes.data() + ended.firstChild,
                     pendingNodes.size() - ended.firstChild);
     pendingNodes.resize(ended.firstChild);
 }
 
-DocumentTypeImpl& open_document_type() { return *static_cast<DocumentTypeImpl*>(top()); }
+DocumentTypeImpl& TreeBuilder::open_document_type() const {
+    return *static_cast<DocumentTypeImpl*>(top());
+}
 
 // What building alone needs memory for.
-void drop_aids() {
+void TreeBuilder::drop_aids() {
     std::vector<Node*>().swap(pendingNodes);
-    std::vector<OpenNode>().swap(openNodes);
+    std::vector<OpenNode>().swap(nodeStack);
     maker.reset();
 }
 
-void add_declaration(DeclNode* declaration) {
+void TreeBuilder::add_declaration(DeclNode* declaration) {
     open_document_type().getDeclarations().append(declaration, NodeCollection::NO_PARENT);
 }
 
-AttrImpl* new_attribute(const AttributeRecord& record, ElementImpl* element) {
+AttrImpl* TreeBuilder::new_attribute(const AttributeRecord& record, ElementImpl* element) {
     AttrImpl::Init init;
     init.namespaceURI = record.uri;
     init.qualifiedName = record.qName;
@@ -82,7 +85,7 @@ AttrImpl* new_attribute(const AttributeRecord& record, ElementImpl* element) {
 }
 
 // A later attribute of the same name takes the place of an earlier one, at the end.
-void add_attributes(ElementImpl* element, const TagRecord& tag) {
+void TreeBuilder::add_attributes(ElementImpl* element, const TagRecord& tag) {
     MapFiller filler(element->ownAttributeMap(), tag.attributes.size());
     for (const AttributeRecord& record : tag.attributes) {
         filler.put(record.qName, new_attribute(record, element));
@@ -90,40 +93,19 @@ void add_attributes(ElementImpl* element, const TagRecord& tag) {
     filler.finish();
 }
 
-void add_pseudo_attribute(Xstring& data, const char* name, const Unit* value) {
-    if (value == nullptr) return;
-    data += name;
-    data += "=\"";
-    data += value;
-    data += "\"";
-}
-
-}  // namespace
-
-Document* release() { return std::exchange(currentDocument, nullptr); }
-
-void discard() {
-    for (Node* node : pendingNodes) Tree::destroy(node);
-    entities.destroyNodes();
-    notations.destroyNodes();
-    isInCdata = false;
-    drop_aids();
-    Tree::destroy(release());
-}
-
-void start_document() {
+void TreeBuilder::ev_start_document() {
     auto* document = new DocumentImpl(&defaultImplementation);
     currentDocument = document;
-    openNodes.push_back({document, 0});
+    nodeStack.push_back({document, 0});
     maker = std::make_unique<NodeMaker>(*document);
 }
 
-void end_document() {
+void TreeBuilder::ev_end_document() {
     close();
     drop_aids();
 }
 
-void xml_decl(const Unit* version, const Unit* encoding, const Unit* standalone) {
+void TreeBuilder::ev_xml_decl(const Unit* version, const Unit* encoding, const Unit* standalone) {
     Xstring data;
     add_pseudo_attribute(data, "version", version);
     add_pseudo_attribute(data, " encoding", encoding);
@@ -131,43 +113,43 @@ void xml_decl(const Unit* version, const Unit* encoding, const Unit* standalone)
     add(new ProcessingInstructionImpl(XML_TARGET, data.data(), currentDocument));
 }
 
-void start_element(const TagRecord& tag) {
+void TreeBuilder::ev_start_element(const TagRecord& tag) {
     ElementImpl* element = maker->element(tag.uri, tag.qName, tag.attributes.size());
     if (!tag.attributes.empty()) add_attributes(element, tag);
     open(element);
 }
 
-void end_element() { close(); }
+void TreeBuilder::ev_end_element(const TagRecord& /*tag*/) { close(); }
 
-void characters(const Unit* text) {
+void TreeBuilder::ev_characters(const Unit* text) {
     add(isInCdata ? new CDATASectionImpl(text, currentDocument) : maker->text(text));
 }
 
-void pi(const Unit* target, const Unit* data) {
+void TreeBuilder::ev_pi(const Unit* target, const Unit* data) {
     add(new ProcessingInstructionImpl(target, data, currentDocument));
 }
 
-void comment(const Unit* text) { add(new CommentImpl(text, currentDocument)); }
+void TreeBuilder::ev_comment(const Unit* text) { add(new CommentImpl(text, currentDocument)); }
 
-void start_cdata() { isInCdata = true; }
+void TreeBuilder::ev_start_cdata() { isInCdata = true; }
 
-void end_cdata() { isInCdata = false; }
+void TreeBuilder::ev_end_cdata() { isInCdata = false; }
 
-void start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) {
+void TreeBuilder::ev_start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) {
     open(new DocumentTypeImpl(name, publicId, systemId, &defaultImplementation));
 }
 
-void end_dtd() {
+void TreeBuilder::ev_end_dtd() {
     if (!entities.isEmpty()) entities.moveTo(open_document_type().ownEntityMap());
     if (!notations.isEmpty()) notations.moveTo(open_document_type().ownNotationMap());
     close();
 }
 
-void element_decl(const Unit* name, const Unit* model) {
+void TreeBuilder::ev_element_decl(const Unit* name, const Unit* model) {
     add_declaration(new ElementDecl(name, model));
 }
 
-void attlist_decl(const Unit* name, const ElementRecord& element) {
+void TreeBuilder::ev_attlist_decl(const Unit* name, const ElementRecord& element) {
     auto* declaration = new AttlistDecl(name);
     for (const AttDefRecord* definition : element.attDefs) {
         declaration->getAttDefs().append(
@@ -177,24 +159,23 @@ void attlist_decl(const Unit* name, const ElementRecord& element) {
     add_declaration(declaration);
 }
 
-void internal_entity_decl(const Unit* name, const Unit* value) {
+void TreeBuilder::ev_internal_entity_decl(const Unit* name, const Unit* value) {
     auto* entity = new EntityImpl(name, nullptr, nullptr, nullptr, currentDocument);
     entities.put(name, entity);
     add_declaration(new EntityDecl(name, value, nullptr, nullptr, nullptr));
 }
 
-void external_entity_decl(const Unit* name, const Unit* publicId, const Unit* systemId,
-                          const Unit* notation) {
+void TreeBuilder::ev_external_entity_decl(const Unit* name, const Unit* publicId,
+                                          const Unit* systemId, const Unit* notation) {
     auto* entity = new EntityImpl(name, publicId, systemId, notation, currentDocument);
     entities.put(name, entity);
     add_declaration(new EntityDecl(name, nullptr, publicId, systemId, notation));
 }
 
-void notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) {
+void TreeBuilder::ev_notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) {
     auto* notation = new NotationImpl(name, publicId, systemId, currentDocument);
     notations.put(name, notation);
     add_declaration(new NotationDecl(name, publicId, systemId));
 }
 
-}  // namespace tree
 }  // namespace qvox

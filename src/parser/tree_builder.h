@@ -1,42 +1,83 @@
 // The building of a tree from the events of a DOM parse.
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include <qvox/dom.h>
 
-#include "scanner/document_actions.h"
-#include "text/wide.h"
+#include "dom/attr.h"
+#include "dom/declarations.h"
+#include "dom/document_type.h"
+#include "dom/element.h"
+#include "dom/named_nodes.h"
+#include "dom/node_maker.h"
+#include "scanner/events.h"
 
 namespace qvox {
 
-// The tree under construction; null outside a DOM parse. Written by the builder only.
-extern Document* currentDocument;
+class TreeBuilder final : public Events {
+public:
+    TreeBuilder() = default;
+    TreeBuilder(const TreeBuilder&) = delete;
+    TreeBuilder& operator=(const TreeBuilder&) = delete;
+    // Frees a tree that wasn't released.
+    ~TreeBuilder();
 
-namespace tree {
+    // The finished document, which is the caller's then.
+    Document* release();
 
-// The finished document, which is the caller's then.
-Document* release();
-// Forgets the open nodes and frees a document that wasn't released.
-void discard();
+    void ev_start_document() override;
+    void ev_end_document() override;
+    void ev_xml_decl(const Unit* version, const Unit* encoding, const Unit* standalone) override;
+    void ev_start_element(const TagRecord& tag) override;
+    void ev_end_element(const TagRecord& /*tag*/) override;
+    // The tree has the xmlns attributes themselves.
+    void ev_start_prefix_mappings(const TagRecord& /*tag*/) override {}
+    void ev_end_prefix_mappings(const TagRecord& /*tag*/) override {}
+    void ev_characters(const Unit* text) override;
+    void ev_ignorable_whitespace(const Unit* /*text*/) override {}
+    void ev_pi(const Unit* target, const Unit* data) override;
+    void ev_comment(const Unit* text) override;
+    void ev_start_cdata() override;
+    void ev_end_cdata() override;
+    // Entities leave no mark in the tree.
+    void ev_start_entity(const Unit* /*name*/) override {}
+    void ev_end_entity(const Unit* /*name*/) override {}
 
-void start_document();
-void end_document();
-void xml_decl(const Unit* version, const Unit* encoding, const Unit* standalone);
-void start_element(const TagRecord& tag);
-void end_element();
-void characters(const Unit* text);
-void pi(const Unit* target, const Unit* data);
-void comment(const Unit* text);
-void start_cdata();
-void end_cdata();
+    void ev_start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) override;
+    void ev_end_dtd() override;
+    void ev_element_decl(const Unit* name, const Unit* model) override;
+    void ev_attlist_decl(const Unit* name, const ElementRecord& element) override;
+    void ev_internal_entity_decl(const Unit* name, const Unit* value) override;
+    void ev_external_entity_decl(const Unit* name, const Unit* publicId, const Unit* systemId,
+                                 const Unit* notation) override;
+    void ev_notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) override;
 
-void start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId);
-void end_dtd();
-void element_decl(const Unit* name, const Unit* model);
-void attlist_decl(const Unit* name, const ElementRecord& element);
-void internal_entity_decl(const Unit* name, const Unit* value);
-void external_entity_decl(const Unit* name, const Unit* publicId, const Unit* systemId,
-                          const Unit* notation);
-void notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId);
+private:
+    // A node whose end hasn't been read.
+    struct OpenNode {
+        Node* node;
+        std::size_t firstChild;  // where its children begin in pendingNodes
+    };
 
-}  // namespace tree
+    Node* top() const { return nodeStack.back().node; }
+    DocumentTypeImpl& open_document_type() const;
+    void add(Node* node);
+    void open(Node* node);
+    void close();
+    void add_declaration(DeclNode* declaration);
+    void add_attributes(ElementImpl* element, const TagRecord& tag);
+    AttrImpl* new_attribute(const AttributeRecord& record, ElementImpl* element);
+    void drop_aids();
+
+    Document* currentDocument = nullptr;  // the tree under construction
+    std::vector<OpenNode> nodeStack;      // the open nodes, the innermost at the end
+    std::vector<Node*> pendingNodes;      // their children, which they get when they end
+    std::unique_ptr<NodeMaker> maker;     // for the document under construction
+    NamedNodes entities;                  // those of the document type, which gets them at its end
+    NamedNodes notations;
+    bool isInCdata = false;
+};
+
 }  // namespace qvox

@@ -1,5 +1,5 @@
-// The heaps of a parse: bump allocators over large blocks. Nothing is freed piece by piece; all of
-// a heap goes at once, that of the whole parse when the parse ends.
+// A heap of a parse: a bump allocator over large blocks. Nothing is freed piece by piece; all of a
+// heap goes at once, that of the whole parse when the parse ends.
 #pragma once
 
 #include <cstddef>
@@ -10,39 +10,51 @@
 
 namespace qvox {
 
-struct Heap;
+class Heap {
+public:
+    // A heap with one empty standard block.
+    Heap();
+    Heap(const Heap&) = delete;
+    Heap& operator=(const Heap&) = delete;
+    // Every pointer into the heap is dead from then on.
+    ~Heap();
 
-// A heap with one empty standard block.
-Heap* heap_create();
+    // Gives up all that was allocated; every pointer into the heap is dead from then on.
+    void clear();
 
-// Gives up all that was allocated; every pointer into the heap is dead from then on.
-void heap_clear(Heap* heap);
+    // `size` bytes, not cleared, at an address that is a multiple of `align` (a power of two up to
+    // alignof(std::max_align_t); 0 for none). A size outside 1 to 4,194,304 is an error of the
+    // document.
+    void* halloc(std::size_t size, std::size_t align);
 
-// Frees the heap; every pointer into it is dead from then on.
-void heap_destroy(Heap* heap);
+    // The same for what may be as large as memory allows: beyond that limit it gets a block of its
+    // own.
+    void* halloc_any(std::size_t size, std::size_t align);
 
-// `size` bytes, not cleared, at an address that is a multiple of `align` (a power of two up to
-// alignof(std::max_align_t); 0 for none). A size outside 1 to 4,194,304 is an error of the
-// document.
-void* halloc(Heap* heap, std::size_t size, std::size_t align);
+    // An uninitialised text of `length` units and room for its NUL, however long.
+    Unit* halloc_text(std::size_t length);
 
-// The same for what may be as large as memory allows: beyond that limit it gets a block of its own.
-void* halloc_any(Heap* heap, std::size_t size, std::size_t align);
+    // A copy of `length` units with a NUL behind them.
+    Unit* halloc_copy(const Unit* text, std::size_t length);
 
-// An uninitialised text of `length` units and room for its NUL, however long.
-Unit* halloc_text(Heap* heap, std::size_t length);
+    // A new record of a trivially destructible type, value-initialised: nothing destroys it.
+    template <typename Record>
+    Record* halloc_record() {
+        static_assert(std::is_trivially_destructible_v<Record>, "records die with their heap");
+        return new (halloc(sizeof(Record), alignof(Record))) Record{};
+    }
 
-// A copy of `length` units with a NUL behind them.
-Unit* halloc_copy(Heap* heap, const Unit* text, std::size_t length);
+private:
+    struct Block;
 
-// The heap of the running parse. Written by the run of a parse only; null outside.
-extern Heap* parseHeap;
+    static Block* new_block(std::size_t payload);
+    void* take_block(std::size_t size);
+    void push_full(Block* block);
+    void move_to_full(Block** link);
+    void free_blocks();
 
-// A new record of a trivially destructible type, value-initialised: nothing destroys it.
-template <typename Record>
-Record* halloc_record(Heap* heap) {
-    static_assert(std::is_trivially_destructible_v<Record>, "records die with their heap");
-    return new (halloc(heap, sizeof(Record), alignof(Record))) Record{};
-}
+    Block* openBlocks;            // blocks with room, in the order in which they were added
+    Block* fullBlocks = nullptr;  // blocks without, the most recently filled first
+};
 
 }  // namespace qvox

@@ -9,8 +9,6 @@
 
 namespace qvox {
 
-Lock parseLock;
-
 namespace {
 
 std::mutex countLock;

@@ -1,8 +1,5 @@
-// What exists once in the process: the start of the library, the count of parsers and the lock that
-// lets one parse run at a time.
+// What exists once in the process: the start of the library and the count of parsers.
 #pragma once
-
-#include "platform/lock.h"
 
 namespace qvox {
 
@@ -15,8 +12,5 @@ void parser_created();
 
 // The last parser takes the conversion buffer with it.
 void parser_destroyed();
-
-// Held by a running parse from before its input is opened to after it is closed.
-extern Lock parseLock;
 
 }  // namespace qvox

@@ -4,17 +4,20 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace qvox {
 
 bool debugEnabled = false;
-ReportHook reportHook = nullptr;
 
 namespace {
 
 constexpr std::size_t MESSAGE_SIZE = 4096;
 
-const char* level_prefix(int level) {
+// A report belongs to the parse that runs on its own thread.
+thread_local ReportListener* listenerOfThread = nullptr;
+
+const char* level_prefix(ReportLevel level) {
     switch (level) {
         case REPORT_WARNING: return "warning : ";
         case REPORT_ERROR: return "error : ";
@@ -42,7 +45,7 @@ void drop_split_character(char* message) {
 
 }  // namespace
 
-void qvox_report(int level, int code, const char* format, ...) {
+void qvox_report(ReportLevel level, int code, const char* format, ...) {
     char message[MESSAGE_SIZE];
     std::va_list arguments;
     va_start(arguments, format);
@@ -54,7 +57,7 @@ void qvox_report(int level, int code, const char* format, ...) {
     std::printf("QVOX %s%s\n", level_prefix(level), message);
 
     const auto reportedCode = static_cast<QVOXException::Code>(code);
-    if (reportHook != nullptr) reportHook(level, reportedCode, message);
+    if (listenerOfThread != nullptr) listenerOfThread->hear(level, reportedCode, message);
 
     if (level == REPORT_ERROR) throw QVOXException(reportedCode, message);
     if (level == REPORT_FATAL) {
@@ -71,5 +74,10 @@ void qvox_debug(const char* format, ...) {
     va_end(arguments);
     std::putchar('\n');
 }
+
+ReportScope::ReportScope(ReportListener* listener)
+    : outer(std::exchange(listenerOfThread, listener)) {}
+
+ReportScope::~ReportScope() { listenerOfThread = outer; }
 
 }  // namespace qvox

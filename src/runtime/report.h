@@ -20,10 +20,10 @@ enum ReportLevel : int {
 #define QVOX_PRINTF_LIKE(text, first)
 #endif
 
-// Writes "QVOX ", the level and the formatted message as a line to standard output, tells the error
-// handler of the running parse, and then does what the level says. The message is cut at the last
+// Writes "QVOX ", the level and the formatted message as a line to standard output, tells the
+// listener of this thread, and then does what the level says. The message is cut at the last
 // whole Shift_JIS character that fits into 4096 bytes. A handler that throws leaves from here.
-void qvox_report(int level, int code, const char* format, ...) QVOX_PRINTF_LIKE(3, 4);
+void qvox_report(ReportLevel level, int code, const char* format, ...) QVOX_PRINTF_LIKE(3, 4);
 
 // Writes a line to standard output if debugEnabled; otherwise doesn't even format it.
 void qvox_debug(const char* format, ...) QVOX_PRINTF_LIKE(1, 2);
@@ -31,9 +31,27 @@ void qvox_debug(const char* format, ...) QVOX_PRINTF_LIKE(1, 2);
 // Whether the debug log is written. Written by library_start only.
 extern bool debugEnabled;
 
-// Tells the error handler of the running parse, if there is one. Installed by the parsers, which
-// know who that is; null until then.
-using ReportHook = void (*)(int level, QVOXException::Code code, const char* message);
-extern ReportHook reportHook;
+// Hears of every report of a thread, ahead of what the report's level does: a running parse. One
+// that throws ends the report there.
+class ReportListener {
+public:
+    virtual void hear(ReportLevel level, QVOXException::Code code, const char* message) = 0;
+
+protected:
+    ~ReportListener() = default;
+};
+
+// Lets `listener`, or nobody if it is null, hear the reports of this thread for as long as the
+// object lives; then the one before does again.
+class ReportScope {
+public:
+    explicit ReportScope(ReportListener* listener);
+    ReportScope(const ReportScope&) = delete;
+    ReportScope& operator=(const ReportScope&) = delete;
+    ~ReportScope();
+
+private:
+    ReportListener* outer;
+};
 
 }  // namespace qvox

@@ -1,19 +1,10 @@
 #include "scanner/attributes.h"
 
-#include "input/expansion.h"
-#include "runtime/heap.h"
-#include "scanner/namespaces.h"
-
 namespace qvox {
 
 namespace {
 
 constexpr Unit XMLNS[] = {'x', 'm', 'l', 'n', 's', 0};
-
-// What a default counts for beside its text.
-constexpr unsigned long long DEFAULT_EXPANSION = 8;
-
-unsigned long tagNumber = 0;  // counts the tags that have a declaration
 
 bool is_cdata(const Unit* type) {
     return type == nullptr || wide_narrow_compare(type, "CDATA") == 0;
@@ -43,38 +34,45 @@ void collapse_blanks(Unit* value) {
     *to = 0;
 }
 
-// The declared default stays as it is; one normalised copy serves all tags. Its units count as
-// replacement text, or a long default would make much of many short tags.
-void append_default(TagRecord& tag, AttDefRecord& definition) {
-    const AttDefRecord* first = definition.firstOfName;
-    if (definition.normalized == nullptr) {
-        definition.normalized =
-            halloc_copy(parseHeap, definition.value, wide_length(definition.value));
-        normalize_att_value(first->type, definition.normalized);
-    }
-    count_expanded(DEFAULT_EXPANSION + wide_length(definition.normalized));
-    tag.attributes.append(
-        {first, nullptr, nullptr, definition.name, definition.normalized, false, false});
+// Normalises a value in place (XML 1.0, attribute-value normalisation). `type` is null for an
+// attribute without declaration.
+void normalize_att_value(const Unit* type, Unit* value) {
+    blank_white_space(value);
+    if (!is_cdata(type)) collapse_blanks(value);
 }
 
 }  // namespace
 
-void apply_declaration(TagRecord& tag, const ElementRecord& declaration) {
+void TagAttributes::apply_declaration(TagRecord& tag, const ElementRecord& declaration) {
     ++tagNumber;
     for (AttributeRecord& attribute : tag.attributes) {
         AttDefRecord* definition = find_att_def(declaration, attribute.qName);
         attribute.decl = definition;
         if (definition != nullptr) definition->seenInTag = tagNumber;
     }
-    for (AttDefRecord* definition : declaration.attDefs) {
+    for (AttDefRecord* definition : declaration.defaults) {
         AttDefRecord* first = definition->firstOfName;
-        if (definition->value == nullptr || first->seenInTag == tagNumber) continue;
+        if (first->seenInTag == tagNumber) continue;
         first->seenInTag = tagNumber;
         append_default(tag, *definition);
     }
 }
 
-void finish_attributes(TagRecord& tag, NamespaceOptions options) {
+// The declared default stays as it is; one normalised copy serves all tags. Its units count, and
+// those of its name, or a long default would make much of many short tags.
+void TagAttributes::append_default(TagRecord& tag, AttDefRecord& definition) {
+    const AttDefRecord* first = definition.firstOfName;
+    if (definition.normalized == nullptr) {
+        definition.normalized = heap.halloc_copy(definition.value, wide_length(definition.value));
+        normalize_att_value(first->type, definition.normalized);
+    }
+    expansion.count(weight::DEFAULT_ATTRIBUTE + wide_length(definition.name) +
+                    wide_length(definition.normalized));
+    tag.attributes.append(
+        heap, {first, nullptr, nullptr, definition.name, definition.normalized, false, false});
+}
+
+void TagAttributes::finish(TagRecord& tag) const {
     std::size_t kept = 0;
     for (AttributeRecord& attribute : tag.attributes) {
         if (attribute.specified) {
@@ -85,16 +83,11 @@ void finish_attributes(TagRecord& tag, NamespaceOptions options) {
             if (!options.prefixes) continue;
             attribute.localName = XMLNS;
         } else if (options.namespaces) {
-            resolve_attribute(attribute);
+            namespaces.resolve_attribute(attribute);
         }
         tag.attributes.begin()[kept++] = attribute;
     }
     tag.attributes.shrink(kept);
-}
-
-void normalize_att_value(const Unit* type, Unit* value) {
-    blank_white_space(value);
-    if (!is_cdata(type)) collapse_blanks(value);
 }
 
 }  // namespace qvox

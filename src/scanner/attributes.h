@@ -1,20 +1,39 @@
 // The attributes of a start tag: their declarations, defaults and normalisation.
 #pragma once
 
-#include "scanner/document_actions.h"
+#include "input/expansion.h"
+#include "runtime/heap.h"
+#include "scanner/dtd_actions.h"
+#include "scanner/namespaces.h"
+#include "scanner/tag.h"
 
 namespace qvox {
 
-// Links the attributes of the tag with their definitions, and appends the defaults of those that
-// don't stand in it.
-void apply_declaration(TagRecord& tag, const ElementRecord& declaration);
+class TagAttributes {
+public:
+    TagAttributes(Heap& parseHeap, Expansion& expansionOfParse, const Namespaces& inForce,
+                  NamespaceOptions namespaceOptions)
+        : heap(parseHeap),
+          expansion(expansionOfParse),
+          namespaces(inForce),
+          options(namespaceOptions) {}
 
-// Normalises and resolves the attributes, and drops the namespace declarations unless the options
-// keep them.
-void finish_attributes(TagRecord& tag, NamespaceOptions options);
+    // Links the attributes of the tag with their definitions, and appends the defaults of those
+    // that don't stand in it.
+    void apply_declaration(TagRecord& tag, const ElementRecord& declaration);
 
-// Normalises a value in place (XML 1.0, attribute-value normalisation). `type` is null for an
-// attribute without declaration.
-void normalize_att_value(const Unit* type, Unit* value);
+    // Normalises and resolves the attributes, and drops the namespace declarations unless the
+    // options keep them.
+    void finish(TagRecord& tag) const;
+
+private:
+    void append_default(TagRecord& tag, AttDefRecord& definition);
+
+    Heap& heap;
+    Expansion& expansion;
+    const Namespaces& namespaces;
+    NamespaceOptions options;
+    unsigned long tagNumber = 0;  // counts the tags that have a declaration
+};
 
 }  // namespace qvox

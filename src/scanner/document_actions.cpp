@@ -1,27 +1,22 @@
 #include "scanner/document_actions.h"
 
-#include <vector>
-
-#include "runtime/allocation.h"
 #include "runtime/report.h"
-#include "scanner/attributes.h"
-#include "scanner/namespaces.h"
-#include "scanner/token.h"
 #include "text/temporaries.h"
 
 namespace qvox {
 
-TagRecord* currentTag = nullptr;
+Elements::Elements(Heap& parseHeap, Declarations& declarations, Expansion& expansion,
+                   NamespaceOptions namespaceOptions)
+    : heap(parseHeap),
+      dtd(declarations),
+      options(namespaceOptions),
+      namespaces(parseHeap),
+      attributes(parseHeap, expansion, namespaces, namespaceOptions) {}
 
-namespace {
+void Elements::begin_tag() { tagInHand = new_tag(); }
 
-NamespaceOptions options = {true, false};
-Heap* attributeValues = nullptr;    // those of the tag in hand
-std::vector<TagRecord*> tagStack;   // the open elements
-std::vector<TagRecord*> spareTags;  // closed ones, whose memory the next tags use again
-
-TagRecord* new_tag() {
-    if (spareTags.empty()) return halloc_record<TagRecord>(parseHeap);
+TagRecord* Elements::new_tag() {
+    if (spareTags.empty()) return heap.halloc_record<TagRecord>();
     TagRecord* tag = spareTags.back();
     spareTags.pop_back();
     tag->attributes.shrink(0);
@@ -31,12 +26,35 @@ TagRecord* new_tag() {
     return tag;
 }
 
-// With namespaces on, an element is matched with the declaration of its local name.
-ElementRecord* declaration_of(const TagRecord& tag) {
-    return find_element_decl(tag.localName != nullptr ? tag.localName : tag.qName);
+void Elements::add_attribute(const Unit* qName, Unit* value, bool specified) {
+    tagInHand->attributes.append(heap, {nullptr, nullptr, nullptr, qName, value, false, specified});
 }
 
-void check_end_tag(const Unit* qName) {
+void Elements::process_start_tag(const Unit* qName) {
+    TagRecord& tag = *tagInHand;
+    tag.qName = qName;
+    tagStack.push_back(&tag);
+    namespaces.collect_namespace_decls(tag, options.namespaces);
+    if (options.namespaces) namespaces.resolve_element(tag);
+    ElementRecord* declaration = declaration_of(tag);
+    if (declaration != nullptr) attributes.apply_declaration(tag, *declaration);
+    attributes.finish(tag);
+}
+
+// With namespaces on, an element is matched with the declaration of its local name.
+ElementRecord* Elements::declaration_of(const TagRecord& tag) {
+    return dtd.find_element_decl(tag.localName != nullptr ? tag.localName : tag.qName);
+}
+
+void Elements::end_tag(const Unit* qName) {
+    check_end_tag(qName);
+    namespaces.leave_namespace_decls(*tagStack.back());
+    spareTags.push_back(tagStack.back());
+    tagStack.pop_back();
+    tagInHand = tagStack.empty() ? nullptr : tagStack.back();
+}
+
+void Elements::check_end_tag(const Unit* qName) const {
     if (tagStack.empty()) {
         qvox_report(REPORT_ERROR, QVOXException::UNBALANCED_TAG_ERR, "unbalanced end tag (%s)",
                     OsTemp(qName).get());
@@ -49,64 +67,10 @@ void check_end_tag(const Unit* qName) {
     }
 }
 
-}  // namespace
-
-void actions_init(NamespaceOptions parseOptions) {
-    options = parseOptions;
-    tagStack.clear();
-    spareTags.clear();
-    currentTag = nullptr;
-    attributeValues = heap_create();
-    namespaces_start();
-    dtd_tables_create();
-}
-
-void actions_end(bool accepted) {
-    if (accepted && !tagStack.empty()) {
-        qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "tag stack abnormal end : sp = %zu",
-                    tagStack.size());
-    }
-    dtd_tables_destroy();
-    namespaces_start();
-    if (attributeValues != nullptr) heap_destroy(attributeValues);
-    attributeValues = nullptr;
-    std::vector<TagRecord*>().swap(tagStack);
-    std::vector<TagRecord*>().swap(spareTags);
-    currentTag = nullptr;
-    if (memstatEnabled) memory_statistics();
-}
-
-void begin_tag(int token) {
-    if (token != STAG_OPEN) return;
-    heap_clear(attributeValues);
-    currentTag = new_tag();
-}
-
-Unit* copy_for_tag(const Unit* text, std::size_t length) {
-    return halloc_copy(attributeValues, text, length);
-}
-
-void add_attribute(const Unit* qName, Unit* value, bool specified) {
-    currentTag->attributes.append({nullptr, nullptr, nullptr, qName, value, false, specified});
-}
-
-void process_start_tag(const Unit* qName) {
-    TagRecord& tag = *currentTag;
-    tag.qName = qName;
-    tagStack.push_back(&tag);
-    collect_namespace_decls(tag, options.namespaces);
-    if (options.namespaces) resolve_element(tag);
-    ElementRecord* declaration = declaration_of(tag);
-    if (declaration != nullptr) apply_declaration(tag, *declaration);
-    finish_attributes(tag, options);
-}
-
-void end_tag(const Unit* qName) {
-    check_end_tag(qName);
-    leave_namespace_decls(*tagStack.back());
-    spareTags.push_back(tagStack.back());
-    tagStack.pop_back();
-    currentTag = tagStack.empty() ? nullptr : tagStack.back();
+void Elements::end() const {
+    if (tagStack.empty()) return;
+    qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "tag stack abnormal end : sp = %zu",
+                tagStack.size());
 }
 
 }  // namespace qvox

@@ -1,11 +1,14 @@
-// The tables that the declarations of a document type fill for the parse itself: elements with
-// their attributes, for defaults and normalisation, and entities, for references.
+// What the declarations of a document type leave for the parse itself: elements with their
+// attributes, for defaults and normalisation, and entities, for references.
 #pragma once
 
 #include <map>
+#include <set>
 #include <vector>
 
+#include "input/expansion.h"
 #include "platform/byte_stream.h"
+#include "runtime/heap.h"
 #include "text/wide.h"
 
 namespace qvox {
@@ -24,8 +27,10 @@ struct AttDefRecord {
 struct ElementRecord {
     const Unit* name;
     const Unit* model;  // text of the content model; null if only attributes were declared
-    std::vector<AttDefRecord*> attDefs;  // in order of declaration
+    std::vector<AttDefRecord*> attDefs;   // in order of declaration
+    std::vector<AttDefRecord*> defaults;  // those of them with a value
     std::map<const Unit*, AttDefRecord*, WideLess> firstByName;
+    Amount repetition;  // what it counts for to report all of attDefs again
 };
 
 struct EntityRecord {
@@ -36,31 +41,46 @@ struct EntityRecord {
     const Unit* notation;  // or null
 };
 
-// Empty tables but for the five predefined entities, and no tables.
-void dtd_tables_create();
-void dtd_tables_destroy();
+class Declarations {
+public:
+    // Nothing is declared but the five predefined entities.
+    Declarations(Heap& parseHeap, Expansion& expansionOfParse);
+    Declarations(const Declarations&) = delete;
+    Declarations& operator=(const Declarations&) = delete;
 
-// The record of exactly this name, or null.
-ElementRecord* find_element_decl(const Unit* name);
-EntityRecord* find_entity_decl(const Unit* name);
+    // The record of exactly this name, or null.
+    ElementRecord* find_element_decl(const Unit* name);
+    EntityRecord* find_entity_decl(const Unit* name);
+
+    // Enters an element. A declaration of a name that is there already is a warning and changes
+    // nothing but a model that was missing.
+    ElementRecord* register_element_decl(const Unit* name, const Unit* model);
+
+    // The element that the definitions of an attribute-list declaration go to. Entered if need be.
+    ElementRecord* begin_attlist(const Unit* elementName);
+
+    // Appends a definition to the element of the attribute-list declaration in progress.
+    void add_att_def(const Unit* name, const Unit* type, const Unit* mode, const Unit* value);
+
+    // Enters an entity. The first declaration of a name binds; a further one is a warning.
+    void register_entity_decl(const EntityRecord& entity);
+
+    // Whether this file was read as an external entity before in this parse; it is from now on.
+    bool was_read_before(const ByteStream& file);
+
+private:
+    ElementRecord* enter_element(const Unit* name, const Unit* model);
+    void warn_registered(const char* kind, const Unit* name);
+
+    Heap& heap;
+    Expansion& expansion;
+    std::map<const Unit*, ElementRecord, WideLess> elementTable;
+    std::map<const Unit*, EntityRecord, WideLess> entityTable;
+    std::set<ByteStream::Identity> readFiles;
+    ElementRecord* currentElementDecl = nullptr;
+};
+
 // The first definition of exactly this name, or null.
 AttDefRecord* find_att_def(const ElementRecord& element, const Unit* name);
-
-// Enters an element. A declaration of a name that is there already is a warning and changes nothing
-// but a model that was missing; an implicit entry comes from an attribute-list declaration.
-ElementRecord* register_element_decl(const Unit* name, const Unit* model, bool implicit);
-
-// The element that the definitions of an attribute-list declaration go to. Entered if need be.
-ElementRecord* begin_attlist(const Unit* elementName);
-
-// Appends a definition to the element of the attribute-list declaration in progress.
-void add_att_def(const Unit* name, const Unit* type, const Unit* mode, const Unit* value);
-
-// Whether this file was read as an external entity before in this parse; it is from now on.
-bool was_read_before(const ByteStream& file);
-
-// Enters an entity. The first declaration of a name binds; a further one is a warning.
-EntityRecord* register_entity_decl(const Unit* name, const Unit* value, const Unit* publicId,
-                                   const Unit* systemId, const Unit* notation);
 
 }  // namespace qvox

@@ -11,13 +11,22 @@
 %define parse.error custom
 %expect 0
 
+%parse-param {qvox::Grammar& grammar}
+%lex-param {qvox::Grammar& grammar}
+
 %code requires {
-#include "scanner/dtd_actions.h"
-#include "scanner/grammar_values.h"
+namespace qvox {
+class Grammar;
+struct DefaultDecl;
+struct ElementRecord;
+struct ExternalId;
+struct ParameterEntityDef;
+struct Pieces;
+}
 }
 
 %union {
-    qvox::Unit* text;
+    unsigned short* text;
     qvox::Pieces* pieces;
     const qvox::ExternalId* externalId;
     const qvox::DefaultDecl* defaultDecl;
@@ -32,62 +41,21 @@
 
 #include <cstddef>
 
-#include "runtime/heap.h"
-#include "scanner/document_actions.h"
-#include "scanner/events.h"
-#include "scanner/external_subset.h"
 #include "scanner/grammar.h"
-#include "scanner/lexer.h"
-#include "scanner/scanner_error.h"
-
-using namespace qvox;
-
-static constexpr Unit PERCENT[] = {'%', 0};
 
 // The parser's stacks go with the parse, also when an exception passes through.
-#define YYMALLOC(size) halloc_any(parseHeap, size, alignof(std::max_align_t))
+#define YYMALLOC(size) grammar.heap.halloc_any(size, alignof(std::max_align_t))
 #define YYFREE(block) static_cast<void>(block)
 
-static int yylex(YYSTYPE* value) {
-    const int token = next_token();
-    value->text = tokenValue;
+static int yylex(YYSTYPE* value, qvox::Grammar& grammar) {
+    const int token = grammar.lexer.next_token();
+    value->text = grammar.lexer.tokenValue;
     return token;
 }
 
 // Bison calls this for one thing: a stack that has reached its limit.
-static void yyerror(const char*) { syntax_error("parser stack overflow"); }
-
-static void start_element(const Unit* name) {
-    process_start_tag(name);
-    ev_start_prefix_mappings(*currentTag);
-    ev_start_element(*currentTag);
-}
-
-// The element has ended, under its start tag's name, before the end tag is compared with it.
-static void end_element(const Unit* name) {
-    ev_end_element(*currentTag);
-    ev_end_prefix_mappings(*currentTag);
-    end_tag(name);
-}
-
-static void declare_internal_entity(const Unit* name, const Unit* value) {
-    register_entity_decl(name, value, nullptr, nullptr, nullptr);
-    ev_internal_entity_decl(name, value);
-}
-
-static void declare_external_entity(const Unit* name, const ExternalId& id, const Unit* notation) {
-    register_entity_decl(name, nullptr, id.publicId, id.systemId, notation);
-    ev_external_entity_decl(name, id.publicId, id.systemId, notation);
-}
-
-// A parameter entity is known by its name behind a '%'.
-static void declare_parameter_entity(const Unit* bareName, const ParameterEntityDef& definition) {
-    const Unit* name = concat_strings({PERCENT, bareName});
-    if (definition.value != nullptr) {
-        declare_internal_entity(name, definition.value);
-    } else {
-        declare_external_entity(name, *definition.external, nullptr);
-    }
+static void yyerror(qvox::Grammar& grammar, const char*) {
+    grammar.lexer.scanner_errors().syntax_error("parser stack overflow");
 }
 }
 
@@ -172,11 +140,11 @@ static void declare_parameter_entity(const Unit* bareName, const ParameterEntity
 /* The document. */
 
 docBegin
-    : %empty { ev_start_document(); }
+    : %empty { grammar.events.ev_start_document(); }
     ;
 
 document
-    : docBegin documentBody { ev_end_document(); }
+    : docBegin documentBody { grammar.events.ev_end_document(); }
     ;
 
 documentBody
@@ -195,16 +163,16 @@ PubidLiteral  : PUBID_LITERAL;
 /* Text, comments, processing instructions, CDATA sections. */
 
 CharData
-    : CHARDATA { ev_characters($1); }
+    : CHARDATA { grammar.events.ev_characters($1); }
     ;
 
 Comment
-    : COMMENT_START COMMENT_TEXT COMMENT_END { ev_comment($2); }
+    : COMMENT_START COMMENT_TEXT COMMENT_END { grammar.events.ev_comment($2); }
     ;
 
 PI
-    : PI_START PITarget PI_END { ev_pi($2, nullptr); }
-    | PI_START PITarget S PI_DATA PI_END { ev_pi($2, $4); }
+    : PI_START PITarget PI_END { grammar.events.ev_pi($2, nullptr); }
+    | PI_START PITarget S PI_DATA PI_END { grammar.events.ev_pi($2, $4); }
     ;
 
 PITarget : PI_TARGET;
@@ -214,15 +182,15 @@ CDSect
     ;
 
 CDStart
-    : CDATA_START { ev_start_cdata(); }
+    : CDATA_START { grammar.events.ev_start_cdata(); }
     ;
 
 CData
-    : CDATA_TEXT { ev_characters($1); }
+    : CDATA_TEXT { grammar.events.ev_characters($1); }
     ;
 
 CDEnd
-    : CDATA_END { ev_end_cdata(); }
+    : CDATA_END { grammar.events.ev_end_cdata(); }
     ;
 
 /* The prolog. */
@@ -247,10 +215,10 @@ doctypeOpt
     ;
 
 XMLDecl
-    : XML_DECL_START VersionInfo Sopt PI_END { ev_xml_decl($2, nullptr, nullptr); }
-    | XML_DECL_START VersionInfo EncodingDecl Sopt PI_END { ev_xml_decl($2, $3, nullptr); }
-    | XML_DECL_START VersionInfo SDDecl Sopt PI_END { ev_xml_decl($2, nullptr, $3); }
-    | XML_DECL_START VersionInfo EncodingDecl SDDecl Sopt PI_END { ev_xml_decl($2, $3, $4); }
+    : XML_DECL_START VersionInfo Sopt PI_END { grammar.events.ev_xml_decl($2, nullptr, nullptr); }
+    | XML_DECL_START VersionInfo EncodingDecl Sopt PI_END { grammar.events.ev_xml_decl($2, $3, nullptr); }
+    | XML_DECL_START VersionInfo SDDecl Sopt PI_END { grammar.events.ev_xml_decl($2, nullptr, $3); }
+    | XML_DECL_START VersionInfo EncodingDecl SDDecl Sopt PI_END { grammar.events.ev_xml_decl($2, $3, $4); }
     ;
 
 Sopt
@@ -278,15 +246,15 @@ Misc
 
 doctypedecl
     : DOCTYPE_START S Name Sopt
-      { ev_start_dtd($3, nullptr, nullptr); }
+      { grammar.events.ev_start_dtd($3, nullptr, nullptr); }
       internalSubsetOpt TAG_CLOSE
-      { ev_end_dtd(); }
+      { grammar.events.ev_end_dtd(); }
     | DOCTYPE_START S Name S ExternalID Sopt
-      { ev_start_dtd($3, $5->publicId, $5->systemId); }
+      { grammar.events.ev_start_dtd($3, $5->publicId, $5->systemId); }
       internalSubsetOpt TAG_CLOSE
-      { load_external_subset($5->publicId, $5->systemId); }
+      { grammar.lexer.load_external_subset($5->systemId); }
       extSubsetOpt
-      { ev_end_dtd(); }
+      { grammar.events.ev_end_dtd(); }
     ;
 
 internalSubsetOpt
@@ -359,7 +327,7 @@ element
     ;
 
 STag
-    : STAG_OPEN Name AttributeList Sopt TAG_CLOSE { start_element($2); }
+    : STAG_OPEN Name AttributeList Sopt TAG_CLOSE { grammar.start_element($2); }
     ;
 
 AttributeList
@@ -368,11 +336,11 @@ AttributeList
     ;
 
 Attribute
-    : Name Eq AttValue { add_attribute($1, $3, true); }
+    : Name Eq AttValue { grammar.elements.add_attribute($1, $3, true); }
     ;
 
 ETag
-    : ETAG_OPEN Name Sopt TAG_CLOSE { end_element($2); }
+    : ETAG_OPEN Name Sopt TAG_CLOSE { grammar.end_element($2); }
     ;
 
 content
@@ -390,15 +358,15 @@ contentItem
     | CDSect
     | PI
     | Comment
-    | IGNORABLE_WS { ev_ignorable_whitespace($1); }
+    | IGNORABLE_WS { grammar.events.ev_ignorable_whitespace($1); }
     | TextDecl
     ;
 
 EmptyElemTag
     : STAG_OPEN Name AttributeList Sopt EMPTY_TAG_CLOSE
       {
-          start_element($2);
-          end_element($2);
+          grammar.start_element($2);
+          grammar.end_element($2);
       }
     ;
 
@@ -406,23 +374,20 @@ EmptyElemTag
 
 elementdecl
     : ELEMENT_DECL_START S Name S contentspec Sopt TAG_CLOSE
-      {
-          register_element_decl($3, $5, false);
-          ev_element_decl($3, $5);
-      }
+      { grammar.declare_element($3, $5); }
     ;
 
 contentspec
     : KW_EMPTY
     | KW_ANY
-    | Mixed { $$ = flatten($1); }
-    | children { $$ = flatten($1); }
+    | Mixed { $$ = grammar.values.flatten($1); }
+    | children { $$ = grammar.values.flatten($1); }
     ;
 
 children
-    : choice OccurrenceOpt { $$ = join({$1, $2}); }
-    | seq OccurrenceOpt { $$ = join({$1, $2}); }
-    | group OccurrenceOpt { $$ = join({$1, $2}); }
+    : choice OccurrenceOpt { $$ = grammar.values.join({$1, $2}); }
+    | seq OccurrenceOpt { $$ = grammar.values.join({$1, $2}); }
+    | group OccurrenceOpt { $$ = grammar.values.join({$1, $2}); }
     ;
 
 OccurrenceOpt
@@ -431,67 +396,67 @@ OccurrenceOpt
     ;
 
 Occurrence
-    : '?' { $$ = piece('?'); }
-    | '*' { $$ = piece('*'); }
-    | '+' { $$ = piece('+'); }
+    : '?' { $$ = grammar.values.join({'?'}); }
+    | '*' { $$ = grammar.values.join({'*'}); }
+    | '+' { $$ = grammar.values.join({'+'}); }
     ;
 
 cp
-    : cpBody OccurrenceOpt { $$ = join({$1, $2}); }
+    : cpBody OccurrenceOpt { $$ = grammar.values.join({$1, $2}); }
     ;
 
 cpBody
-    : Name { $$ = piece($1); }
+    : Name { $$ = grammar.values.join({$1}); }
     | group
     | choice
     | seq
     ;
 
 group
-    : '(' Sopt cp Sopt ')' { $$ = join({piece('('), $3, piece(')')}); }
+    : '(' Sopt cp Sopt ')' { $$ = grammar.values.join({'(', $3, ')'}); }
     ;
 
 choice
     : '(' Sopt cp Sopt '|' Sopt choiceList Sopt ')'
-      { $$ = join({piece('('), $3, piece('|'), $7, piece(')')}); }
+      { $$ = grammar.values.join({'(', $3, '|', $7, ')'}); }
     ;
 
 choiceList
     : cp
-    | choiceList Sopt '|' Sopt cp { $$ = join({$1, piece('|'), $5}); }
+    | choiceList Sopt '|' Sopt cp { $$ = grammar.values.join({$1, '|', $5}); }
     ;
 
 seq
     : '(' Sopt cp Sopt ',' Sopt seqList Sopt ')'
-      { $$ = join({piece('('), $3, piece(','), $7, piece(')')}); }
+      { $$ = grammar.values.join({'(', $3, ',', $7, ')'}); }
     ;
 
 seqList
     : cp
-    | seqList Sopt ',' Sopt cp { $$ = join({$1, piece(','), $5}); }
+    | seqList Sopt ',' Sopt cp { $$ = grammar.values.join({$1, ',', $5}); }
     ;
 
 Mixed
     : '(' Sopt KW_PCDATA Sopt ')' '*'
-      { $$ = join({piece('('), piece($3), piece(')'), piece('*')}); }
+      { $$ = grammar.values.join({'(', $3, ')', '*'}); }
     | '(' Sopt KW_PCDATA Sopt '|' Sopt NameList Sopt ')' '*'
-      { $$ = join({piece('('), piece($3), piece('|'), $7, piece(')'), piece('*')}); }
+      { $$ = grammar.values.join({'(', $3, '|', $7, ')', '*'}); }
     | '(' Sopt KW_PCDATA Sopt ')'
-      { $$ = join({piece('('), piece($3), piece(')')}); }
+      { $$ = grammar.values.join({'(', $3, ')'}); }
     ;
 
 NameList
-    : Name { $$ = piece($1); }
-    | NameList Sopt '|' Sopt Name { $$ = join({$1, piece('|'), piece($5)}); }
+    : Name { $$ = grammar.values.join({$1}); }
+    | NameList Sopt '|' Sopt Name { $$ = grammar.values.join({$1, '|', $5}); }
     ;
 
 /* Attribute-list declarations. */
 
 AttlistDecl
     : ATTLIST_DECL_START Sopt Name
-      { $<element>$ = begin_attlist($3); }
+      { $<element>$ = grammar.dtd.begin_attlist($3); }
       AttDefList Sopt TAG_CLOSE
-      { ev_attlist_decl($3, *$<element>4); }
+      { grammar.events.ev_attlist_decl($3, *$<element>4); }
     ;
 
 AttDefList
@@ -500,13 +465,13 @@ AttDefList
     ;
 
 AttDef
-    : S Name S AttType S DefaultDecl { add_att_def($2, $4, $6->mode, $6->value); }
+    : S Name S AttType S DefaultDecl { grammar.dtd.add_att_def($2, $4, $6->mode, $6->value); }
     ;
 
 AttType
     : StringType
     | TokenizedType
-    | EnumeratedType { $$ = flatten($1); }
+    | EnumeratedType { $$ = grammar.values.flatten($1); }
     ;
 
 StringType : KW_CDATA;
@@ -528,23 +493,23 @@ EnumeratedType
 
 NotationType
     : KW_NOTATION S '(' Sopt NameList Sopt ')'
-      { $$ = join({piece($1), piece(' '), piece('('), $5, piece(')')}); }
+      { $$ = grammar.values.join({$1, ' ', '(', $5, ')'}); }
     ;
 
 Enumeration
-    : '(' Sopt NmtokenList Sopt ')' { $$ = join({piece('('), $3, piece(')')}); }
+    : '(' Sopt NmtokenList Sopt ')' { $$ = grammar.values.join({'(', $3, ')'}); }
     ;
 
 NmtokenList
-    : Nmtoken { $$ = piece($1); }
-    | NmtokenList Sopt '|' Sopt Nmtoken { $$ = join({$1, piece('|'), piece($5)}); }
+    : Nmtoken { $$ = grammar.values.join({$1}); }
+    | NmtokenList Sopt '|' Sopt Nmtoken { $$ = grammar.values.join({$1, '|', $5}); }
     ;
 
 DefaultDecl
-    : KW_REQUIRED { $$ = default_decl($1, nullptr); }
-    | KW_IMPLIED { $$ = default_decl($1, nullptr); }
-    | AttValue { $$ = default_decl(nullptr, $1); }
-    | KW_FIXED S AttValue { $$ = default_decl($1, $3); }
+    : KW_REQUIRED { $$ = grammar.values.default_decl($1, nullptr); }
+    | KW_IMPLIED { $$ = grammar.values.default_decl($1, nullptr); }
+    | AttValue { $$ = grammar.values.default_decl(nullptr, $1); }
+    | KW_FIXED S AttValue { $$ = grammar.values.default_decl($1, $3); }
     ;
 
 /* Conditional sections. The lexer's states of a subset never open one. */
@@ -579,25 +544,25 @@ EntityDecl
     ;
 
 GEDecl
-    : ENTITY_DECL_START S Name S EntityValue Sopt TAG_CLOSE { declare_internal_entity($3, $5); }
+    : ENTITY_DECL_START S Name S EntityValue Sopt TAG_CLOSE { grammar.declare_internal_entity($3, $5); }
     | ENTITY_DECL_START S Name S ExternalID Sopt TAG_CLOSE
-      { declare_external_entity($3, *$5, nullptr); }
+      { grammar.declare_external_entity($3, *$5, nullptr); }
     | ENTITY_DECL_START S Name S ExternalID NDataDecl Sopt TAG_CLOSE
-      { declare_external_entity($3, *$5, $6); }
+      { grammar.declare_external_entity($3, *$5, $6); }
     ;
 
 PEDecl
-    : ENTITY_DECL_START S '%' S Name S PEDef Sopt TAG_CLOSE { declare_parameter_entity($5, *$7); }
+    : ENTITY_DECL_START S '%' S Name S PEDef Sopt TAG_CLOSE { grammar.declare_parameter_entity($5, *$7); }
     ;
 
 PEDef
-    : EntityValue { $$ = parameter_entity_def($1, nullptr); }
-    | ExternalID { $$ = parameter_entity_def(nullptr, $1); }
+    : EntityValue { $$ = grammar.values.parameter_entity_def($1, nullptr); }
+    | ExternalID { $$ = grammar.values.parameter_entity_def(nullptr, $1); }
     ;
 
 ExternalID
-    : KW_SYSTEM S SystemLiteral { $$ = external_id(nullptr, $3); }
-    | PublicID S SystemLiteral { $$ = external_id($1, $3); }
+    : KW_SYSTEM S SystemLiteral { $$ = grammar.values.external_id(nullptr, $3); }
+    | PublicID S SystemLiteral { $$ = grammar.values.external_id($1, $3); }
     ;
 
 NDataDecl
@@ -621,8 +586,8 @@ EncName : ENC_NAME;
 
 NotationDecl
     : NOTATION_DECL_START S Name S ExternalID Sopt TAG_CLOSE
-      { ev_notation_decl($3, $5->publicId, $5->systemId); }
-    | NOTATION_DECL_START S Name S PublicID Sopt TAG_CLOSE { ev_notation_decl($3, $5, nullptr); }
+      { grammar.events.ev_notation_decl($3, $5->publicId, $5->systemId); }
+    | NOTATION_DECL_START S Name S PublicID Sopt TAG_CLOSE { grammar.events.ev_notation_decl($3, $5, nullptr); }
     ;
 
 PublicID
@@ -631,6 +596,8 @@ PublicID
 
 %%
 
-static int yyreport_syntax_error(const yypcontext_t*) { syntax_error("parse error"); }
+static int yyreport_syntax_error(const yypcontext_t*, qvox::Grammar& grammar) {
+    grammar.lexer.scanner_errors().syntax_error("parse error");
+}
 
-int qvox::grammar_run() { return grammar_parse(); }
+void qvox::Grammar::grammar_run() { grammar_parse(*this); }

@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 
+#include "runtime/heap.h"
 #include "text/wide.h"
 
 namespace qvox {
@@ -18,17 +19,6 @@ struct Pieces {
     Piece* first;
     Piece* last;
 };
-
-Pieces* piece(const Unit* text);
-// The text of one ASCII character.
-Pieces* piece(char symbol);
-// The texts in order, which are used up by this.
-Pieces* join(std::initializer_list<Pieces*> parts);
-// The whole text in one string.
-Unit* flatten(const Pieces* pieces);
-
-// The texts in order in one string.
-Unit* concat_strings(std::initializer_list<const Unit*> texts);
 
 struct ExternalId {
     const Unit* publicId;  // or null
@@ -46,8 +36,36 @@ struct ParameterEntityDef {
     const ExternalId* external;  // null with a value
 };
 
-const ExternalId* external_id(const Unit* publicId, const Unit* systemId);
-const DefaultDecl* default_decl(const Unit* mode, const Unit* value);
-const ParameterEntityDef* parameter_entity_def(const Unit* value, const ExternalId* external);
+class GrammarValues {
+public:
+    explicit GrammarValues(Heap& parseHeap) : heap(parseHeap) {}
+
+    // What a joined text can be made of: pieces, which are used up by it, the text of a token, or
+    // an ASCII character.
+    struct Part {
+        Part(Pieces* joined) : pieces(joined) {}
+        Part(const Unit* tokenText) : text(tokenText) {}
+        Part(char asciiSymbol) : symbol(asciiSymbol) {}
+
+        Pieces* pieces = nullptr;
+        const Unit* text = nullptr;
+        char symbol = 0;
+    };
+
+    // The parts in order.
+    Pieces* join(std::initializer_list<Part> parts);
+    // The whole text in one string.
+    Unit* flatten(const Pieces* pieces);
+
+    const ExternalId* external_id(const Unit* publicId, const Unit* systemId);
+    const DefaultDecl* default_decl(const Unit* mode, const Unit* value);
+    const ParameterEntityDef* parameter_entity_def(const Unit* value, const ExternalId* external);
+
+private:
+    Pieces* pieces_of(const Part& part);
+    Pieces* piece(const Unit* text);
+
+    Heap& heap;
+};
 
 }  // namespace qvox

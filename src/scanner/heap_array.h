@@ -22,8 +22,8 @@ public:
     bool empty() const { return count == 0; }
     std::size_t size() const { return count; }
 
-    void append(const Item& item) {
-        if (count == capacity) grow();
+    void append(Heap& heap, const Item& item) {
+        if (count == capacity) grow(heap);
         items[count++] = item;
     }
 
@@ -31,10 +31,9 @@ public:
     void shrink(std::size_t size) { count = size; }
 
 private:
-    void grow() {
+    void grow(Heap& heap) {
         const std::size_t larger = capacity == 0 ? FIRST_CAPACITY : 2 * capacity;
-        auto* moved =
-            static_cast<Item*>(halloc_any(parseHeap, larger * sizeof(Item), alignof(Item)));
+        auto* moved = static_cast<Item*>(heap.halloc_any(larger * sizeof(Item), alignof(Item)));
         if (count != 0) std::memcpy(static_cast<void*>(moved), items, count * sizeof(Item));
         items = moved;
         capacity = larger;

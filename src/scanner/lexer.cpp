@@ -1,178 +1,192 @@
 #include "scanner/lexer.h"
 
-#include "input/level_events.h"
-#include "runtime/heap.h"
+#include <utility>
+
 #include "runtime/report.h"
-#include "scanner/literals.h"
-#include "scanner/recent_names.h"
+#include "text/char_classes.h"
 
 namespace qvox {
 
-Unit* tokenValue = nullptr;
-
-namespace {
-
-struct PendingToken {
-    int token;  // 0 for none
-    Unit* value;
+const Lexer::Scan Lexer::SCANS[] = {
+    nullptr,
+    &Lexer::scan_document,
+    &Lexer::scan_comment,
+    &Lexer::scan_xml_decl,
+    &Lexer::scan_pi,
+    &Lexer::scan_start_tag,
+    &Lexer::scan_content,
+    &Lexer::scan_end_tag,
+    &Lexer::scan_cdata,
+    &Lexer::scan_cond_section,
+    &Lexer::scan_include_body,
+    &Lexer::scan_doctype,
+    &Lexer::scan_element_decl,
+    &Lexer::scan_attlist_decl,
+    &Lexer::scan_entity_decl,
+    &Lexer::scan_notation_decl,
 };
 
-PendingToken pending = {0, nullptr};
+Lexer::Lexer(Heap& parseHeap, Input& inputOfParse, Names& namesOfParse, Declarations& declarations,
+             Elements& elementsOfParse, bool externalFiles)
+    : heap(parseHeap),
+      input(inputOfParse),
+      names(namesOfParse),
+      elements(elementsOfParse),
+      errors(input, token),
+      references(input, token, declarations, errors, externalFiles),
+      literals(input, token, references, errors) {
+    static_assert(sizeof SCANS / sizeof SCANS[0] == LEX_NOTATION_DECL + 1, "one a main state");
+    states.push_frame(LEX_DOCUMENT);
+}
 
-// The end of an external subset that was met while another token was pending: it comes out behind
-// that one.
-bool subsetEndWaits = false;
+void Lexer::end() const {
+    if (states.height() == 0) return;
+    qvox_report(REPORT_WARNING, QVOXException::INTERNAL_ERR, "state sp = %d at EOF",
+                static_cast<int>(states.height()));
+}
 
-int previousToken = 0;  // the last one that was scanned, pending ones not counted
+int Lexer::next_token() {
+    if (pending.token != 0) return take_pending();
+    input.begin_token();
+    token.clear();
+    int scanned = scan_token();
+    while (scanned == START_AGAIN) scanned = scan_token();
+    token.terminate();
+    previousToken = scanned;
+    return scanned;
+}
 
-using Scan = int (*)();
-constexpr Scan SCANS[] = {
-    nullptr,           scan_document,     scan_comment,      scan_xml_decl,
-    scan_pi,           scan_start_tag,    scan_content,      scan_end_tag,
-    scan_cdata,        scan_cond_section, scan_include_body, scan_doctype,
-    scan_element_decl, scan_attlist_decl, scan_entity_decl,  scan_notation_decl,
-};
-static_assert(sizeof SCANS / sizeof SCANS[0] == LEX_NOTATION_DECL + 1, "one for each main state");
+int Lexer::take_pending() {
+    const PendingToken taken = std::exchange(pending, {0, nullptr});
+    tokenValue = taken.value;
+    if (std::exchange(subsetEndWaits, false)) pending.token = EXT_SUBSET_END;
+    return taken.token;
+}
 
-int take_pending() {
-    const int token = pending.token;
-    tokenValue = pending.value;
-    pending = {0, nullptr};
-    if (subsetEndWaits) {
-        subsetEndWaits = false;
-        pending.token = EXT_SUBSET_END;
+void Lexer::set_pending(int tokenNumber, Unit* value) {
+    subsetEndWaits = pending.token == EXT_SUBSET_END;
+    pending = {tokenNumber, value};
+}
+
+// The token that begins with curChar.
+int Lexer::scan_token() {
+    if (curChar() == END_OF_INPUT) {
+        states.pop_frame();
+        return 0;
     }
-    return token;
+    const int main = states.main_state();
+    if (is_space(curChar()) && !space_is_text(main)) return scan_space();
+    if (!starts_reference(main)) token.append_char(curChar());
+    if (main < LEX_DOCUMENT || main > LEX_NOTATION_DECL) {
+        qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "illegal lex state (%d)", main);
+    }
+    return (this->*SCANS[main])();
+}
+
+int Lexer::scan_space() {
+    do {
+        token.append_char(curChar());
+        read_char();
+    } while (is_space(curChar()));
+    return S;
 }
 
 // White space is text in these states, and a token of its own in all others.
-bool space_is_text(int main) {
+bool Lexer::space_is_text(int main) const {
     return main == LEX_COMMENT || main == LEX_CONTENT || main == LEX_CDATA;
 }
 
 // Here '&' and '%' are characters like all others, also as the first.
-bool is_plain_text(int main) {
+bool Lexer::is_plain_text(int main) const {
     return main == LEX_COMMENT || main == LEX_CDATA ||
-           (main == LEX_PI && sub_state() == SUB_PI_DATA) ||
-           (main == LEX_COND_SECTION && sub_state() == SUB_IGNORE_BODY);
+           (main == LEX_PI && states.sub_state() == SUB_PI_DATA) ||
+           (main == LEX_COND_SECTION && states.sub_state() == SUB_IGNORE_BODY);
 }
 
-bool starts_reference(int main) {
-    if (curChar == '&') return !is_plain_text(main);
-    return curChar == '%' && main != LEX_CONTENT && !is_plain_text(main);
+bool Lexer::starts_reference(int main) const {
+    if (curChar() == '&') return !is_plain_text(main);
+    return curChar() == '%' && main != LEX_CONTENT && !is_plain_text(main);
 }
 
-int scan_space() {
-    do {
-        append_unit(static_cast<Unit>(curChar));
-        read_char();
-    } while (is_space(curChar));
-    return S;
-}
-
-// The token that begins with curChar.
-int scan_token() {
-    if (curChar == -1) {
-        pop_frame();
-        return 0;
-    }
-    const int main = main_state();
-    if (is_space(curChar) && !space_is_text(main)) return scan_space();
-    if (!starts_reference(main)) append_char(curChar);
-    if (main < LEX_DOCUMENT || main > LEX_NOTATION_DECL) {
-        qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "illegal lex state (%d)", main);
-    }
-    return SCANS[main]();
-}
-
-}  // namespace
-
-void lexer_start() {
-    token_buffer_create();
-    state_stack_create();
-    recent_names_start();
-    push_frame(LEX_DOCUMENT);
-    pending = {0, nullptr};
-    subsetEndWaits = false;
-    previousToken = 0;
-}
-
-void lexer_end(bool accepted) {
-    if (accepted && stateTop > 0) {
-        qvox_report(REPORT_WARNING, QVOXException::INTERNAL_ERR, "state sp = %d at EOF", stateTop);
-    }
-    token_buffer_destroy();
-    state_stack_destroy();
-}
-
-int next_token() {
-    if (pending.token != 0) return take_pending();
-    tokenCol = curCol;
-    tokenLen = 0;
-    int token = scan_token();
-    while (token == START_AGAIN) token = scan_token();
-    terminated_token();
-    previousToken = token;
-    return token;
-}
-
-void scan_name() {
-    append_run(NAME_STOPS);
+// Reads on within markup: what is looked at belongs to the token, for messages too.
+int Lexer::read_markup() {
     read_char();
-    while (is_name_char(curChar)) {
-        append_unit(static_cast<Unit>(curChar));
-        append_run(NAME_STOPS);
+    if (curChar() != END_OF_INPUT) token.append_char(curChar());
+    return curChar();
+}
+
+// Takes the character in hand as the whole token.
+int Lexer::single_character() {
+    const int character = curChar();
+    read_char();
+    return character;
+}
+
+int Lexer::open_frame(int tokenNumber, MainState main) {
+    states.push_frame(main);
+    return tokenNumber;
+}
+
+// The character in hand is the last of a construct.
+int Lexer::close_frame(int tokenNumber) {
+    states.pop_frame();
+    read_char();
+    return tokenNumber;
+}
+
+// curChar is in the token already: appends the characters that can continue a name, and leaves the
+// first other one in hand.
+void Lexer::scan_name() {
+    append_run(token, input, NAME_STOPS);
+    read_char();
+    while (is_name_char(curChar())) {
+        token.append_char(curChar());
+        append_run(token, input, NAME_STOPS);
         read_char();
     }
-    terminated_token();
+    token.terminate();
 }
 
-void token_copy() { tokenValue = halloc_copy(parseHeap, tokenText, tokenLen); }
-
-void token_lend() {
-    terminated_token();
-    tokenValue = tokenText;
-}
-
-void set_pending(int token, Unit* value) {
-    subsetEndWaits = pending.token == EXT_SUBSET_END;
-    pending = {token, value};
-}
-
-bool token_follows_space() { return previousToken == S; }
-
-const Keyword* find_keyword(const Keyword* begin, const Keyword* end, std::size_t offset) {
-    for (const Keyword* row = begin; row != end; ++row) {
-        if (wide_narrow_compare(tokenText + offset, row->word) == 0) return row;
-    }
-    return nullptr;
-}
-
-int scan_name_token() {
+// A name, or what it opens: NAME with the name as its value.
+int Lexer::scan_name_token() {
     scan_name();
-    tokenValue = kept_name(tokenText, tokenLen);
+    tokenValue = names.kept_name(token.text(), token.length());
     return NAME;
 }
 
-int scan_literal(int token) {
-    curChar = read_literal(curChar, token);
+// A quoted literal with curChar as its quote: `tokenNumber`, with the text as its value.
+int Lexer::scan_literal(int tokenNumber) {
+    input.curChar = literals.read_literal(curChar(), tokenNumber);
     token_copy();
-    return token;
+    return tokenNumber;
 }
 
-void subset_level_started() {
+// The value is a copy of the text that lasts as long as the parse.
+void Lexer::token_copy() { tokenValue = heap.halloc_copy(token.text(), token.length()); }
+
+// The value is the text itself.
+void Lexer::token_lend() { tokenValue = token.terminate(); }
+
+// A file is opened for a document in a file only.
+void Lexer::load_external_subset(const Unit* systemId) {
+    if (systemId == nullptr || input.reading_memory()) return;
+    std::unique_ptr<ByteStream> file = references.open_external(systemId);
+    if (file != nullptr) input.push_external_subset(std::move(file));
+}
+
+void Lexer::subset_level_started() {
     set_pending(EXT_SUBSET_START, nullptr);
-    push_frame(LEX_DOCTYPE);
-    push_sub(SUB_DTD_BODY);
+    states.push_frame(LEX_DOCTYPE);
+    states.push_sub(SUB_DTD_BODY);
 }
 
-void subset_level_ended() {
+void Lexer::subset_level_ended() {
     if (pending.token != 0) {
         subsetEndWaits = true;
     } else {
         set_pending(EXT_SUBSET_END, nullptr);
     }
-    pop_frame();
+    states.pop_frame();
 }
 
 }  // namespace qvox

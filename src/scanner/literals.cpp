@@ -1,12 +1,8 @@
 #include "scanner/literals.h"
 
-#include "input/input_stack.h"
 #include "runtime/report.h"
-#include "scanner/references.h"
 #include "scanner/run_stops.h"
-#include "scanner/scanner_error.h"
 #include "scanner/token.h"
-#include "scanner/token_buffer.h"
 #include "text/char_classes.h"
 #include "text/temporaries.h"
 
@@ -27,10 +23,6 @@ constexpr EncodingName ENCODING_NAMES[] = {
     {"EUC-JP", UTF8, EUC}, {"ISO-2022-JP", UTF8, JIS},
 };
 
-[[noreturn]] void declaration_error(const char* message) {
-    lex_error(QVOXException::INVALID_XML_DECL_ERR, message, 0);
-}
-
 bool is_ascii_name_char(Unit unit) { return unit < 0x80 && charClassTable[unit] == CLASS_NAME; }
 
 bool is_ascii_letter(Unit unit) {
@@ -44,26 +36,81 @@ bool is_in(const char* symbols, Unit unit) {
     return false;
 }
 
-void check_public_id(const Unit* text) {
-    for (; *text != 0; ++text) {
-        if (is_ascii_name_char(*text) || is_in(PUBLIC_ID_SYMBOLS, *text)) continue;
-        lex_error(QVOXException::INVALID_CHAR_ERR, "illegal public id", 0);
+const EncodingName* find_encoding(const Unit* text) {
+    for (const EncodingName& row : ENCODING_NAMES) {
+        if (wide_narrow_casecompare(text, row.name) == 0) return &row;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+int Literals::read_literal(int quote, int tokenNumber) {
+    const bool hasParameterReferences = tokenNumber == ENTITY_VALUE;
+    const bool hasReferences = tokenNumber == ATT_VALUE || tokenNumber == ENTITY_VALUE;
+    token.clear();
+    append_run(token, input, LITERAL_STOPS);
+    int c = input.curGetc();
+    while (c != quote) {
+        if (c == END_OF_INPUT) {
+            errors.lex_error(QVOXException::UNEXPECTED_EOF_ERR, "unterminated literal", 0);
+        }
+        if ((c == '&' && hasReferences) || (c == '%' && hasParameterReferences)) {
+            bool isCharRef = false;
+            c = references.read_reference(c, &isCharRef);
+            if (!isCharRef) continue;
+        }
+        token.append_char(c);
+        append_run(token, input, LITERAL_STOPS);
+        c = input.curGetc();
+    }
+    check_literal(tokenNumber, token.terminate());
+    return input.curGetc();
+}
+
+// Raises the error of a public identifier, version number, standalone value or encoding name that
+// is not well formed, and lets an encoding name take effect. Other literals pass.
+void Literals::check_literal(int tokenNumber, const Unit* text) {
+    switch (tokenNumber) {
+        case PUBID_LITERAL: check_public_id(text); break;
+        case VERSION_NUM: check_version(text); break;
+        case KW_STANDALONE: check_standalone(text); break;
+        case ENC_NAME: check_encoding(text); break;
+        default: break;
     }
 }
 
-void check_version(const Unit* text) {
+void Literals::check_public_id(const Unit* text) const {
+    for (; *text != 0; ++text) {
+        if (is_ascii_name_char(*text) || is_in(PUBLIC_ID_SYMBOLS, *text)) continue;
+        errors.lex_error(QVOXException::INVALID_CHAR_ERR, "illegal public id", 0);
+    }
+}
+
+void Literals::check_version(const Unit* text) const {
     if (*text == 0) declaration_error("empty version number");
     for (; *text != 0; ++text) {
         if (!is_ascii_name_char(*text)) declaration_error("illegal version number");
     }
 }
 
-void check_standalone(const Unit* text) {
+void Literals::check_standalone(const Unit* text) const {
     if (wide_narrow_compare(text, "yes") == 0 || wide_narrow_compare(text, "no") == 0) return;
     declaration_error("illegal standalone value");
 }
 
-void check_encoding_form(const Unit* text) {
+void Literals::check_encoding(const Unit* text) {
+    check_encoding_form(text);
+    const EncodingName* name = find_encoding(text);
+    if (name == nullptr) declaration_error("not supported encoding");
+    qvox_debug("xml decl encoding = %s", OsTemp(text).get());
+    if (input.docEncoding() != name->required) {
+        declaration_error("encoding decl not match to XML file format");
+    }
+    input.switch_encoding(name->becomes);
+}
+
+void Literals::check_encoding_form(const Unit* text) const {
     if (!is_ascii_letter(*text)) declaration_error("illegal encoding first character");
     while (*++text != 0) {
         // Of the name characters, the colon is the one that an encoding name can't have.
@@ -71,54 +118,8 @@ void check_encoding_form(const Unit* text) {
     }
 }
 
-const EncodingName& find_encoding(const Unit* text) {
-    for (const EncodingName& row : ENCODING_NAMES) {
-        if (wide_narrow_casecompare(text, row.name) == 0) return row;
-    }
-    declaration_error("not supported encoding");
-}
-
-void check_encoding(const Unit* text) {
-    check_encoding_form(text);
-    const EncodingName& encoding = find_encoding(text);
-    qvox_debug("xml decl encoding = %s", OsTemp(text).get());
-    if (docEncoding != encoding.required) {
-        declaration_error("encoding decl not match to XML file format");
-    }
-    switch_encoding(encoding.becomes);
-}
-
-}  // namespace
-
-int read_literal(int quote, int token) {
-    const bool hasParameterReferences = token == ENTITY_VALUE;
-    const bool hasReferences = token == ATT_VALUE || token == ENTITY_VALUE;
-    tokenLen = 0;
-    append_run(LITERAL_STOPS);
-    int c = curGetc();
-    while (c != quote) {
-        if (c == -1) lex_error(QVOXException::UNEXPECTED_EOF_ERR, "unterminated literal", 0);
-        if ((c == '&' && hasReferences) || (c == '%' && hasParameterReferences)) {
-            bool isCharRef = false;
-            c = read_reference(c, &isCharRef);
-            if (!isCharRef) continue;
-        }
-        append_char(c);
-        append_run(LITERAL_STOPS);
-        c = curGetc();
-    }
-    check_literal(token, terminated_token());
-    return curGetc();
-}
-
-void check_literal(int token, const Unit* text) {
-    switch (token) {
-        case PUBID_LITERAL: check_public_id(text); break;
-        case VERSION_NUM: check_version(text); break;
-        case KW_STANDALONE: check_standalone(text); break;
-        case ENC_NAME: check_encoding(text); break;
-        default: break;
-    }
+void Literals::declaration_error(const char* message) const {
+    errors.lex_error(QVOXException::INVALID_XML_DECL_ERR, message, 0);
 }
 
 }  // namespace qvox

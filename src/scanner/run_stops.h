@@ -3,7 +3,7 @@
 #pragma once
 
 #include "input/decoders.h"
-#include "input/input_stack.h"
+#include "input/input.h"
 #include "scanner/token_buffer.h"
 
 namespace qvox {
@@ -15,9 +15,8 @@ extern const RunStops COMMENT_STOPS;
 extern const RunStops CDATA_STOPS;  // CDATA sections and processing instructions
 
 // Appends the plain characters that can be had at once. What ends the run is read as ever.
-inline void append_run(const RunStops& stops) {
-    if (tokenLen == tokenCap) grow_token_buffer();
-    tokenLen += curGetRun(tokenText + tokenLen, tokenCap - tokenLen, stops);
+inline void append_run(TokenBuffer& token, Input& input, const RunStops& stops) {
+    token.append_by([&](Unit* to, std::size_t room) { return input.curGetRun(to, room, stops); });
 }
 
 }  // namespace qvox

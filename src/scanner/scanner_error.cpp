@@ -2,31 +2,26 @@
 
 #include <cstdlib>
 
-#include "input/input_stack.h"
 #include "runtime/report.h"
-#include "scanner/token_buffer.h"
 #include "text/temporaries.h"
 
 namespace qvox {
 
-namespace {
+void ScannerErrors::lex_error(QVOXException::Code code, const char* message,
+                              std::size_t tokenOffset) const {
+    error_at(code, message, input.docName(), token.terminate() + tokenOffset, input.curCol());
+}
 
-[[noreturn]] void error_at(int code, const char* first, const char* second, const Unit* text,
-                           int column) {
-    const OsTemp token(text);
-    qvox_report(REPORT_ERROR, code, "%s : %s (%s) at line %d, col %d", first, second, token.get(),
-                curLine, column);
+void ScannerErrors::syntax_error(const char* message) const {
+    error_at(QVOXException::SYNTAX_ERR, input.docName(), message, token.text(), input.tokenCol());
+}
+
+void ScannerErrors::error_at(QVOXException::Code code, const char* first, const char* second,
+                             const Unit* text, int column) const {
+    const OsTemp shown(text);
+    qvox_report(REPORT_ERROR, code, "%s : %s (%s) at line %d, col %d", first, second, shown.get(),
+                input.curLine(), column);
     std::abort();  // an error report always throws
-}
-
-}  // namespace
-
-void lex_error(int code, const char* message, std::size_t tokenOffset) {
-    error_at(code, message, docName.c_str(), terminated_token() + tokenOffset, curCol);
-}
-
-void syntax_error(const char* message) {
-    error_at(QVOXException::SYNTAX_ERR, docName.c_str(), message, tokenText, tokenCol);
 }
 
 }  // namespace qvox

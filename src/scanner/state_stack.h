@@ -3,6 +3,10 @@
 // has no limit of its own.
 #pragma once
 
+#include <cstddef>
+
+#include "runtime/growing_array.h"
+
 namespace qvox {
 
 enum MainState : int {
@@ -24,6 +28,7 @@ enum MainState : int {
 };
 
 enum SubState : int {
+    NO_SUB_STATE = 0,           // in tables: nothing follows
     SUB_START = 16,             // nothing particular has been seen yet
     SUB_VERSION_VALUE = 17,     // behind the word version
     SUB_ENCODING_VALUE = 18,    // behind the word encoding
@@ -49,22 +54,45 @@ enum SubState : int {
     SUB_NOTATION_PUBLIC = 39    // a public literal is due
 };
 
-// The state stack's and nobody else's to write.
-extern int* stateStack;  // entries of frames
-extern int stateTop;     // entries in use
-extern int stateFrame;   // index of the current frame's main state
+class StateStack {
+public:
+    StateStack() : stateStack(FIRST_CAPACITY) {}
 
-// An empty stack.
-void state_stack_create();
-void state_stack_destroy();
+    void push_frame(MainState main);
+    void pop_frame();
+    void push_sub(SubState sub) { push_entry(sub); }
+    void pop_sub() { --stateTop; }
+    void set_sub(SubState sub) { stateStack[stateTop - 1] = sub; }
 
-void push_frame(MainState main);
-void pop_frame();
-void push_sub(SubState sub);
-inline void pop_sub() { --stateTop; }
-inline void set_sub(SubState sub) { stateStack[stateTop - 1] = sub; }
+    int main_state() const { return stateStack[stateFrame]; }
+    int sub_state() const { return stateStack[stateTop - 1]; }
 
-inline int main_state() { return stateStack[stateFrame]; }
-inline int sub_state() { return stateStack[stateTop - 1]; }
+    // Entries in use.
+    std::size_t height() const { return stateTop; }
+
+private:
+    static constexpr std::size_t FIRST_CAPACITY = 256;
+
+    void push_entry(int entry) {
+        if (stateTop == stateStack.capacity()) stateStack.grow();
+        stateStack[stateTop++] = entry;
+    }
+
+    GrowingArray<int> stateStack;  // entries of frames
+    std::size_t stateTop = 0;
+    std::size_t stateFrame = 0;  // index of the current frame's main state
+};
+
+inline void StateStack::push_frame(MainState main) {
+    push_entry(static_cast<int>(stateFrame));
+    stateFrame = stateTop;
+    push_entry(main);
+    push_entry(SUB_START);
+}
+
+inline void StateStack::pop_frame() {
+    stateTop = stateFrame - 1;
+    stateFrame = static_cast<std::size_t>(stateStack[stateTop]);
+}
 
 }  // namespace qvox

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <regex>
 
 #include <gtest/gtest.h>
@@ -15,17 +16,11 @@ namespace {
 
 class HeapTest : public testing::Test {
 protected:
-    HeapTest() {
-        memstatEnabled = true;
-        heap = heap_create();
-    }
-    ~HeapTest() override {
-        heap_destroy(heap);
-        memstatEnabled = false;
-    }
+    HeapTest() : heap(std::make_unique<Heap>()) { memstatEnabled = true; }
+    ~HeapTest() override { memstatEnabled = false; }
 
     unsigned char* take(std::size_t size, std::size_t align = 0) {
-        return static_cast<unsigned char*>(halloc(heap, size, align));
+        return static_cast<unsigned char*>(heap->halloc(size, align));
     }
     // The blocks that `action` makes.
     template <typename Action>
@@ -35,7 +30,7 @@ protected:
         return allocationStatistics.heapBlockCount - before;
     }
 
-    Heap* heap;
+    std::unique_ptr<Heap> heap;
 };
 
 TEST_F(HeapTest, FirstFit) {
@@ -74,8 +69,8 @@ TEST_F(HeapTest, LargeRequestsHaveBlocksOfTheirOwn) {
         EXPECT_EQ(outcome.code, QVOXException::ALLOC_ERR);
         EXPECT_EQ(outcome.message, "illegal halloc size (" + std::to_string(size) + ")");
     }
-    std::memset(halloc_any(heap, 4194305, 8), 0, 4194305);
-    halloc_text(heap, 3000000)[3000000] = 0;
+    std::memset(heap->halloc_any(4194305, 8), 0, 4194305);
+    heap->halloc_text(3000000)[3000000] = 0;
 }
 
 // The figures are those of the process so far.

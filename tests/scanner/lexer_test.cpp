@@ -3,46 +3,38 @@
 
 #include <map>
 
-#include "input/input_stack.h"
-#include "parser/parse_run.h"
 #include "parser/tables.h"
-#include "runtime/heap.h"
 
 namespace qvox_test {
 namespace {
 
 using namespace qvox;
 
-// What a running parse has before its first token.
-struct ParseState {
-    ParseState() {
-        currentParser = &parser;
-        parseHeap = heap_create();
-        lexer_start();
-    }
-    ParseState(const ParseState&) = delete;
-    ParseState& operator=(const ParseState&) = delete;
-    ~ParseState() {
-        lexer_end(false);
-        close_input();
-        heap_destroy(std::exchange(parseHeap, nullptr));
-        currentParser = nullptr;
-    }
-    SAXParser parser;
+struct NoEvents : LevelEvents {
+    void ev_start_entity(const Unit*) override {}
+    void ev_end_entity(const Unit*) override {}
+    void subset_level_started() override {}
+    void subset_level_ended() override {}
 };
 
 // All tokens up to the end, or up to NO_TOKEN and the text in which it was found.
 std::string tokens_of(const std::string& bytes) {
-    const ParseState state;
     write_file("doc.xml", bytes);
     const auto document = ByteStream::open("doc.xml");
-    open_input("doc.xml", document.get(), nullptr);
+    NoEvents events;
+    Heap heap;
+    Input input(events);
+    Names kept(heap);
+    Declarations dtd(heap, input.expansion);
+    Elements elements(heap, dtd, input.expansion, {true, false});
+    Lexer lexer(heap, input, kept, dtd, elements, true);
+    input.open_input("doc.xml", document.get(), nullptr);
     std::map<int, std::string> names = {
         {'[', "["},           {COND_START, "<!["}, {COND_END, "]]>"},    {257, "S"},
         {KW_INCLUDE, "INCL"}, {KW_IGNORE, "IGN"},  {IGNORE_TEXT, "TEXT"}};
     std::string tokens;
-    for (int token = 0; (token = next_token()) != 0;) {
-        if (token == NO_TOKEN) return tokens + quoted(terminated_token());
+    for (int token = 0; (token = lexer.next_token()) != 0;) {
+        if (token == NO_TOKEN) return tokens + quoted(lexer.text_in_hand().text());
         tokens += names[token] + ' ';
     }
     return tokens.substr(0, tokens.size() - 1);
