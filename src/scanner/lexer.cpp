@@ -7,25 +7,6 @@
 
 namespace qvox {
 
-const Lexer::Scan Lexer::SCANS[] = {
-    nullptr,
-    &Lexer::scan_document,
-    &Lexer::scan_comment,
-    &Lexer::scan_xml_decl,
-    &Lexer::scan_pi,
-    &Lexer::scan_start_tag,
-    &Lexer::scan_content,
-    &Lexer::scan_end_tag,
-    &Lexer::scan_cdata,
-    &Lexer::scan_cond_section,
-    &Lexer::scan_include_body,
-    &Lexer::scan_doctype,
-    &Lexer::scan_element_decl,
-    &Lexer::scan_attlist_decl,
-    &Lexer::scan_entity_decl,
-    &Lexer::scan_notation_decl,
-};
-
 Lexer::Lexer(Heap& parseHeap, Input& inputOfParse, Names& namesOfParse, Declarations& declarations,
              Elements& elementsOfParse, bool externalFiles)
     : heap(parseHeap),
@@ -35,14 +16,13 @@ Lexer::Lexer(Heap& parseHeap, Input& inputOfParse, Names& namesOfParse, Declarat
       errors(input, token),
       references(input, token, declarations, errors, externalFiles),
       literals(input, token, references, errors) {
-    static_assert(sizeof SCANS / sizeof SCANS[0] == LEX_NOTATION_DECL + 1, "one a main state");
     states.push_frame(LEX_DOCUMENT);
 }
 
 void Lexer::end() const {
     if (states.height() == 0) return;
     qvox_report(REPORT_WARNING, QVOXException::INTERNAL_ERR, "state sp = %d at EOF",
-                static_cast<int>(states.height()));
+                states.height());
 }
 
 int Lexer::next_token() {
@@ -77,15 +57,31 @@ int Lexer::scan_token() {
     const int main = states.main_state();
     if (is_space(curChar()) && !space_is_text(main)) return scan_space();
     if (!starts_reference(main)) token.append_char(curChar());
-    if (main < LEX_DOCUMENT || main > LEX_NOTATION_DECL) {
-        qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "illegal lex state (%d)", main);
+    switch (main) {
+        case LEX_DOCUMENT: return scan_document();
+        case LEX_COMMENT: return scan_comment();
+        case LEX_XML_DECL: return scan_xml_decl();
+        case LEX_PI: return scan_pi();
+        case LEX_START_TAG: return scan_start_tag();
+        case LEX_CONTENT: return scan_content();
+        case LEX_END_TAG: return scan_end_tag();
+        case LEX_CDATA: return scan_cdata();
+        case LEX_COND_SECTION: return scan_cond_section();
+        case LEX_INCLUDE_BODY: return scan_include_body();
+        case LEX_DOCTYPE: return scan_doctype();
+        case LEX_ELEMENT_DECL: return scan_element_decl();
+        case LEX_ATTLIST_DECL: return scan_attlist_decl();
+        case LEX_ENTITY_DECL: return scan_entity_decl();
+        case LEX_NOTATION_DECL: return scan_notation_decl();
+        default:
+            qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "illegal lex state (%d)", main);
+            return NO_TOKEN;
     }
-    return (this->*SCANS[main])();
 }
 
 int Lexer::scan_space() {
     do {
-        token.append_char(curChar());
+        token.append_unit(static_cast<Unit>(curChar()));
         read_char();
     } while (is_space(curChar()));
     return S;
@@ -140,7 +136,7 @@ void Lexer::scan_name() {
     append_run(token, input, NAME_STOPS);
     read_char();
     while (is_name_char(curChar())) {
-        token.append_char(curChar());
+        token.append_unit(static_cast<Unit>(curChar()));
         append_run(token, input, NAME_STOPS);
         read_char();
     }

@@ -58,9 +58,6 @@ private:
         Unit* value;
     };
 
-    using Scan = int (Lexer::*)();
-    static const Scan SCANS[];
-
     // What a state returns to have the call start again with curChar as its first character.
     static constexpr int START_AGAIN = -1;
 

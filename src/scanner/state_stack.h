@@ -3,10 +3,6 @@
 // has no limit of its own.
 #pragma once
 
-#include <cstddef>
-
-#include "runtime/growing_array.h"
-
 namespace qvox {
 
 enum MainState : int {
@@ -56,11 +52,27 @@ enum SubState : int {
 
 class StateStack {
 public:
-    StateStack() : stateStack(FIRST_CAPACITY) {}
+    StateStack();
+    StateStack(const StateStack&) = delete;
+    StateStack& operator=(const StateStack&) = delete;
+    ~StateStack();
 
-    void push_frame(MainState main);
-    void pop_frame();
-    void push_sub(SubState sub) { push_entry(sub); }
+    void push_frame(MainState main) {
+        if (stateCap - stateTop < FRAME_SIZE) grow();
+        stateStack[stateTop] = stateFrame;
+        stateStack[stateTop + 1] = main;
+        stateStack[stateTop + 2] = SUB_START;
+        stateFrame = stateTop + 1;
+        stateTop += FRAME_SIZE;
+    }
+    void pop_frame() {
+        stateTop = stateFrame - 1;
+        stateFrame = stateStack[stateTop];
+    }
+    void push_sub(SubState sub) {
+        if (stateTop == stateCap) grow();
+        stateStack[stateTop++] = sub;
+    }
     void pop_sub() { --stateTop; }
     void set_sub(SubState sub) { stateStack[stateTop - 1] = sub; }
 
@@ -68,31 +80,17 @@ public:
     int sub_state() const { return stateStack[stateTop - 1]; }
 
     // Entries in use.
-    std::size_t height() const { return stateTop; }
+    int height() const { return stateTop; }
 
 private:
-    static constexpr std::size_t FIRST_CAPACITY = 256;
+    static constexpr int FRAME_SIZE = 3;  // a new frame's entries
 
-    void push_entry(int entry) {
-        if (stateTop == stateStack.capacity()) stateStack.grow();
-        stateStack[stateTop++] = entry;
-    }
+    void grow();
 
-    GrowingArray<int> stateStack;  // entries of frames
-    std::size_t stateTop = 0;
-    std::size_t stateFrame = 0;  // index of the current frame's main state
+    int* stateStack;  // entries of frames
+    int stateTop;     // entries in use
+    int stateFrame;   // index of the current frame's main state
+    int stateCap;     // entries that fit
 };
-
-inline void StateStack::push_frame(MainState main) {
-    push_entry(static_cast<int>(stateFrame));
-    stateFrame = stateTop;
-    push_entry(main);
-    push_entry(SUB_START);
-}
-
-inline void StateStack::pop_frame() {
-    stateTop = stateFrame - 1;
-    stateFrame = static_cast<std::size_t>(stateStack[stateTop]);
-}
 
 }  // namespace qvox

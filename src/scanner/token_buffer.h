@@ -3,16 +3,18 @@
 
 #include <cstddef>
 
-#include "runtime/growing_array.h"
 #include "text/wide.h"
 
 namespace qvox {
 
 class TokenBuffer {
 public:
-    TokenBuffer() : tokenText(FIRST_CAPACITY) { terminate(); }
+    TokenBuffer();
+    TokenBuffer(const TokenBuffer&) = delete;
+    TokenBuffer& operator=(const TokenBuffer&) = delete;
+    ~TokenBuffer();
 
-    const Unit* text() const { return tokenText.data(); }
+    const Unit* text() const { return tokenText; }
     std::size_t length() const { return tokenLen; }
     Unit last() const { return tokenText[tokenLen - 1]; }
 
@@ -21,15 +23,14 @@ public:
     void shorten_to(std::size_t length) { tokenLen = length; }
 
     void append_unit(Unit unit) {
-        if (room() == 0) tokenText.grow();
+        if (tokenLen == tokenCap) grow();
         tokenText[tokenLen++] = unit;
     }
 
     // Appends a character, one above U+FFFF as a surrogate pair.
     void append_char(int c) {
         if (c > 0xFFFF) {
-            append_unit(static_cast<Unit>(0xD800 + ((c - 0x10000) >> 10)));
-            append_unit(static_cast<Unit>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+            append_pair(c);
         } else {
             append_unit(static_cast<Unit>(c));
         }
@@ -39,8 +40,8 @@ public:
     // least one, and returns how many it has stored.
     template <typename Fill>
     void append_by(Fill fill) {
-        if (room() == 0) tokenText.grow();
-        tokenLen += fill(tokenText.data() + tokenLen, room());
+        if (tokenLen == tokenCap) grow();
+        tokenLen += fill(tokenText + tokenLen, tokenCap - tokenLen);
     }
 
     // Whether the text ends in these units.
@@ -55,19 +56,16 @@ public:
     // Ends the text with a NUL at its present length and returns it.
     Unit* terminate() {
         tokenText[tokenLen] = 0;
-        return tokenText.data();
+        return tokenText;
     }
 
 private:
-    // Not the size of the largest token, which few documents have: memory that is never touched
-    // costs a small document dearly.
-    static constexpr std::size_t FIRST_CAPACITY = 1024;
+    void grow();
+    void append_pair(int c);
 
-    // A place is kept free for the NUL.
-    std::size_t room() const { return tokenText.capacity() - 1 - tokenLen; }
-
-    GrowingArray<Unit> tokenText;
-    std::size_t tokenLen = 0;
+    Unit* tokenText;       // with room for a NUL behind the capacity
+    std::size_t tokenLen;  // units in use
+    std::size_t tokenCap;  // units that fit
 };
 
 }  // namespace qvox
