@@ -4,14 +4,13 @@ namespace qvox {
 
 namespace {
 
-constexpr int FIRST_EUC_BYTE = 0xA1;
-
 constexpr int FIRST_KANA_BYTE = 0xA1;
 constexpr int LAST_KANA_BYTE = 0xDF;
 constexpr int EUC_KANA_LEAD = 0x8E;
 
-// From this code on Shift_JIS goes beyond row 94, where EUC-JP and JIS end.
-constexpr int FIRST_CODE_BEYOND_EUC = 0xF000;
+// From this code on Shift_JIS goes beyond row 95, the last that a first byte of EUC-JP or JIS can
+// name. Row 95 is the first of the user-defined ones, U+E000 to U+E05D.
+constexpr int FIRST_CODE_BEYOND_EUC = 0xF09F;
 
 // Characters of IBM's extension that NEC's rows hold too, in the same order. The rest of it, which
 // is in NEC's row 13 or in JIS X 0208, is written from there anyway.
@@ -82,11 +81,8 @@ int sjis_to_euc(int code) {
     return pair_of(high * 2 - (isFirstBlock ? 0x61 : 0xE1), low + (low >= 0x7F ? 0x60 : 0x61));
 }
 
-// A second byte below 0xA1 is none of EUC's: the arithmetic would make a character of it, and so
-// swallow what may be markup.
-int euc_to_unicode(int code) {
-    return (code & 0xFF) < FIRST_EUC_BYTE ? 0 : sjis_to_unicode(euc_to_sjis(code));
-}
+// Bytes that aren't EUC's are not looked for: Shift_JIS judges what the arithmetic makes of them.
+int euc_to_unicode(int code) { return sjis_to_unicode(euc_to_sjis(code)); }
 
 int jis_to_unicode(int code) {
     return is_kana_byte(code) ? sjis_to_unicode(code) : euc_to_unicode(code | 0x8080);

@@ -2,7 +2,7 @@
 // pivot: the code page has its characters, and the others reach it by arithmetic.
 //
 // A code is a byte, or the first byte of a pair * 256 + the second. The bytes of a JIS pair are
-// 0x21 to 0x7E, without escape sequences. Half-width kana are the byte 0xA1 to 0xDF in Shift_JIS
+// 0x21 to 0x7F, without escape sequences. Half-width kana are the byte 0xA1 to 0xDF in Shift_JIS
 // and JIS, and in EUC-JP 0x8E and that byte. A conversion to Unicode gives 0 for what is no
 // character; one from Unicode gives '?' for what the encoding doesn't have.
 //
@@ -26,7 +26,8 @@ inline int unicode_to_sjis(int unit) { return code_page_from_unit(static_cast<un
 int euc_to_sjis(int code);
 int sjis_to_euc(int code);
 
-// 0 also where the second byte can't be one of EUC-JP.
+// By the same arithmetic: 0 where it leads to no character of Shift_JIS, while a second byte below
+// the usual range may well lead to one.
 int euc_to_unicode(int code);
 int jis_to_unicode(int code);
 

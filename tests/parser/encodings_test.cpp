@@ -150,7 +150,8 @@ TEST(Encodings, Utf16) {
     expect_texts(cases);
 }
 
-// A pair has two columns, half-width kana one. The second byte of a pair is never markup.
+// A pair has two columns, half-width kana one. A second byte is never markup by itself, and
+// whatever the arithmetic makes of a pair is its character.
 TEST(Encodings, Japanese) {
     const std::string sjis = declared("Shift_JIS") + "<a>";
     const std::string euc = declared("EUC-JP") + "<a>";
@@ -163,11 +164,12 @@ TEST(Encodings, Japanese) {
         {euc + "\xB0\xA1\x8E\xB1\xA1\xA1\\~\xC9\xBD</a>", text},
         {euc + "x\xB0\xA1\x8E\xB1&;", refused},
         {euc + "x\x8F\xB0\xA1</a>", "8 2:4 'not xml char (0)'"},
-        {euc + "x\xA1</a>", "8 2:4 'not xml char (0)'"},
-        {euc + "x\x8E</a>", "8 2:4 'not xml char (0)'"},
+        {euc + "\x8E\x41\xB2\x42\xA1<\x8E<b/></a>", "'A院⊥'"},
+        {euc + "x\xB2", "8 2:4 'not xml char (0)'"},
         {euc + "x\xB0\x41/a>", "8 2:4 'not xml char (0)'"},
         {jis + "\x1B$B0!\x1B(J\xB1\x1B$@!!\x1B(J\\~\x1B$BI=\x1B(J</a>", text},
         {jis + "x\x1B$B0!\x1B(J\x1B$@\x1B(J\xB1&;", refused},
+        {jis + "\x1B$B2 \x1B(J</a>", "'応'"},
         {jis + "x\x1B(J", "8 2:4 'illegal second KIN code (28)'"},
         {jis + "x\x1B$A", "8 2:4 'illegal third KIN code (41)'"},
         {jis + "x\x1B$B0!\x1B$B", "8 2:4 'illegal second KOUT code (24)'"},

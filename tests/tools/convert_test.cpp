@@ -158,10 +158,10 @@ TEST_F(ConvertTest, RefusesWhatDoesNotFit) {
         {u"<?xml version='1.0'?>\n<a>&#x20BB7;\u00E9</a>", "UTF-16",
          "f.xml: not converted: 1 character can't be read from UTF-16 (by lines of the result)\n"
          "  U+20BB7 𠮷: line 2\n"},
-        {u"<a b='\u00E9'>\n\u00E9\u00E9\u200B\n\uE000\u301C\u00A5\u203E</a>", "EUC-JP",
+        {u"<a b='\u00E9'>\n\u00E9\u00E9\u200B\n\uE05E\u301C\u00A5\u203E</a>", "EUC-JP",
          "f.xml: not converted: 7 characters can't be written in EUC-JP (by lines of the result)\n"
          "  U+00A5 ¥: line 4\n  U+00E9 é: lines 2, 3 (3 times)\n  U+200B \\u{200b}: line 3\n"
-         "  U+203E ‾: line 4\n  U+E000 \uE000: line 4\n"},
+         "  U+203E ‾: line 4\n  U+E05E \uE05E: line 4\n"},
         {u"<a>\u301C\u2016\u2212\u00A2\u00A3\u00AC\u2014&#xA5;\u203E</a>", "Shift_JIS",
          "f.xml: not converted: 2 characters can't be written in Shift_JIS (by lines of the result)"
          "\n  U+00A5 ¥: line 2\n  U+203E ‾: line 2\n"},
