@@ -9,29 +9,24 @@ std::unique_ptr<ByteSink> ByteSink::open(const char* fileName) {
         errno = ENOENT;
         return nullptr;
     }
-    std::FILE* file = std::fopen(fileName, "wb");
+    OpenFile file(std::fopen(fileName, "wb"));
     if (file == nullptr) return nullptr;
-    std::setvbuf(file, nullptr, _IONBF, 0);  // the blocks are large enough, and errors come at once
-    return std::unique_ptr<ByteSink>(new ByteSink(file));
+    // The blocks are large enough, and errors come at once.
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    return std::unique_ptr<ByteSink>(new ByteSink(std::move(file)));
 }
 
 std::unique_ptr<ByteSink> ByteSink::standardOutput() {
-    return std::unique_ptr<ByteSink>(new ByteSink(stdout));
-}
-
-ByteSink::~ByteSink() {
-    if (stream != nullptr && stream != stdout) std::fclose(stream);
+    return std::unique_ptr<ByteSink>(new ByteSink(OpenFile(stdout)));
 }
 
 bool ByteSink::write(const void* bytes, std::size_t count) {
-    return std::fwrite(bytes, 1, count, stream) == count;
+    return std::fwrite(bytes, 1, count, file.get()) == count;
 }
 
 bool ByteSink::finish() {
-    if (stream == stdout) return std::fflush(stream) == 0;
-    std::FILE* const file = stream;
-    stream = nullptr;
-    return std::fclose(file) == 0;
+    if (file.get() == stdout) return std::fflush(stdout) == 0;
+    return std::fclose(file.release()) == 0;
 }
 
 }  // namespace qvox

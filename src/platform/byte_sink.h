@@ -2,11 +2,14 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
 #include <memory>
+#include <utility>
+
+#include "platform/open_file.h"
 
 namespace qvox {
 
+// A file that is given up in the middle is closed too. Standard output stays open.
 class ByteSink {
 public:
     // Makes or empties a file for binary writing. Null if that fails and for a null name; errno
@@ -18,8 +21,6 @@ public:
 
     ByteSink(const ByteSink&) = delete;
     ByteSink& operator=(const ByteSink&) = delete;
-    // Closes a file, also one that was given up in the middle. Standard output stays open.
-    ~ByteSink();
 
     // False if the system didn't take all of it; errno says why.
     bool write(const void* bytes, std::size_t count);
@@ -28,9 +29,9 @@ public:
     bool finish();
 
 private:
-    explicit ByteSink(std::FILE* openStream) : stream(openStream) {}
+    explicit ByteSink(OpenFile openFile) : file(std::move(openFile)) {}
 
-    std::FILE* stream;  // null once it has been closed
+    OpenFile file;  // null once it has been closed
 };
 
 }  // namespace qvox

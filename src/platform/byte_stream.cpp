@@ -2,35 +2,99 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <sys/stat.h>
+#include <sys/types.h>
 
 #if !defined(_WIN32)
-#include <sys/stat.h>
+#include <fcntl.h>
+#include <unistd.h>
 #endif
 
 namespace qvox {
 
-std::unique_ptr<ByteStream> ByteStream::open(const char* fileName) {
-    if (fileName == nullptr) {
-        errno = ENOENT;
+namespace {
+
+#if defined(_WIN32)
+
+using Status = struct _stat64;
+
+bool status_of(std::FILE* file, Status* status) { return _fstat64(_fileno(file), status) == 0; }
+
+bool is_directory(const Status& status) { return (status.st_mode & _S_IFMT) == _S_IFDIR; }
+
+bool is_regular(const Status& status) { return (status.st_mode & _S_IFMT) == _S_IFREG; }
+
+OpenFile open_at_once(const char* fileName) { return OpenFile(std::fopen(fileName, "rb")); }
+
+#else
+
+using Status = struct stat;
+
+bool status_of(std::FILE* file, Status* status) { return fstat(fileno(file), status) == 0; }
+
+bool is_directory(const Status& status) { return S_ISDIR(status.st_mode); }
+
+bool is_regular(const Status& status) { return S_ISREG(status.st_mode); }
+
+// Opens without waiting for the other end of a pipe. Most pipes aren't even opened: their writer
+// would take notice of a reader that comes and goes.
+OpenFile open_at_once(const char* fileName) {
+    Status status = {};
+    if (stat(fileName, &status) == 0 && S_ISFIFO(status.st_mode)) {
+        errno = EINVAL;
         return nullptr;
     }
-    std::FILE* file = std::fopen(fileName, "rb");
-    if (file == nullptr) return nullptr;
-    std::setvbuf(file, nullptr, _IONBF, 0);  // one buffer is enough, and it is ours
-    std::unique_ptr<ByteStream> stream(new ByteStream(file));
-    // A directory opens but can't be read: its first read fails, which here means "cannot open".
-    if (!stream->refill() && std::ferror(file) != 0) return nullptr;
-    return stream;
+    const int descriptor = ::open(fileName, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0) return nullptr;
+    OpenFile file(fdopen(descriptor, "rb"));
+    if (file == nullptr) close(descriptor);
+    return file;
 }
 
-ByteStream::ByteStream(std::FILE* openFile) : file(openFile), next(buffer), end(buffer) {}
+#endif
 
-ByteStream::~ByteStream() { std::fclose(file); }
+}  // namespace
+
+std::unique_ptr<ByteStream> ByteStream::open(const char* fileName) {
+    if (fileName == nullptr) fileName = "";
+    return of_file(OpenFile(std::fopen(fileName, "rb")), false);
+}
+
+std::unique_ptr<ByteStream> ByteStream::openRegular(const char* fileName) {
+    if (fileName == nullptr) fileName = "";
+    return of_file(open_at_once(fileName), true);
+}
+
+std::unique_ptr<ByteStream> ByteStream::of_file(OpenFile file, bool onlyRegular) {
+    Status status = {};
+    if (file == nullptr || !status_of(file.get(), &status)) return nullptr;
+    if (is_directory(status) || (onlyRegular && !is_regular(status))) {
+        file.reset();
+        errno = is_directory(status) ? EISDIR : EINVAL;
+        return nullptr;
+    }
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);  // one buffer is enough, and it is ours
+    return std::unique_ptr<ByteStream>(new ByteStream(std::move(file)));
+}
+
+ByteStream::ByteStream(OpenFile openFile) : file(std::move(openFile)), next(buffer), end(buffer) {}
 
 bool ByteStream::refill() {
-    const std::size_t count = std::fread(buffer, 1, BUFFER_SIZE, file);
+    std::size_t count = 0;
+    while (count == 0 && readError == 0) {
+        count = std::fread(buffer, 1, BUFFER_SIZE, file.get());
+        if (std::ferror(file.get()) == 0) break;
+        if (errno == EINTR) {
+            std::clearerr(file.get());  // a signal came; nothing is wrong with the file
+        } else {
+            readError = errno;
+        }
+    }
+    if (count == 0) {  // the buffer keeps its last bytes for unget() at the end
+        if (failed()) errno = readError;
+        return false;
+    }
     filled += count;
-    if (count == 0) return false;  // the buffer keeps its last bytes for unget() at the end
     next = buffer;
     end = buffer + count;
     return true;
@@ -38,10 +102,10 @@ bool ByteStream::refill() {
 
 ByteStream::Identity ByteStream::identity() const {
 #if defined(_WIN32)
-    return {0, reinterpret_cast<std::uintptr_t>(file)};  // no two are taken for one
+    return {0, reinterpret_cast<std::uintptr_t>(file.get())};  // no two are taken for one
 #else
-    struct stat status = {};
-    if (fstat(fileno(file), &status) != 0) return {0, 0};
+    Status status = {};
+    if (!status_of(file.get(), &status)) return {0, 0};
     return {status.st_dev, status.st_ino};
 #endif
 }

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
 #include <memory>
 #include <utility>
+
+#include "platform/open_file.h"
 
 namespace qvox {
 
@@ -12,19 +13,26 @@ class ByteStream {
 public:
     static constexpr int END = -1;
 
-    // Opens a file for binary reading. Null if that fails, for a null or empty name, and for a
-    // directory; errno says why.
+    // Opens a file for binary reading, a pipe or a device too. Null if that fails, for a null or
+    // empty name, and for a directory; errno says why.
     static std::unique_ptr<ByteStream> open(const char* fileName);
+
+    // The same for a name that a stranger chose: regular files alone, or links to them. Anything
+    // else can't be opened, and a pipe that nobody writes to doesn't make the caller wait.
+    static std::unique_ptr<ByteStream> openRegular(const char* fileName);
 
     ByteStream(const ByteStream&) = delete;
     ByteStream& operator=(const ByteStream&) = delete;
-    ~ByteStream();
 
     // The next byte, or END. Stays at END once there.
     int get() {
         if (next == end && !refill()) return END;
         return *next++;
     }
+
+    // Whether END came because the system couldn't read on, and isn't the end of the file. Behind a
+    // get() that returned END errno says why.
+    bool failed() const { return readError != 0; }
 
     // Takes the last byte back, so that the next get() returns it again. Only directly behind a
     // get() that returned a byte, and once.
@@ -50,10 +58,12 @@ public:
 private:
     static constexpr std::size_t BUFFER_SIZE = 32768;
 
-    explicit ByteStream(std::FILE* openFile);
+    explicit ByteStream(OpenFile openFile);
+    static std::unique_ptr<ByteStream> of_file(OpenFile file, bool onlyRegular);
     bool refill();
 
-    std::FILE* file;
+    OpenFile file;
+    int readError = 0;  // errno of the read that failed
     const unsigned char* next;
     const unsigned char* end;
     unsigned long long filled = 0;  // bytes of the file that have passed through the buffer
