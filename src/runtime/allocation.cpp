@@ -3,6 +3,7 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <new>
 
 #include "runtime/report.h"
@@ -18,12 +19,20 @@ constexpr std::size_t ROUNDING = 4;
 
 std::size_t rounded(std::size_t size) { return (size + ROUNDING - 1) / ROUNDING * ROUNDING; }
 
+// Puts a value in the bound's place where it lies further out. Another thread may be ahead of this
+// one, with a value that lies further out still.
+template <typename Value, typename Outside>
+void widen(std::atomic<Value>& bound, Value value, Outside outside) {
+    Value known = bound.load();
+    while (outside(value, known) && !bound.compare_exchange_weak(known, value)) continue;
+}
+
 void count_allocation(std::uintptr_t address, std::size_t size) {
     AllocationStatistics& s = allocationStatistics;
-    if (s.mallocLower == 0 || address < s.mallocLower) s.mallocLower = address;
-    if (address > s.mallocUpper) s.mallocUpper = address;
+    widen(s.mallocLower, address, [](auto a, auto b) { return b == 0 || a < b; });
+    widen(s.mallocUpper, address, std::greater<>());
     ++s.mallocCount;
-    if (size > s.mallocMaxSize) s.mallocMaxSize = size;
+    widen(s.mallocMaxSize, size, std::greater<>());
     s.mallocTotalSize += size;
 }
 

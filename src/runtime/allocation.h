@@ -21,8 +21,8 @@ void qvox_aligned_free(void* p, std::size_t alignment);
 // Whether statistics are kept. Written by library_start only.
 extern bool memstatEnabled;
 
-// Process-wide figures, kept while memstatEnabled and never reset. Exact while one thread is at
-// work.
+// Process-wide figures, kept while memstatEnabled and never reset. Each is exact by itself: an
+// address is between the bounds before the call that gives it out has returned.
 struct AllocationStatistics {
     std::atomic<std::uintptr_t> mallocLower{0};   // lowest address given out
     std::atomic<std::uintptr_t> mallocUpper{0};   // highest address given out

@@ -1,6 +1,7 @@
 // Two threads that read one tree. The preset tsan runs these tests under the thread sanitizer.
+#include "support/threads.h"
+
 #include <atomic>
-#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -13,20 +14,6 @@ namespace {
 using qvox::Document;
 using qvox::Element;
 using qvox::Node;
-
-// Runs the action with 0 and 1, each in a thread of its own, from the same moment on.
-template <typename Action>
-void in_two_threads(Action action) {
-    std::atomic<int> waiting{2};
-    const auto run = [&](int which) {
-        --waiting;
-        while (waiting > 0) std::this_thread::yield();
-        action(which);
-    };
-    std::thread second(run, 1);
-    run(0);
-    second.join();
-}
 
 std::string source() {
     std::string text =
