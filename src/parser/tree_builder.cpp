@@ -79,7 +79,7 @@ AttrImpl* TreeBuilder::new_attribute(const AttributeRecord& record, ElementImpl*
     init.value = record.value;
     init.specified = record.specified;
     init.attributeType = record.decl != nullptr ? record.decl->type : nullptr;
-    init.defaultValue = record.decl != nullptr ? record.decl->value : nullptr;
+    init.defaultValue = record.decl != nullptr ? record.decl->normalized : nullptr;
     init.ownerElement = element;
     return maker->attribute(init);
 }

@@ -1,45 +1,12 @@
 #include "scanner/attributes.h"
 
+#include "scanner/attribute_value.h"
+
 namespace qvox {
 
 namespace {
 
 constexpr Unit XMLNS[] = {'x', 'm', 'l', 'n', 's', 0};
-
-bool is_cdata(const Unit* type) {
-    return type == nullptr || wide_narrow_compare(type, "CDATA") == 0;
-}
-
-// A tab becomes a blank, and so does a run of line ends, which a tab ends.
-void blank_white_space(Unit* value) {
-    Unit* to = value;
-    bool afterLineEnd = false;
-    for (const Unit* from = value; *from != 0; ++from) {
-        const bool isLineEnd = *from == '\n' || *from == '\r';
-        if (isLineEnd && afterLineEnd) continue;
-        *to++ = isLineEnd || *from == '\t' ? Unit{' '} : *from;
-        afterLineEnd = isLineEnd;
-    }
-    *to = 0;
-}
-
-// Blanks at the start and at the end go, and every blank behind a blank.
-void collapse_blanks(Unit* value) {
-    Unit* to = value;
-    for (const Unit* from = value; *from != 0; ++from) {
-        if (*from == ' ' && (to == value || to[-1] == ' ')) continue;
-        *to++ = *from;
-    }
-    if (to != value && to[-1] == ' ') --to;
-    *to = 0;
-}
-
-// Normalises a value in place (XML 1.0, attribute-value normalisation). `type` is null for an
-// attribute without declaration.
-void normalize_att_value(const Unit* type, Unit* value) {
-    blank_white_space(value);
-    if (!is_cdata(type)) collapse_blanks(value);
-}
 
 }  // namespace
 
@@ -58,14 +25,8 @@ void TagAttributes::apply_declaration(TagRecord& tag, const ElementRecord& decla
     }
 }
 
-// The declared default stays as it is; one normalised copy serves all tags. Its units count, and
-// those of its name, or a long default would make much of many short tags.
-void TagAttributes::append_default(TagRecord& tag, AttDefRecord& definition) {
-    const AttDefRecord* first = definition.firstOfName;
-    if (definition.normalized == nullptr) {
-        definition.normalized = heap.halloc_copy(definition.value, wide_length(definition.value));
-        normalize_att_value(first->type, definition.normalized);
-    }
+// Its units count, and those of its name, or a long default would make much of many short tags.
+void TagAttributes::append_default(TagRecord& tag, const AttDefRecord& definition) {
     expansion.count(weight::DEFAULT_ATTRIBUTE + wide_length(definition.name) +
                     wide_length(definition.normalized));
     tag.attributes.append(

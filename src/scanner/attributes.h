@@ -27,7 +27,7 @@ public:
     void finish(TagRecord& tag) const;
 
 private:
-    void append_default(TagRecord& tag, AttDefRecord& definition);
+    void append_default(TagRecord& tag, const AttDefRecord& definition);
 
     Heap& heap;
     Expansion& expansion;

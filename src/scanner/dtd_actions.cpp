@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "runtime/report.h"
+#include "scanner/attribute_value.h"
 #include "text/temporaries.h"
 
 namespace qvox {
@@ -81,7 +82,11 @@ void Declarations::add_att_def(const Unit* name, const Unit* type, const Unit* m
     definition->value = value;
     definition->firstOfName = element.firstByName.emplace(name, definition).first->second;
     element.attDefs.push_back(definition);
-    if (value != nullptr) element.defaults.push_back(definition);
+    if (value != nullptr) {
+        definition->normalized = heap.halloc_copy(value, wide_length(value));
+        normalize_att_value(definition->firstOfName->type, definition->normalized);
+        element.defaults.push_back(definition);
+    }
     element.repetition +=
         weight::REPEATED_DEFINITION + wide_length(name) + wide_length(type) + length_of(value);
 }

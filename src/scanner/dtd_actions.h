@@ -19,7 +19,7 @@ struct AttDefRecord {
     const Unit* type;
     const Unit* mode;           // "#REQUIRED", "#IMPLIED", "#FIXED", or null for a plain default
     const Unit* value;          // default value as declared, or null
-    Unit* normalized;           // the same as attributes have it, made at its first use
+    Unit* normalized;           // the same as attributes have it, or null
     AttDefRecord* firstOfName;  // the first definition of this name on the element, which counts
     unsigned long seenInTag;    // number of the start tag that last had an attribute of this name
 };

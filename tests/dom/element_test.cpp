@@ -298,6 +298,9 @@ TEST(Collection, DeclaredDefaultsStay) {
          {"a setAttributeNS u m:e mine",
           "> /(%t a[xmlns:n='u' d='def'('def') {u}n:e='mine'('mine')])"},
          {"a removeAttributeNS u e", "> /(%t a[xmlns:n='u' d='def'('def') {u}n:e='ns'('ns')])"}});
+    // As attributes have it, also where no attribute has had it yet.
+    expect_steps(Script("<!DOCTYPE t [<!ATTLIST a d NMTOKENS '  p   q '>]><a d='r'/>"),
+                 {{"a removeAttribute d", "> /(%t a[d='p q'('p q')])"}});
 }
 
 }  // namespace
