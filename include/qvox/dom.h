@@ -4,10 +4,14 @@
 /// Who owns what. A document owns everything that is attached to it; free it with
 /// DOMParser::free(Document*), after the ranges, iterators and walkers on it. A node that was made,
 /// cloned, imported, removed or replaced, and isn't attached, is the caller's: attach it, or free
-/// it with DOMParser::freeNode while its document lives. A list that a search returned belongs to
-/// the document; DOMParser::free(NodeList*) frees it earlier. Nothing else is freed by callers. A
-/// string that a getter returns by reference lives as long as its node and is valid until that
-/// value changes; names live as long as the document.
+/// it with DOMParser::freeNode while its document lives. What an operation detaches without
+/// returning it, as normalize does, the document keeps in whose tree it stood, until its end or
+/// until it is attached or freed. A document belongs to nobody, wherever it stands, be it in a map
+/// or under a document type, and be it a copy: free it before or after that. Nodes may stand in
+/// another document's tree; those that are still used need their own document. A list that a search
+/// returned belongs to the document; DOMParser::free(NodeList*) frees it earlier. Nothing else is
+/// freed by callers. A string that a getter returns by reference lives as long as its node and is
+/// valid until that value changes; names live as long as the document.
 ///
 /// Threads. Each document has a lock of its own, which the operations that change a tree, searches,
 /// copies and the two sibling getters hold; several threads may read one tree at a time, searches

@@ -49,14 +49,17 @@ void AttrImpl::setPrefix(const Xstring& prefix) {
 // A first child that isn't text, such as an entity reference, stays as it is.
 void AttrImpl::setValue(const Xstring& newValue) {
     const DocumentGuard guard(this);
-    value = newValue;
-    specified = true;
+    Xstring copy = newValue;
     Node* child = Tree::firstChildOf(this);
     if (child == nullptr) {
-        Tree::appendChildNoCheck(this, new TextImpl(newValue.data(), getOwnerDocument()));
+        OwnedNode<Text> text(new TextImpl(copy.data(), getOwnerDocument()));
+        Tree::appendAsIs(this, text.get());
+        text.release();
     } else if (is_character_data(child)) {
-        static_cast<CharacterData*>(child)->setData(newValue);
+        static_cast<CharacterData*>(child)->setData(copy);
     }
+    value = std::move(copy);
+    specified = true;
 }
 
 }  // namespace qvox

@@ -32,10 +32,10 @@ Text* split(Text& node, int offset) {
     Node* next = Tree::nextSiblingNoLock(&node);
     const int tailLength = node.getLength() - offset;
     const Xstring tail = node.substringData(offset, tailLength);
-    auto* added = new TextImpl(tail.data(), node.getOwnerDocument());
-    if (parent != nullptr) Tree::insertBeforeNoCheck(parent, added, next);
+    OwnedNode<Text> added(new TextImpl(tail.data(), node.getOwnerDocument()));
     node.deleteData(offset, tailLength);
-    return added;
+    if (parent != nullptr) Tree::insertBeforeNoCheck(parent, added.get(), next);
+    return added.release();
 }
 
 }  // namespace

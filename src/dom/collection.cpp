@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "dom/attr.h"
+#include "dom/document.h"
+#include "dom/node_keeper.h"
 #include "dom/owned_nodes.h"
 #include "dom/tree.h"
 #include "runtime/allocation.h"
@@ -89,11 +91,15 @@ void NodeCollection::moveTo(unsigned index, Node* node) {
     node->position = index;
 }
 
+// A document type, which has no document, takes nodes of the one that it stood under along.
 void NodeCollection::leave(Node* node) {
-    forget(node);
-    if (node->getNodeType() == Node::ATTRIBUTE_NODE) {
-        static_cast<AttrImpl*>(node)->setOwnerElement(nullptr);
+    const int type = node->getNodeType();
+    if (type == Node::ATTRIBUTE_NODE) static_cast<AttrImpl*>(node)->setOwnerElement(nullptr);
+    if (type == Node::DOCUMENT_TYPE_NODE) {
+        DocumentImpl* document = DocumentImpl::livingOne(Tree::ownDocumentOf(node->holder->owner));
+        if (document != nullptr) document->setHasTravellers();
     }
+    forget(node);
 }
 
 void NodeCollection::forget(Node* node) {
@@ -152,8 +158,17 @@ void NodeCollection::remove(Node* node) {
     leave(node);
 }
 
+void NodeCollection::takeOut(Node* node) {
+    eraseAt(node->position);
+    forget(node);
+}
+
 // Closes the gap from the nearer end.
 void NodeCollection::eraseAt(unsigned index) {
+    if (!isOrdered) {
+        moveTo(index, items[--last]);
+        return;
+    }
     if (index - first < last - 1 - index) {
         for (unsigned i = index; i > first; --i) moveTo(i, items[i - 1]);
         ++first;
@@ -166,7 +181,7 @@ void NodeCollection::eraseAt(unsigned index) {
 
 void NodeCollection::removeAll(const std::vector<Node*>& leaving) {
     if (leaving.empty()) return;
-    for (Node* node : leaving) forget(node);
+    for (Node* node : leaving) leave(node);
     unsigned kept = leaving.front()->position;
     for (unsigned i = kept; i < last; ++i) {
         if (items[i]->holder == this) moveTo(kept++, items[i]);
@@ -175,13 +190,22 @@ void NodeCollection::removeAll(const std::vector<Node*>& leaving) {
 }
 
 void NodeCollection::release(Node* node) {
-    if (node->holder != nullptr) node->holder->remove(node);
+    if (node->holder == nullptr) return;
+    if (node->holder->isOrdered) {
+        node->holder->remove(node);
+    } else {
+        static_cast<NodeKeeper*>(node->holder)->giveUp(node);
+    }
 }
 
 void NodeCollection::releaseDying(Node* node) {
     if (node->holder == nullptr) return;
-    const DocumentGuard guard(node->holder->owner);
-    node->holder->eraseAt(node->position);
+    if (node->holder->isOrdered) {
+        const DocumentGuard guard(node->holder->owner);
+        node->holder->takeOut(node);
+    } else {
+        static_cast<NodeKeeper*>(node->holder)->giveUp(node);
+    }
 }
 
 // Always destroys a node that owns nothing any more, so that no destructor goes deep.
@@ -192,6 +216,9 @@ void NodeCollection::destroyNodes() {
         if (node == nullptr) {
             if (level == this) return;
             level = level->owner->holder;
+        } else if (node->getNodeType() == Node::DOCUMENT_NODE) {
+            --level->last;
+            forget(node);
         } else if (NodeCollection* inner = owned_nodes_of(*node)) {
             level = inner;
         } else {

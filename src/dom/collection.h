@@ -24,7 +24,8 @@ public:
     NodeCollection(const NodeCollection&) = delete;
     NodeCollection& operator=(const NodeCollection&) = delete;
 
-    // Destroys the nodes with all that they own, however deep that goes.
+    // Destroys the nodes with all that they own, however deep that goes. Nobody owns a document:
+    // one that stands here is let go.
     void destroyNodes();
 
     Node* getOwner() const { return owner; }
@@ -65,12 +66,21 @@ public:
     static void releaseDying(Node* node);
 
 protected:
+    enum Order { ORDERED, UNORDERED };
+
+    // In an unordered one the last node takes the place of one that leaves.
+    NodeCollection(Node* collectionOwner, Order order) : NodeCollection(collectionOwner) {
+        isOrdered = order == ORDERED;
+    }
     ~NodeCollection();
 
 private:
+    friend class NodeKeeper;
+
     void place(Node* node, unsigned index, Parenthood parenthood);
     void moveTo(unsigned index, Node* node);
     void eraseAt(unsigned index);
+    void takeOut(Node* node);
     void growBack();
     void reserveMore(std::size_t count);
     void makeRoomInFront(unsigned count);
@@ -82,8 +92,9 @@ private:
     Node** items;       // slots; the one inside this object as long as that is enough
     unsigned capacity;  // slots that there are
     bool ownsSlots = false;
-    unsigned first = 0;  // slots in front of it are free: a node's position counts them
-    unsigned last = 0;   // first free slot behind the nodes
+    bool isOrdered = true;  // all but a NodeKeeper
+    unsigned first = 0;     // slots in front of it are free: a node's position counts them
+    unsigned last = 0;      // first free slot behind the nodes
     Node* onlyItem[1];
 };
 

@@ -17,18 +17,19 @@ namespace qvox {
 namespace {
 
 Node* copy_element(const ElementImpl& source, Document* target) {
-    auto* copy = new ElementImpl(units_of(source.getNamespaceURI()), units_of(source.getTagName()),
-                                 source.hasAttributes(), target);
+    OwnedNode<ElementImpl> copy(new ElementImpl(units_of(source.getNamespaceURI()),
+                                                units_of(source.getTagName()),
+                                                source.hasAttributes(), target));
     const NamedNodeMapImpl& attributes = source.attributeMap();
-    if (attributes.isEmpty()) return copy;
+    if (attributes.isEmpty()) return copy.release();
     MapFiller filler(copy->ownAttributeMap(), attributes.size());
     for (std::size_t i = 0; i < attributes.size(); ++i) {
         if (attributes.at(i)->getNodeType() != Node::ATTRIBUTE_NODE) continue;
-        Attr* attribute = copy_attribute(static_cast<Attr*>(attributes.at(i)), copy, target);
+        Attr* attribute = copy_attribute(static_cast<Attr*>(attributes.at(i)), copy.get(), target);
         filler.put(attribute->getName().data(), attribute);
     }
     filler.finish();
-    return copy;
+    return copy.release();
 }
 
 Node* copy_entity(const Entity& source, Document* target) {
@@ -55,7 +56,13 @@ void copy_step(TreeVisit& visit) {
     Document* target = visit.target != nullptr ? visit.target : source->getOwnerDocument();
     auto* parentCopy = static_cast<Node*>(visit.current);
     Node* copy = copy_below(source, target);
-    if (parentCopy != nullptr) Tree::appendAsIs(parentCopy, copy);
+    if (parentCopy == nullptr) {
+        visit.found = copy;
+    } else {
+        OwnedNode<Node> owned(copy);
+        Tree::appendAsIs(parentCopy, copy);
+        owned.release();
+    }
     visit.current = copy;
 }
 
@@ -109,8 +116,13 @@ Node* copy_tree(Node* source, bool deep, Document* target) {
     visit.deep = deep;
     visit.walker = &walker;
     visit.target = target;
-    runVisit(visit);
-    return static_cast<Node*>(visit.current);
+    try {
+        runVisit(visit);
+    } catch (...) {
+        Tree::destroy(visit.found);
+        throw;
+    }
+    return visit.found;
 }
 
 }  // namespace qvox

@@ -1,5 +1,6 @@
 #include "dom/document.h"
 
+#include <mutex>
 #include <utility>
 
 #include "dom/arguments.h"
@@ -21,13 +22,35 @@ namespace {
     throw DOMException(DOMException::NOT_SUPPORTED_ERR, message);
 }
 
+// The documents that there are.
+std::mutex livingLock;
+std::map<const Document*, DocumentImpl*>& living() {
+    static auto* const documents = new std::map<const Document*, DocumentImpl*>;  // for good
+    return *documents;
+}
+
 }  // namespace
 
 DocumentImpl::DocumentImpl(DOMImplementation* domImplementation)
-    : Document(nullptr), implementation(domImplementation), abandoned(this) {}
+    : Document(nullptr), implementation(domImplementation), abandoned(this) {
+    const std::lock_guard<std::mutex> guard(livingLock);
+    living().emplace(this, this);
+}
 
+// What it stands in may be a part of its own tree.
 DocumentImpl::~DocumentImpl() {
-    for (const auto& entry : tmpLists) Tree::setHasResults(entry.first, false);
+    {
+        const std::lock_guard<std::mutex> guard(livingLock);
+        living().erase(this);
+    }
+    NodeCollection::releaseDying(this);
+    for (const auto& entry : tmpLists) Tree::setHasResults(entry.second->getContext(), false);
+}
+
+DocumentImpl* DocumentImpl::livingOne(const Document* document) {
+    const std::lock_guard<std::mutex> guard(livingLock);
+    const auto entry = living().find(document);
+    return entry != living().end() ? entry->second : nullptr;
 }
 
 Attr* DocumentImpl::createAttribute(const Xstring& name) {
@@ -157,11 +180,16 @@ void DocumentImpl::freeNodeIterator(NodeIterator* iterator) {
 }
 
 ResultList* DocumentImpl::tmpNodeList(Node* context) {
-    std::unique_ptr<ResultList>& list = tmpLists[context];
-    if (list == nullptr) list = std::make_unique<ResultList>(this, context);
+    const auto entry = tmpLists.find(context);
+    if (entry != tmpLists.end()) {
+        entry->second->clear();
+        return entry->second.get();
+    }
+    auto made = std::make_unique<ResultList>(this, context);
+    ResultList* list = made.get();
+    tmpLists.emplace(context, std::move(made));
     Tree::setHasResults(context, true);
-    list->clear();
-    return list.get();
+    return list;
 }
 
 void DocumentImpl::freeTmpNodeList(const ResultList& list) {
@@ -171,13 +199,13 @@ void DocumentImpl::freeTmpNodeList(const ResultList& list) {
     tmpLists.erase(list.getContext());
 }
 
+// Without an allocation, since destructors call this.
 void DocumentImpl::forgetContext(Node* context) {
     const DocumentGuard guard(this);
-    const auto entry = tmpLists.find(context);
-    std::unique_ptr<ResultList> list = std::move(entry->second);
-    tmpLists.erase(entry);
-    list->reset();
-    listsWithoutContext.emplace(list.get(), std::move(list));
+    ResultLists::node_type entry = tmpLists.extract(context);
+    entry.mapped()->reset();
+    entry.key() = entry.mapped().get();
+    listsWithoutContext.insert(std::move(entry));
 }
 
 }  // namespace qvox

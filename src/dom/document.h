@@ -1,12 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <memory>
 
 #include <qvox/dom.h>
 
-#include "dom/collection.h"
 #include "dom/name_pool.h"
+#include "dom/node_keeper.h"
 #include "dom/node_list.h"
 #include "platform/lock.h"
 
@@ -62,14 +63,17 @@ public:
     void forgetContext(Node* context);
 
     // Takes over a node that has no place and that nobody else would free.
-    void adopt(Node* node) { abandoned.append(node, NodeCollection::NO_PARENT); }
-    NodeCollection& adoptedNodes() { return abandoned; }
+    void adopt(Node* node) { abandoned.take(node); }
+
+    // Whether nodes of this document may stand in the trees of others. Once they may, they always
+    // may.
+    bool hasTravellers() const { return travellers.load(std::memory_order_relaxed); }
+    void setHasTravellers() { travellers.store(true, std::memory_order_relaxed); }
+    // The document, or null where it has gone: such nodes can outlive theirs.
+    static DocumentImpl* livingOne(const Document* document);
 
 private:
-    class NodeKeeper final : public NodeCollection {
-    public:
-        using NodeCollection::NodeCollection;
-    };
+    using ResultLists = std::map<const void*, std::unique_ptr<ResultList>>;
 
     Node* firstChildOfType(int type) const;
     bool isHtmlDocument() const;
@@ -77,9 +81,10 @@ private:
 
     DOMImplementation* implementation;
     NamePool names;
-    std::map<Node*, std::unique_ptr<ResultList>> tmpLists;  // by context node
-    std::map<const ResultList*, std::unique_ptr<ResultList>> listsWithoutContext;
+    ResultLists tmpLists;             // by context node
+    ResultLists listsWithoutContext;  // by themselves
     NodeKeeper abandoned;
+    std::atomic<bool> travellers{false};
     Lock lock;  // held by changes of the tree and by searches
 };
 

@@ -1,6 +1,7 @@
 #include "dom/document_type.h"
 
 #include <mutex>
+#include <utility>
 
 namespace qvox {
 
@@ -16,10 +17,12 @@ DocumentTypeImpl::DocumentTypeImpl(const Unit* typeName, const Unit* publicIdent
 const Xstring& DocumentTypeImpl::getInternalSubset() {
     const std::lock_guard<Lock> guard(subsetLock);
     if (!internalSubset.isNull()) return internalSubset;
+    Xstring text;
     for (std::size_t i = 0; i < declarations.size(); ++i) {
-        internalSubset += declaration_text(*static_cast<DeclNode*>(declarations.at(i)));
-        internalSubset += ">\n";
+        text += declaration_text(*static_cast<DeclNode*>(declarations.at(i)));
+        text += ">\n";
     }
+    internalSubset = std::move(text);
     return internalSubset;
 }
 

@@ -28,9 +28,10 @@ Document* DOMImplementationImpl::createDocument(const Xstring& namespaceURI,
                                                 const Xstring& qualifiedName,
                                                 DocumentType* doctype) {
     auto document = std::make_unique<DocumentImpl>(this);
-    Element* root = document->createElementNS(namespaceURI, qualifiedName);
+    OwnedNode<Element> root(document->createElementNS(namespaceURI, qualifiedName));
     if (doctype != nullptr) Tree::appendChildNoCheck(document.get(), doctype);
-    Tree::appendChildNoCheck(document.get(), root);
+    Tree::appendAsIs(document.get(), root.get());
+    root.release();
     return document.release();
 }
 

@@ -1,7 +1,6 @@
 #include "dom/element.h"
 
 #include "dom/arguments.h"
-#include "dom/attr.h"
 #include "dom/document.h"
 #include "dom/tag_search.h"
 #include "dom/tree.h"
@@ -107,7 +106,7 @@ void ElementImpl::setAttribute(const Xstring& attributeName, const Xstring& valu
     init.value = units_of(value);
     init.specified = true;
     init.ownerElement = this;
-    attachNew(new AttrImpl(init, getOwnerDocument()), false);
+    attachNew(init, false);
 }
 
 void ElementImpl::setAttributeNS(const Xstring& namespaceURI, const Xstring& qualifiedName,
@@ -122,7 +121,7 @@ void ElementImpl::setAttributeNS(const Xstring& namespaceURI, const Xstring& qua
     init.value = units_of(value);
     init.specified = true;
     init.ownerElement = this;
-    attachNew(new AttrImpl(init, getOwnerDocument()), true);
+    attachNew(init, true);
 }
 
 Attr* ElementImpl::attach(Attr* attr, bool byNamespace) {
@@ -143,16 +142,17 @@ Attr* ElementImpl::attach(Attr* attr, bool byNamespace) {
 Attr* ElementImpl::put(Attr* attr, bool byNamespace) {
     Node* replaced = ownAttributeMap().putItem(attr, byNamespace);
     Attr* attribute = as_attribute(replaced);
-    if (replaced != attribute) Tree::abandon(replaced);
+    if (replaced != attribute) Tree::abandon(replaced, Tree::treeDocumentOfLiving(this));
     return attribute;
 }
 
 // An attribute that the map doesn't take is nobody's; one that it replaces may still be the
 // caller's.
-void ElementImpl::attachNew(Attr* attr, bool byNamespace) {
-    Attr* replaced = attach(attr, byNamespace);
-    if (!attributeMap().holds(attr)) Tree::destroy(attr);
-    if (replaced != nullptr) Tree::abandon(replaced);
+void ElementImpl::attachNew(const AttrImpl::Init& init, bool byNamespace) {
+    OwnedNode<Attr> attr(new AttrImpl(init, getOwnerDocument()));
+    Attr* replaced = attach(attr.get(), byNamespace);
+    if (attributeMap().holds(attr.get())) attr.release();
+    if (replaced != nullptr) Tree::abandon(replaced, Tree::treeDocumentOfLiving(this));
 }
 
 void ElementImpl::removeAttribute(const Xstring& attributeName) {
@@ -169,7 +169,8 @@ void ElementImpl::removeAttributeNS(const Xstring& namespaceURI, const Xstring& 
 
 // A caller may have a removed attribute in hand, so it isn't destroyed yet.
 void ElementImpl::drop(Node* attribute) {
-    if (attribute != nullptr && !attributeMap().holds(attribute)) Tree::abandon(attribute);
+    if (attribute == nullptr || attributeMap().holds(attribute)) return;
+    Tree::abandon(attribute, Tree::treeDocumentOfLiving(this));
 }
 
 Attr* ElementImpl::removeAttributeNode(Attr* attr) {
@@ -180,7 +181,7 @@ Attr* ElementImpl::removeAttributeNode(Attr* attr) {
                       ? map.takeItem(attr->getName())
                       : map.takeItemNS(attr->getNamespaceURI(), attr->getLocalName());
     Attr* attribute = as_attribute(taken);
-    if (taken != attribute) Tree::abandon(taken);
+    if (taken != attribute) Tree::abandon(taken, Tree::treeDocumentOfLiving(this));
     return attribute;
 }
 

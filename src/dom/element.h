@@ -2,6 +2,7 @@
 
 #include <qvox/dom.h>
 
+#include "dom/attr.h"
 #include "dom/named_node_map.h"
 #include "dom/node_list.h"
 #include "dom/qualified_name.h"
@@ -60,7 +61,7 @@ public:
 private:
     Attr* attach(Attr* attr, bool byNamespace);
     Attr* put(Attr* attr, bool byNamespace);
-    void attachNew(Attr* attr, bool byNamespace);
+    void attachNew(const AttrImpl::Init& init, bool byNamespace);
     void drop(Node* attribute);
 
     QualifiedName name;

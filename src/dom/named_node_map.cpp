@@ -74,6 +74,7 @@ Node* NamedNodeMapImpl::putItem(Node* node, bool byNamespace) {
     Node* replaced = getNamedItem(node->getNodeName());
     if (replaced != nullptr) remove(replaced);
     append(node, NO_PARENT);
+    Tree::noteTravel(getOwner(), node);
     set_owner_element(node, getOwner());
     return replaced;
 }

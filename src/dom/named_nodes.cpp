@@ -5,13 +5,16 @@
 namespace qvox {
 
 void NamedNodes::put(const Unit* name, Node* node) {
-    const auto [entry, isNew] = places.try_emplace(name, nodes.size());
+    OwnedNode<Node> owned(node);
+    const std::size_t last = nodes.size();
+    nodes.push_back(nullptr);
+    const auto [entry, isNew] = places.try_emplace(name, last);
     if (!isNew) {
         Tree::destroy(nodes[entry->second]);
         nodes[entry->second] = nullptr;
-        entry->second = nodes.size();
+        entry->second = last;
     }
-    nodes.push_back(node);
+    nodes[last] = owned.release();
 }
 
 void MapFiller::put(const Unit* name, Node* node) {

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "dom/document.h"
 #include "dom/tree.h"
 #include "dom/tree_visit.h"
 #include "traversal/tree_walker.h"
@@ -23,23 +24,45 @@ bool may_hold_text(const Node* node) {
 
 bool is_text(const Node* node) { return node != nullptr && node->getNodeType() == Node::TEXT_NODE; }
 
-// The nodes whose text has gone to another leave the list together, in one pass.
+// The nodes whose text has gone to another, which leave the list together, in one pass; also where
+// memory runs out before the last.
+class MergedNodes {
+public:
+    MergedNodes(NodeListImpl& list, const Node* visitedRoot) : children(list), root(visitedRoot) {}
+    MergedNodes(const MergedNodes&) = delete;
+    MergedNodes& operator=(const MergedNodes&) = delete;
+    ~MergedNodes() {
+        if (nodes.empty()) return;
+        children.removeAll(nodes);
+        DocumentImpl* document = Tree::treeDocumentOfLiving(root);
+        for (Node* node : nodes) Tree::abandon(node, document);
+    }
+
+    void merge(Text* run, Text* node) {
+        if (nodes.size() == nodes.capacity()) nodes.reserve(2 * nodes.size() + 1);
+        run->appendData(node->getData());
+        nodes.push_back(node);
+    }
+
+private:
+    NodeListImpl& children;
+    const Node* root;
+    std::vector<Node*> nodes;
+};
+
 void merge_step(TreeVisit& visit) {
     Node* node = visit.walker->getCurrentNode();
     NodeListImpl* children = Tree::childrenOf(node);
     if (children == nullptr || !may_hold_text(node)) return;
-    std::vector<Node*> merged;
+    MergedNodes merged(*children, visit.walker->getRoot());
     Node* run = nullptr;
     for (Node* child = children->front(); child != nullptr; child = children->after(child)) {
         if (is_text(run) && is_text(child)) {
-            static_cast<Text*>(run)->appendData(static_cast<Text*>(child)->getData());
-            merged.push_back(child);
+            merged.merge(static_cast<Text*>(run), static_cast<Text*>(child));
         } else {
             run = child;
         }
     }
-    children->removeAll(merged);
-    for (Node* leftOver : merged) Tree::abandon(leftOver);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "dom/owned_nodes.h"
 
 #include "dom/declarations.h"
-#include "dom/document.h"
 #include "dom/document_type.h"
 #include "dom/element.h"
 #include "dom/tree.h"
@@ -34,8 +33,6 @@ NodeCollection* owned_nodes_of(Node& node) {
     switch (node.getNodeType()) {
         case Node::ELEMENT_NODE: return owned_by(static_cast<ElementImpl&>(node));
         case Node::DOCUMENT_TYPE_NODE: return owned_by(static_cast<DocumentTypeImpl&>(node));
-        case Node::DOCUMENT_NODE:
-            return unless_empty(&static_cast<DocumentImpl&>(node).adoptedNodes());
         case DeclNode::DECLARATION_NODE: return owned_by(static_cast<DeclNode&>(node));
         default: return nullptr;
     }

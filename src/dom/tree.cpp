@@ -42,36 +42,68 @@ constexpr unsigned ACCEPTED_TYPES[] = {
     NO_TYPE,          // notation
 };
 
+DocumentImpl* as_impl(const Document* document) {
+    return const_cast<DocumentImpl*>(static_cast<const DocumentImpl*>(document));
+}
+
 bool is_fragment(const Node* node) { return node->getNodeType() == Node::DOCUMENT_FRAGMENT_NODE; }
 
 }  // namespace
 
-DocumentImpl* Tree::documentOf(const Node* node) {
+const Document* Tree::ownDocumentOf(const Node* node) {
     const bool isDocument = node->getNodeType() == Node::DOCUMENT_NODE;
-    const Document* document =
-        isDocument ? static_cast<const Document*>(node) : node->ownerDocument;
-    return const_cast<DocumentImpl*>(static_cast<const DocumentImpl*>(document));
+    return isDocument ? static_cast<const Document*>(node) : node->ownerDocument;
+}
+
+DocumentImpl* Tree::documentOf(const Node* node) { return as_impl(ownDocumentOf(node)); }
+
+// Null for a document, whatever it stands in.
+const Node* Tree::ownerOf(const Node* node) {
+    if (node->holder == nullptr) return nullptr;
+    return node->getNodeType() == Node::DOCUMENT_NODE ? nullptr : node->holder->getOwner();
 }
 
 // A node that owns nothing, as most have when they get their place, needs no look at all ancestors.
 bool Tree::owns(const Node* candidate, const Node* node) {
     if (owned_nodes_of(const_cast<Node&>(*candidate)) == nullptr) return candidate == node;
-    while (node != nullptr && node != candidate) {
-        node = node->holder != nullptr ? node->holder->getOwner() : nullptr;
-    }
+    while (node != nullptr && node != candidate) node = ownerOf(node);
     return node != nullptr;
 }
 
+bool Tree::fits(const Node* parent, const Node* child) {
+    if (is_fragment(child)) return true;
+    const unsigned accepted = ACCEPTED_TYPES[parent->getNodeType()];
+    if ((accepted & type_bit(child->getNodeType())) == 0) return false;
+    if (firstChildOf(child) == nullptr) return parent != child;
+    while (parent != nullptr && parent != child) parent = parentOf(parent);
+    return parent == nullptr;
+}
+
 bool Tree::accepts(const Node* parent, const Node* child) {
-    if (child == nullptr) return false;
-    if (!is_fragment(child)) {
-        const unsigned accepted = ACCEPTED_TYPES[parent->getNodeType()];
-        if ((accepted & type_bit(child->getNodeType())) == 0) return false;
+    return child != nullptr && fits(parent, child) && !owns(child, parent);
+}
+
+DocumentImpl* Tree::treeDocumentOf(const Node* node) {
+    const Document* document = nullptr;
+    for (; node != nullptr; node = ownerOf(node)) {
+        if (const Document* nodesDocument = ownDocumentOf(node)) document = nodesDocument;
     }
-    return !owns(child, parent);
+    return as_impl(document);
+}
+
+DocumentImpl* Tree::treeDocumentOfLiving(const Node* node) {
+    DocumentImpl* document = documentOf(node);
+    return document != nullptr && !document->hasTravellers() ? document : treeDocumentOf(node);
+}
+
+void Tree::noteTravel(const Node* parent, const Node* node) {
+    const Document* document = node->ownerDocument;
+    if (document == ownDocumentOf(parent)) return;
+    if (DocumentImpl* living = DocumentImpl::livingOne(document)) living->setHasTravellers();
 }
 
 Node* Tree::appendChildNoCheck(Node* parent, Node* child) {
+    makeChildList(parent);
     if (Node* oldParent = parentOf(child)) removeChildNoCheck(oldParent, child);
     if (is_fragment(child)) {
         takeFragment(parent, child);
@@ -83,6 +115,7 @@ Node* Tree::appendChildNoCheck(Node* parent, Node* child) {
 
 void Tree::appendAsIs(Node* parent, Node* child) {
     makeChildList(parent);
+    noteTravel(parent, child);
     parent->children->append(child, NodeCollection::OWNER_IS_PARENT);
 }
 
@@ -109,56 +142,70 @@ void Tree::makeChildList(Node* parent) {
         isElement ? &static_cast<ElementImpl*>(parent)->childStorage() : new NodeListImpl(parent);
 }
 
-// Empties a fragment. Fragments inside it, which can stand there by a replacement, are emptied in
-// their place and left to the document. `place` gets each other node, and null where a fragment
-// begins.
-template <typename Place>
-void Tree::emptyFragment(Node* fragment, Place place) {
-    Node* from = fragment;
-    for (;;) {
-        Node* item = firstChildOf(from);
-        if (item == nullptr) {
-            if (from == fragment) return;
-            Node* outer = from->holder->getOwner();
-            NodeCollection::release(from);
-            abandon(from);
-            from = outer;
-        } else if (is_fragment(item)) {
-            place(nullptr);
-            from = item;
-        } else {
-            place(item);
+// What a fragment gives up. Fragments can stand in it by a replacement.
+struct Tree::FragmentContent {
+    std::vector<Node*> items;
+    std::vector<Node*> innerFragments;  // each behind the one that it is in
+    std::size_t leadingFragments = 0;   // those that come before the first item
+    bool endsWithItem = false;          // and not with an empty fragment
+};
+
+Tree::FragmentContent Tree::contentOf(Node* fragment) {
+    FragmentContent content;
+    Node* node = firstChildOf(fragment);
+    while (node != nullptr) {
+        content.endsWithItem = !is_fragment(node);
+        (content.endsWithItem ? content.items : content.innerFragments).push_back(node);
+        if (content.items.empty()) ++content.leadingFragments;
+        Node* next = content.endsWithItem ? nullptr : firstChildOf(node);
+        while (next == nullptr && node != fragment) {
+            next = nextInList(node);
+            node = listOwnerOf(node);
         }
+        node = next;
+    }
+    return content;
+}
+
+// Their items have gone.
+void Tree::dropInnerFragments(const FragmentContent& content, Node* fragment) {
+    if (content.innerFragments.empty()) return;
+    DocumentImpl* document = treeDocumentOf(fragment);
+    for (Node* inner : content.innerFragments) {
+        NodeCollection::release(inner);
+        abandon(inner, document);
     }
 }
 
 void Tree::takeFragment(Node* parent, Node* fragment) {
-    makeChildList(parent);
-    emptyFragment(fragment, [parent](Node* item) {
-        if (item != nullptr) parent->children->append(item, NodeCollection::OWNER_IS_PARENT);
-    });
+    const FragmentContent content = contentOf(fragment);
+    for (Node* item : content.items) appendAsIs(parent, item);
+    dropInnerFragments(content, fragment);
 }
 
-// What was inserted last; `ref` for an empty fragment. Where `ref` is no child, the first item has
-// lost its parent and still stands in the fragment's list.
+// What was inserted last; `ref` for a fragment that is empty or ends with an empty one. Where `ref`
+// is no child, the first item has lost its parent and still stands in the fragment's list, and so
+// do the fragments in front of it.
 Node* Tree::insertFragment(Node* parent, Node* fragment, Node* ref) {
-    Node* first = firstChildOf(fragment);
-    if (first != nullptr && !parent->children->holds(ref)) {
-        clearParent(first);
-        return nullptr;
+    const FragmentContent content = contentOf(fragment);
+    const std::vector<Node*>& items = content.items;
+    if (!items.empty()) {
+        if (!parent->children->holds(ref)) {
+            for (std::size_t i = 0; i < content.leadingFragments; ++i) {
+                clearParent(content.innerFragments[i]);
+            }
+            clearParent(items.front());
+            return nullptr;
+        }
+        for (Node* item : items) {
+            NodeCollection::release(item);
+            noteTravel(parent, item);
+        }
+        parent->children->insertAllBefore(items.data(), items.size(), ref,
+                                          NodeCollection::OWNER_IS_PARENT);
     }
-    Node* last = ref;
-    std::vector<Node*> items;
-    emptyFragment(fragment, [&](Node* item) {
-        last = item != nullptr ? item : ref;
-        if (item == nullptr) return;
-        NodeCollection::release(item);
-        items.push_back(item);
-    });
-    if (items.empty()) return last;  // then ref need not be a child
-    parent->children->insertAllBefore(items.data(), items.size(), ref,
-                                      NodeCollection::OWNER_IS_PARENT);
-    return last;
+    dropInnerFragments(content, fragment);
+    return content.endsWithItem ? items.back() : ref;
 }
 
 Node* Tree::insertBeforeNoCheck(Node* parent, Node* child, Node* ref) {
@@ -166,6 +213,7 @@ Node* Tree::insertBeforeNoCheck(Node* parent, Node* child, Node* ref) {
     if (Node* oldParent = parentOf(child)) removeChildNoCheck(oldParent, child);
     if (!is_fragment(child)) {
         if (!parent->children->holds(ref)) return nullptr;
+        noteTravel(parent, child);
         parent->children->insertBefore(child, ref, NodeCollection::OWNER_IS_PARENT);
         return child;
     }
@@ -183,17 +231,21 @@ Node* Tree::replaceChildNoCheck(Node* parent, Node* newChild, Node* oldChild) {
     if (Node* oldParent = parentOf(newChild)) removeChildNoCheck(oldParent, newChild);
     if (!parent->children->holds(oldChild)) return nullptr;
     const bool isChild = parentOf(oldChild) != nullptr;
+    noteTravel(parent, newChild);
     parent->children->replace(
         newChild, oldChild, isChild ? NodeCollection::OWNER_IS_PARENT : NodeCollection::NO_PARENT);
     return oldChild;
 }
 
-void Tree::abandon(Node* node) {
-    if (DocumentImpl* document = documentOf(node)) document->adopt(node);
+void Tree::abandon(Node* node, DocumentImpl* document) {
+    if (node->getNodeType() == Node::DOCUMENT_NODE) return;
+    if (document == nullptr) document = DocumentImpl::livingOne(node->ownerDocument);
+    if (document != nullptr) document->adopt(node);
 }
 
 DocumentGuard::DocumentGuard(const Node* node) : lock(nullptr) {
-    if (DocumentImpl* document = Tree::documentOf(node)) {
+    DocumentImpl* document = node != nullptr ? Tree::documentOf(node) : nullptr;
+    if (document != nullptr) {
         lock = &document->getLock();
         lock->lock();
     }

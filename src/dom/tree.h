@@ -17,9 +17,21 @@ struct Tree {
     // The node's own document, or the node itself if it is one; null for a document type that no
     // document made.
     static DocumentImpl* documentOf(const Node* node);
+    // The same for a node that may have outlived it.
+    static const Document* ownDocumentOf(const Node* node);
 
     static Node* parentOf(const Node* node) {
         return node->isChild ? node->holder->getOwner() : nullptr;
+    }
+    // The node in whose child list this one stands. That is its parent, but for a node that a
+    // refused insertion of a fragment has left in that fragment without one.
+    static Node* listOwnerOf(const Node* node) {
+        Node* owner = node->holder != nullptr ? node->holder->getOwner() : nullptr;
+        return owner != nullptr && node->holder == owner->children ? owner : nullptr;
+    }
+    // What follows in the child list.
+    static Node* nextInList(const Node* node) {
+        return listOwnerOf(node) != nullptr ? node->holder->after(node) : nullptr;
     }
     // The child list; null until the first child has arrived.
     static NodeListImpl* childrenOf(const Node* node) { return node->children; }
@@ -49,11 +61,22 @@ struct Tree {
     // Returns `oldChild`; null when that isn't a child. Without a child list nothing happens.
     static Node* replaceChildNoCheck(Node* parent, Node* newChild, Node* oldChild);
 
-    // Whether `node` is `candidate` or hangs from it, be it as a child or from an attribute.
+    // Whether `node` is `candidate` or hangs from it, be it as a child or from an attribute; not by
+    // way of a document, which nobody owns.
     static bool owns(const Node* candidate, const Node* node);
 
-    // Whether `child` may be put under `parent`.
+    // Whether the type of `child` is one for children of `parent`, and whether it is neither that
+    // nor an ancestor of it. A fragment fits everywhere.
+    static bool fits(const Node* parent, const Node* child);
+    // Whether `child` may be put under `parent`: it fits and doesn't own it.
     static bool accepts(const Node* parent, const Node* child);
+
+    // The document whose tree the node stands in, in whatever way; for a loose tree the document of
+    // its root. Null only where nobody up there has one.
+    static DocumentImpl* treeDocumentOf(const Node* node);
+    // The same in constant time as long as the node's own document has no travellers; that document
+    // has to be alive.
+    static DocumentImpl* treeDocumentOfLiving(const Node* node);
 
     // For a node that has the list inside itself and is going.
     static void dropChildList(Node* node) { node->children = nullptr; }
@@ -69,16 +92,22 @@ struct Tree {
     // Puts nodes without a place under a parent, behind its children.
     static void appendAll(Node* parent, Node* const* nodes, std::size_t count);
 
-    // Gives a node without a place to its document, which frees it in the end. For nodes that
-    // nobody would free otherwise.
-    static void abandon(Node* node);
+    // Gives a node without a place, which nobody would free otherwise, to the document whose tree
+    // it stood in; where that is null, to its own. A document stays its maker's.
+    static void abandon(Node* node, DocumentImpl* document);
+
+    // To be told when a node is put under another one.
+    static void noteTravel(const Node* parent, const Node* node);
 
 private:
+    struct FragmentContent;
+
     static void makeChildList(Node* parent);
-    template <typename Place>
-    static void emptyFragment(Node* fragment, Place place);
+    static FragmentContent contentOf(Node* fragment);
+    static void dropInnerFragments(const FragmentContent& content, Node* fragment);
     static void takeFragment(Node* parent, Node* fragment);
     static Node* insertFragment(Node* parent, Node* fragment, Node* ref);
+    static const Node* ownerOf(const Node* node);
     static void clearParent(Node* node) { node->isChild = false; }
 };
 
@@ -90,7 +119,7 @@ struct NodeDestroyer {
 template <typename NodeType>
 using OwnedNode = std::unique_ptr<NodeType, NodeDestroyer>;
 
-// Holds the lock of the node's document, if it has one.
+// Holds the lock of the node's document, if it has one. None for null.
 class DocumentGuard {
 public:
     explicit DocumentGuard(const Node* node);

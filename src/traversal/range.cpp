@@ -274,10 +274,9 @@ void RangeImpl::checkSameDocument(const Node* newNode) const {
     }
 }
 
-// The other way round than one would ask. A fragment fits under everything.
+// The other way round than one would ask.
 void RangeImpl::checkStartFitsUnder(const Node* newNode) const {
-    const bool isFragment = start.container->getNodeType() == Node::DOCUMENT_FRAGMENT_NODE;
-    if (!isFragment && !Tree::accepts(newNode, start.container)) {
+    if (!Tree::fits(newNode, start.container)) {
         refuse_hierarchy("start container is not acceptable as child node");
     }
 }
@@ -287,15 +286,35 @@ Node* RangeImpl::insertionParent() const {
 }
 
 // What the insertion itself would find out too late, when texts are split and contents moved.
-void RangeImpl::checkStartTakes(const Node* newNode) const {
+void RangeImpl::checkStartTakes(const Node* newNode, const Node* ref) const {
     switch (start.container->getNodeType()) {
         case Node::COMMENT_NODE:
         case Node::PROCESSING_INSTRUCTION_NODE: refuse_hierarchy("start container can't be split");
         default: break;
     }
+    if (counts_units(start.container) && start.offset > max_offset(start.container)) {
+        throw DOMException(DOMException::INDEX_SIZE_ERR, "invalid index");
+    }
     const Node* parent = insertionParent();
     if (parent == nullptr) refuse_hierarchy("start container has no parent");
     if (!Tree::accepts(parent, newNode)) refuse_hierarchy("child node is not acceptable");
+    if (ref == newNode) throw DOMException(DOMException::NOT_FOUND_ERR, "ref child node not found");
+}
+
+// Where the content that goes has the start container in it, nothing stays above that.
+void RangeImpl::checkSurroundedSelectable() const {
+    const Node* parent = insertionParent();
+    if (is_one_of(parent, CLOSED_TYPES)) refuse_type("invalid ancestor type");
+    const bool startGoes = start.container != end.container && !counts_units(start.container) &&
+                           compare_places(place_of(start), place_of(end)) < 0;
+    if (!startGoes) check_ancestors(parent);
+}
+
+void RangeImpl::insertAtStart(Node* newNode) {
+    Node* ref = counts_units(start.container)
+                    ? static_cast<Text*>(start.container)->splitText(start.offset)
+                    : child_behind(start);
+    insertionParent()->insertBefore(newNode, ref);
 }
 
 void RangeImpl::insertNode(Node* newNode) {
@@ -304,11 +323,8 @@ void RangeImpl::insertNode(Node* newNode) {
     checkSameDocument(newNode);
     check_type(newNode, NEVER_INSERTED_TYPES, "invalid insert node type");
     checkStartFitsUnder(newNode);
-    checkStartTakes(newNode);
-    Node* ref = counts_units(start.container)
-                    ? static_cast<Text*>(start.container)->splitText(start.offset)
-                    : child_behind(start);
-    insertionParent()->insertBefore(newNode, ref);
+    checkStartTakes(newNode, counts_units(start.container) ? nullptr : child_behind(start));
+    insertAtStart(newNode);
 }
 
 void RangeImpl::surroundContents(Node* newParent) {
@@ -321,13 +337,12 @@ void RangeImpl::surroundContents(Node* newParent) {
         throw RangeException(RangeException::BAD_BOUNDARYPOINTS_ERR,
                              "surround range is partially selected");
     }
-    checkStartTakes(newParent);
+    const OwnedNode<DocumentFragment> fragment(cloneContents());
     const BoundaryPoint& kept = start.container == end.container ? end : start;
-    if (child_behind(kept) == newParent) {
-        throw DOMException(DOMException::NOT_FOUND_ERR, "ref child node not found");
-    }
-    const OwnedNode<DocumentFragment> fragment(extractContents());
-    insertNode(newParent);
+    checkStartTakes(newParent, counts_units(start.container) ? nullptr : child_behind(kept));
+    checkSurroundedSelectable();
+    deleteContents();
+    insertAtStart(newParent);
     Tree::appendChildNoCheck(newParent, fragment.get());
     selectNode(newParent);
 }

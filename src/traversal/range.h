@@ -45,10 +45,13 @@ private:
     bool isInOrder() const;
     bool isCollapsed() const;
 
-    // Whether a node may be inserted at the start. These raise if it may not.
+    // Whether a node may be inserted at the start, in front of `ref`. These raise if it may not.
     void checkSameDocument(const Node* newNode) const;
     void checkStartFitsUnder(const Node* newNode) const;
-    void checkStartTakes(const Node* newNode) const;
+    void checkStartTakes(const Node* newNode, const Node* ref) const;
+    // Whether what is inserted there, with the content of the range gone, can be selected.
+    void checkSurroundedSelectable() const;
+    void insertAtStart(Node* newNode);
     // Where an insertion goes: the start container, or its parent if it is a text to be split.
     Node* insertionParent() const;
 

@@ -19,22 +19,27 @@ bool counts_children(const Node* node) {
     }
 }
 
-// On the way up from a node.
+// On the way up from a node, by one of Tree's functions.
 class Climber {
 public:
-    explicit Climber(Node* start) : node(start) {
-        for (const Node* above = start; above != nullptr; above = Tree::parentOf(above)) ++height;
+    using Step = Node* (*)(const Node*);
+
+    Climber(Node* start, Step stepUp) : node(start), step(stepUp) {
+        for (const Node* above = start; above != nullptr; above = step(above)) ++height;
     }
 
     void climb() {
         cameFrom = node;
-        node = Tree::parentOf(node);
+        node = step(node);
         --height;
     }
 
     Node* node;                // null above the root
     Node* cameFrom = nullptr;  // the child of it on the way
     std::size_t height = 0;    // of the node above nothing: 1 for a root
+
+private:
+    Step step;
 };
 
 // Leads both up to their lowest common ancestor, or to null.
@@ -80,8 +85,8 @@ Node* root_of(Node* node) {
 }
 
 Node* common_ancestor(Node* one, Node* other) {
-    Climber first(one);
-    Climber second(other);
+    Climber first(one, Tree::parentOf);
+    Climber second(other, Tree::parentOf);
     meet(first, second);
     return first.node;
 }
@@ -95,8 +100,8 @@ TagPlace place_of(const BoundaryPoint& point) {
 
 int compare_places(const TagPlace& one, const TagPlace& other) {
     if (one.node == other.node) return one.side - other.side;
-    Climber first(one.node);
-    Climber second(other.node);
+    Climber first(one.node, Tree::listOwnerOf);
+    Climber second(other.node, Tree::listOwnerOf);
     meet(first, second);
     if (first.cameFrom == nullptr) return one.side == TagPlace::OPENING ? -1 : 1;
     if (second.cameFrom == nullptr) return other.side == TagPlace::OPENING ? 1 : -1;

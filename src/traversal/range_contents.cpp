@@ -18,8 +18,8 @@ TagPlace tag_behind(const TagPlace& tag) {
         if (Node* child = Tree::firstChildOf(tag.node)) return {child, TagPlace::OPENING};
         return {tag.node, TagPlace::CLOSING};
     }
-    if (Node* sibling = Tree::nextSiblingNoLock(tag.node)) return {sibling, TagPlace::OPENING};
-    return {Tree::parentOf(tag.node), TagPlace::CLOSING};
+    if (Node* sibling = Tree::nextInList(tag.node)) return {sibling, TagPlace::OPENING};
+    return {Tree::listOwnerOf(tag.node), TagPlace::CLOSING};
 }
 
 // Whether a walk hasn't come to its stop. It does so before the tags of the tree are at an end.
@@ -46,7 +46,7 @@ std::vector<Node*> nodes_ending_between(TagPlace tag, const TagPlace& stop) {
     while (goes_on(tag, stop)) {
         tag = tag_behind(tag);
         if (tag.side != TagPlace::CLOSING) continue;
-        while (!nodes.empty() && Tree::parentOf(nodes.back()) == tag.node) nodes.pop_back();
+        while (!nodes.empty() && Tree::listOwnerOf(nodes.back()) == tag.node) nodes.pop_back();
         nodes.push_back(tag.node);
     }
     return nodes;
@@ -62,27 +62,22 @@ void detach_siblings(Node* parent, const std::vector<Node*>& siblings) {
     }
 }
 
-// Detached nodes are for their documents to free. A document type belongs to the document that it
-// stood under; a document that was a child of one is its maker's.
-void hand_over(Node* node, Node* formerParent) {
-    if (node->getNodeType() == Node::DOCUMENT_NODE) return;
-    if (Tree::documentOf(node) != nullptr) {
-        Tree::abandon(node);
-    } else if (DocumentImpl* document = Tree::documentOf(root_of(formerParent))) {
-        document->adopt(node);
+// Removes nodes, which are in document order, so that siblings follow each other. They are for the
+// document to free.
+void remove_nodes(const std::vector<Node*>& nodes, DocumentImpl* document) {
+    for (auto from = nodes.begin(); from != nodes.end();) {
+        Node* parent = Tree::listOwnerOf(*from);
+        const auto to = std::find_if(
+            from, nodes.end(), [parent](Node* node) { return Tree::listOwnerOf(node) != parent; });
+        detach_siblings(parent, {from, to});
+        std::for_each(from, to, [document](Node* node) { Tree::abandon(node, document); });
+        from = to;
     }
 }
 
-// Removes nodes, which are in document order, so that siblings follow each other.
-void remove_nodes(const std::vector<Node*>& nodes) {
-    for (auto from = nodes.begin(); from != nodes.end();) {
-        Node* parent = Tree::parentOf(*from);
-        const auto to = std::find_if(
-            from, nodes.end(), [parent](Node* node) { return Tree::parentOf(node) != parent; });
-        detach_siblings(parent, {from, to});
-        std::for_each(from, to, [parent](Node* node) { hand_over(node, parent); });
-        from = to;
-    }
+Node* append_copy(Node* parent, OwnedNode<Node> copy) {
+    Tree::appendAsIs(parent, copy.get());
+    return copy.release();
 }
 
 }  // namespace
@@ -116,30 +111,32 @@ RangeContents::Part RangeContents::partOf(const Node* node, const Xstring& data)
     return {from, to};
 }
 
-Node* RangeContents::copyOf(Node* node) const {
-    if (!counts_units(node)) return cloneShallow(node, node->getOwnerDocument());
+OwnedNode<Node> RangeContents::copyOf(Node* node) const {
+    OwnedNode<Node> copy;
+    if (!counts_units(node)) {
+        copy.reset(cloneShallow(node, node->getOwnerDocument()));
+        return copy;
+    }
     const Xstring& data = node->getNodeValue();
     const Part part = partOf(node, data);
-    Node* copy = cloneShallow(node, node->getOwnerDocument());
+    copy.reset(cloneShallow(node, node->getOwnerDocument()));
     const bool isWhole = part.from == 0 && part.to == data.length();
     if (!isWhole) copy->setNodeValue(data.substr(part.from, part.to - part.from));
     return copy;
 }
 
 // A node that opens in the range gets a copy around the copies of its content. One that opened in
-// front of it gets an empty copy where it closes: its content has gone to the fragment by then. A
-// fragment in the place of a child gives its content, as it would when appended.
+// front of it gets an empty copy where it closes: its content has gone to the fragment by then.
 void RangeContents::copyTo(Node* fragment) const {
     refuse_document_type(ancestor);
     Node* parent = fragment;
     for (TagPlace tag = first; goes_on(tag, stop); tag = tag_behind(tag)) {
-        if (tag.node->getNodeType() == Node::DOCUMENT_FRAGMENT_NODE) continue;
         if (tag.side == TagPlace::OPENING) {
-            parent = Tree::appendChildNoCheck(parent, copyOf(tag.node));
+            parent = append_copy(parent, copyOf(tag.node));
         } else if (parent != fragment) {
             parent = Tree::parentOf(parent);
         } else {
-            Tree::appendChildNoCheck(fragment, copyOf(tag.node));
+            append_copy(fragment, copyOf(tag.node));
         }
     }
 }
@@ -156,13 +153,14 @@ void RangeContents::cut(Node* node) const {
 }
 
 void RangeContents::remove() const {
-    const DocumentGuard guard(ancestor);
+    DocumentImpl* document = Tree::treeDocumentOf(ancestor);
+    const DocumentGuard guard(document);
     std::vector<Node*> nodes = nodes_ending_between(first, stop);
     const auto cutNodes = std::stable_partition(nodes.begin(), nodes.end(),
                                                 [this](Node* node) { return !isCut(node); });
     std::for_each(cutNodes, nodes.end(), [this](Node* node) { cut(node); });
     nodes.erase(cutNodes, nodes.end());
-    remove_nodes(nodes);
+    remove_nodes(nodes, document);
 }
 
 void RangeContents::appendTextTo(Xstring& text) const {

@@ -1,6 +1,7 @@
 // The content of a range: which nodes it selects, copying, deleting and reading them.
 #pragma once
 
+#include "dom/tree.h"
 #include "traversal/range_boundaries.h"
 
 namespace qvox {
@@ -26,7 +27,7 @@ private:
 
     // The units of a node that are in the range. Raises for a start beyond the end of its data.
     Part partOf(const Node* node, const Xstring& data) const;
-    Node* copyOf(Node* node) const;
+    OwnedNode<Node> copyOf(Node* node) const;
     // Whether deleting cuts the node rather than removing it.
     bool isCut(const Node* node) const;
     void cut(Node* node) const;

@@ -64,6 +64,22 @@ TEST(Cost, GrowingAtBothEnds) {
     EXPECT_EQ(root->getChildNodes()->item(MANY)->getNodeType(), Node::TEXT_NODE);
 }
 
+// Nodes that the document keeps, freed in another order than that in which it got them.
+TEST(Cost, FreeingLeftOvers) {
+    const Tree tree("a");
+    auto* const root = static_cast<Element*>(tree.document->getFirstChild());
+    std::vector<Node*> leftOvers(2 * MANY);
+    for (Node*& leftOver : leftOvers) {
+        root->setAttribute("x", "");
+        leftOver = root->getAttributeNode("x");
+        root->removeAttribute("x");
+    }
+    qvox::DOMParser parser;
+    for (std::size_t i = 0; i < leftOvers.size(); ++i) {
+        parser.freeNode(leftOvers[i * 7919 % leftOvers.size()]);
+    }
+}
+
 TEST(Cost, FragmentsBetweenChildren) {
     Tree tree("a('t')");
     Node* const root = tree.document->getDocumentElement();

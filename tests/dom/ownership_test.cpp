@@ -155,21 +155,18 @@ TEST(Ownership, DocumentTypesTakeEveryType) {
     Node* const doctype = tree.document->appendChild(tree.make("%d"));
     for (int type = 1; type <= 12; ++type) doctype->appendChild(tree.drop(tree.make_type(type)));
     const std::string text = "%d(a[x='1'] @x=-* 't' ='c' &r $e ?p'd' !'c' / %d ~n)";
-    EXPECT_EQ(tree_text(tree.drop(doctype->cloneNode(true))), text);
-    tree.parser.freeNode(tree.document->cloneNode(true));
+    Node* const copies[] = {doctype->cloneNode(true), tree.document->cloneNode(true)};
+    EXPECT_EQ(tree_text(copies[0]), text);
+    for (Node* const copiedType : {copies[0], copies[1]->getFirstChild()}) {
+        tree.drop(copiedType->getChildNodes()->item(8));  // the document in it
+    }
+    for (Node* const copy : copies) tree.parser.freeNode(copy);
     tree.document->normalize();
     EXPECT_EQ(tree.text(), "/(" + text + ')');
-    // A document in it is freed with it.
-    Tree other("%e");
-    Document* const inner = tree.parser.createDocument();
-    inner->appendChild(inner->createElement("i"));
-    other["e"]->appendChild(inner);
-    EXPECT_EQ(raised_by([&] { tree.parser.freeNode(inner); }),
-              "QVOX 4 attempt to free node with parent");
-    EXPECT_EQ(other.text(), "/(%e(/(i)))");
 }
 
-// What a document keeps for the end may be used again before. Of another document: with that.
+// What a document keeps for the end may be used again before. Whose it is tells the tree that it
+// stood in.
 TEST(Ownership, LeftOvers) {
     expect_steps(Script("a[x='1' y='2']('p' 'q' 'r') b"),
                  {{"x: a@x; y: a@y; q: q; r: r; a removeAttribute x; a removeAttribute y",
@@ -179,11 +176,59 @@ TEST(Ownership, LeftOvers) {
                   {"b appendChild r", "'r' > /(a('pqr') b[x='1']('r'))"},
                   {"a: / removeChild a; a free", "> /(b[x='1']('r'))"},
                   {"b removeAttribute x; x free", "> /(b('r'))"}});
-    Tree tree("b('r')");
-    Tree other("o('s')");
-    tree["b"]->insertBefore(other["s"], nullptr);
-    tree["b"]->normalize();
-    EXPECT_EQ(tree.text(), "/(b('rs'))");
+    Tree tree("a('r' b c('z'))");
+    {
+        Tree other("o('s' &t('u' 'v') d[x='1'])");
+        Element* const d = other.element("d");
+        for (Node* const moved : {other["s"], other["t"], static_cast<Node*>(d)}) {
+            tree["a"]->insertBefore(moved, tree["b"]);
+        }
+        d->removeAttribute("x");
+        tree.parser.freeNode(tree["a"]->removeChild(d));
+    }
+    tree["a"]->normalize();
+    EXPECT_EQ(tree.text(), "/(a('rs' &t('uv') b c('z')))");
+    qvox::Range* const range = tree.document->createRange();
+    range->setStart(tree["uv"], 1);
+    range->setEnd(tree["uv"], 2);
+    range->deleteContents();
+    EXPECT_EQ(tree.text(), "/(a('rs' &t('u') b c('z')))");
+    range->selectNodeContents(tree["a"]);
+    range->deleteContents();
+    EXPECT_EQ(tree.text(), "/(a)");
+    tree.document->freeRange(range);
+}
+
+// Nobody owns a document, wherever it stands: freeing it takes it out, and what it stood in can be
+// freed before it.
+TEST(Ownership, Documents) {
+    for (const bool areFirst : {true, false}) {
+        qvox::DOMParser parser;
+        Document* const inMap = parse_document(parser, "<m/>");
+        Document* const inType = parser.createDocument();
+        {
+            Tree tree("%d a[x='1']");
+            tree.element("a")->getAttributes()->setNamedItem(inMap);
+            tree["d"]->appendChild(inType);
+            for (Document* const document : {inMap, inType}) {
+                if (areFirst) parser.free(document);
+            }
+            EXPECT_EQ(tree.text(), areFirst ? "/(%d a[x='1'])" : "/(%d(/) a[x='1' /(m)])");
+        }
+        for (Document* const document : {inMap, inType}) {
+            if (!areFirst) parser.free(document);
+        }
+    }
+    // One that is in a map of its own tree, and in one of a node that it keeps.
+    Tree tree;
+    auto* const a = dynamic_cast<Element*>(tree.make("a[x='1']"));
+    Node* const reference = a->getAttributeNode("x")->appendChild(tree.make("&r"));
+    Node* const b = reference->appendChild(tree.make("b[z='3']"));
+    b->getAttributes()->setNamedItem(tree.document);
+    a->removeAttribute("x");
+    a->setAttribute("y", "2");
+    a->getAttributes()->setNamedItem(tree.document);
+    tree.document->appendChild(a);
 }
 
 }  // namespace

@@ -215,21 +215,28 @@ public:
         parser.free(document);
     }
 
-    // A document type takes every node from wherever it stands, but empties fragments.
+    // A document type takes every node from wherever it stands, but empties fragments, and doesn't
+    // own documents.
     void free_dropped() {
         qvox::Node* const heap = parser.getImplementation()->createDocumentType({}, {}, {});
         std::set<qvox::Node*> fragments;
+        std::set<qvox::Document*> documents;
         for (qvox::Node* const node : dropped) {
-            if (node == nullptr || node->getParentNode() != nullptr) continue;
+            auto* const droppedDocument = dynamic_cast<qvox::Document*>(node);
+            if (droppedDocument != nullptr) documents.insert(droppedDocument);
+            if (node == nullptr || droppedDocument != nullptr || node->getParentNode() != nullptr) {
+                continue;
+            }
             heap->appendChild(node);
             if (node->getParentNode() == nullptr) fragments.insert(node);
         }
         parser.freeNode(heap);
         for (qvox::Node* const fragment : fragments) parser.freeNode(fragment);
+        for (qvox::Document* const freed : documents) parser.free(freed);
         dropped.clear();
     }
 
-    // Frees the node at the end, unless it has a parent then.
+    // Frees the node at the end, unless it has a parent then; a document in any case.
     template <typename NodeType>
     NodeType* drop(NodeType* node) {
         dropped.push_back(node);

@@ -210,15 +210,17 @@ private:
         return data.substr(from, to - from);
     }
 
-    // The children of a fragment go to its parent.
+    // In a fragment, since a text can have children too; a fragment takes the place of another
+    // node.
     Node* append_copy(Node* node, Node* parent) {
-        if (node->getNodeType() == Node::DOCUMENT_FRAGMENT_NODE) return parent;
         const std::string part = has_data(node) ? part_of(node) : "";
         Node* const copy = tree.drop(node->cloneNode(false));
         if (has_data(node)) copy->setNodeValue(part.c_str());
         Node* const place = tree.drop(tree.document->createDocumentFragment());
-        place->appendChild(copy);
+        const bool isFragment = node->getNodeType() == Node::DOCUMENT_FRAGMENT_NODE;
+        Node* const placed = place->appendChild(isFragment ? tree.drop(tree.make("x")) : copy);
         parent->appendChild(place);
+        if (isFragment) parent->replaceChild(copy, placed);
         return copy;
     }
 };
