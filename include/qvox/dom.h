@@ -40,6 +40,7 @@ class NamedNodeMap;
 class NodeCollection;
 class NodeList;
 class NodeListImpl;
+struct LentText;
 
 /// The base of every object in a tree. The operations are those of all node types; a type without
 /// the thing asked for answers null, false or Xstring::Null.
@@ -205,7 +206,7 @@ public:
 
 protected:
     CharacterData(const unsigned short* text, Document* document);
-    CharacterData(Xstring&& text, Document* document) noexcept;
+    CharacterData(const LentText& text, Document* document) noexcept;
     ~CharacterData() override = default;
 
 private:

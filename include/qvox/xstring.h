@@ -8,6 +8,8 @@
 #include <cwchar>
 #include <iosfwd>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 #include <qvox/export.h>
 
@@ -80,19 +82,27 @@ struct UnitTraits {
 ///  - ordinary: the string owns its text, which may be empty.
 ///  - bulk: the string only borrows a text that somebody else owns, and is valid as long as that
 ///    text is. The library makes such a string in one place: a long run of character data goes to
-///    ContentHandler::characters in this form. Copying a bulk string gives an ordinary one.
+///    ContentHandler::characters in this form. What is copied or moved out of it is an ordinary
+///    string.
 ///
 /// No text holds a NUL unit. Lengths count 16-bit units, not characters: a character above U+FFFF
-/// has two. Narrow text (`const char*`) that goes in is Shift_JIS, and ASCII is a part of that.
+/// has two. Narrow text (`const char*`) that goes in is Shift_JIS, and ASCII is a part of that;
+/// UTF-8 goes in and out by name, with fromUtf8() and utf8().
 ///
-/// Copies are independent values. One object may be read by several threads at a time, except
-/// through the conversions that take no buffer: these share one result buffer in the process.
-/// Memory that can't be had raises std::bad_alloc, and a text longer than the string type allows
-/// std::length_error.
+/// Copies are independent values, also between threads; that of an ordinary string costs no memory.
+/// One object may be read by several threads at a time, except through the conversions that take no
+/// buffer: these share one result buffer in the process. Memory that can't be had raises
+/// std::bad_alloc, and a text longer than the string type allows std::length_error.
 class QVOX_API Xstring {
+    // For comparisons with all that is 16-bit text, but not with a literal 0 or NULL.
+    template <typename Units>
+    using IfUnits = std::enable_if_t<std::is_convertible_v<const Units&, std::u16string_view> &&
+                                         !std::is_same_v<Units, Xstring>,
+                                     int>;
+
 public:
     /// A null string.
-    Xstring() noexcept = default;
+    constexpr Xstring() noexcept = default;
 
     /// The text `s`, in Shift_JIS, up to its NUL; each CR LF becomes LF, and bytes that form no
     /// character become U+FFFD. Null for a null pointer.
@@ -103,32 +113,57 @@ public:
     /// A copy of the units of `s` up to its NUL. CR LF becomes LF, and so does a CR alone (XML 1.0,
     /// end-of-line handling). Null for a null pointer.
     Xstring(const unsigned short* s);
+    /// \copydoc Xstring(const unsigned short*)
+    Xstring(const char16_t* s);
+    /// The same of the units of `s`, up to a NUL if there is one. Never null.
+    Xstring(std::u16string_view s);
+    /// \copydoc Xstring(std::u16string_view)
+    Xstring(const std::u16string& s) : Xstring(std::u16string_view(s)) {}
 
     /// A bulk string over the `length` units at `s`, which are neither copied nor looked at. They
-    /// stay the caller's, must be followed by a NUL unit, and must outlive this object.
-    Xstring(const unsigned short* s, int length);
+    /// stay the caller's, must be followed by a NUL unit, and must outlive this object. For a null
+    /// pointer the empty string, or null where `length` is -1.
+    Xstring(const unsigned short* s, int length) noexcept;
 
     /// A null string from a null one, else an ordinary string with a copy of the text up to its
     /// first NUL, also where `other` only borrows its text.
     Xstring(const Xstring& other);
-    /// As the copy, but takes the text of an ordinary string over and leaves `other` null.
-    Xstring(Xstring&& other) noexcept;
-    ~Xstring() = default;
+    /// Takes the text of an ordinary string over, which can't fail, and leaves `other` null. What
+    /// only borrows its text is copied.
+    Xstring(Xstring&& other)  // NOLINT(performance-noexcept-move-constructor): memory may lack
+        : units(other.units), count(other.count), state(other.state) {
+        if (state >= State::LENT) {
+            copyText(other);
+        } else {
+            other.forget();
+        }
+    }
+    ~Xstring() {
+        if (state == State::OWNED) release();
+    }
+
+    /// `utf8` as 16-bit units, up to a NUL if there is one, with its line ends as they are. Each
+    /// byte that is not part of a character becomes U+FFFD. Never null.
+    static Xstring fromUtf8(std::string_view utf8);
 
     /// Length in 16-bit units; 0 for a null string.
-    int length() const noexcept {
-        return bulk != nullptr ? bulkLength : static_cast<int>(text.size());
-    }
-    bool isNull() const noexcept { return bulkLength == -1; }
-    bool isBulk() const noexcept { return bulk != nullptr; }
+    int length() const noexcept { return count; }
+    bool isNull() const noexcept { return state == State::NONE; }
+    bool isBulk() const noexcept { return state == State::BULK; }
 
     /// The units and a NUL behind them, never a null pointer. They belong to the string (to the
     /// lender of a bulk string) and stay until it is changed or destroyed.
-    const unsigned short* data() const noexcept {
-        if (bulk != nullptr) return bulk;
-        return text.empty() ? noText : text.c_str();
-    }
+    const unsigned short* data() const noexcept { return units; }
     const unsigned short* c_str() const noexcept { return data(); }
+    /// The same as data().
+    const char16_t* u16_str() const noexcept;
+    /// The length() units at u16_str(); empty for a null string.
+    std::u16string_view view() const noexcept;
+    operator std::u16string_view() const noexcept { return view(); }
+
+    /// The text in UTF-8, line ends as they are; half of a surrogate pair becomes U+FFFD. Empty for
+    /// a null string.
+    std::string utf8() const;
 
     /// \name Conversions
     /// Each has a form that fills the caller's buffer and returns it, and a form that returns a
@@ -168,6 +203,8 @@ public:
     /// The index in units of the first occurrence of `pattern` (Shift_JIS). 0 for an empty pattern,
     /// and the largest unsigned value where there is none.
     unsigned int find(const char* pattern) const;
+    /// The same for 16-bit text.
+    unsigned int find(std::u16string_view pattern) const noexcept;
 
     /// \name Assignment and appending
     /// A null pointer gives no text, and leaves a null string null. 16-bit text is taken up to its
@@ -176,12 +213,18 @@ public:
     /// @{
     Xstring& operator=(const char* s);
     Xstring& operator=(const unsigned short* s);
+    Xstring& operator=(const char16_t* s);
+    Xstring& operator=(std::u16string_view s);
     /// A null `other` empties this string; only a string that was null is null afterwards.
     Xstring& operator=(const Xstring& other);
+    /// As the copy, but takes the text of an ordinary string over and leaves `other` null.
+    Xstring& operator=(Xstring&& other);  // NOLINT(performance-noexcept-move-constructor)
     Xstring& operator+=(const char* s);
     /// Appends one unit. The unit 0 changes nothing.
     Xstring& operator+=(unsigned short unit);
     Xstring& operator+=(const unsigned short* s);
+    Xstring& operator+=(const char16_t* s);
+    Xstring& operator+=(std::u16string_view s);
     Xstring& operator+=(const Xstring& other);
     /// @}
 
@@ -194,19 +237,53 @@ public:
     bool operator==(const Xstring& other) const noexcept;
     bool operator!=(const Xstring& other) const noexcept { return !(*this == other); }
 
+    /// Whether both have the same units, for what converts to std::u16string_view. A null string
+    /// equals a null pointer and an empty view.
+    template <typename Units, IfUnits<Units> = 0>
+    bool operator==(const Units& s) const noexcept {
+        return isText(s);
+    }
+    template <typename Units, IfUnits<Units> = 0>
+    bool operator!=(const Units& s) const noexcept {
+        return !isText(s);
+    }
+
     /// A null string, which lives as long as the library: what accessors return for no value.
     static const Xstring Null;
 
 private:
-    using Text = std::basic_string<unsigned short, UnitTraits>;
+    friend struct LentText;
 
+    enum class State : unsigned char {
+        NONE,   // null
+        PLAIN,  // ordinary, and nothing is owned: the empty string
+        OWNED,  // ordinary; the text is a block that copies share
+        LENT,   // borrowed inside the library: ordinary to everybody else
+        BULK    // borrowed
+    };
+
+    Xstring(const unsigned short* text, int length, State textState) noexcept
+        : units(text), count(length), state(textState) {}
+
+    // Forgets the text, which is somebody else's by now.
+    void forget() noexcept {
+        units = noText;
+        count = 0;
+        state = State::NONE;
+    }
+    void release() noexcept;
+    void copyText(const Xstring& other);
     void own();
+    void become(const unsigned short* text, std::size_t length);
+    void append(const unsigned short* text, std::size_t length);
+    bool isText(const char16_t* s) const noexcept;
+    bool isText(std::u16string_view s) const noexcept;
 
-    static const unsigned short noText[1];
+    static constexpr unsigned short noText[1] = {0};
 
-    Text text;
-    int bulkLength = -1;
-    const unsigned short* bulk = nullptr;
+    const unsigned short* units = noText;  // NUL-terminated
+    int count = 0;
+    State state = State::NONE;
 };
 
 /// The text of `a` followed by that of `b`; null where both are.

@@ -1,7 +1,5 @@
 #include "dom/attr.h"
 
-#include <utility>
-
 #include "dom/character_data.h"
 #include "dom/document.h"
 #include "dom/tree.h"
@@ -33,12 +31,12 @@ AttrImpl::AttrImpl(const Init& init, Document* document)
     value = init.value;
 }
 
-AttrImpl::AttrImpl(const PooledInit& init, Xstring&& text, Document* document) noexcept
+AttrImpl::AttrImpl(const PooledInit& init, const LentText& text, Document* document) noexcept
     : Attr(document),
       name(init.name),
       attributeType(init.attributeType),
       defaultValue(init.defaultValue),
-      value(std::move(text)),
+      value(text.string()),
       specified(init.specified),
       ownerElement(init.ownerElement) {}
 

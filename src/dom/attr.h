@@ -3,6 +3,7 @@
 #include <qvox/dom.h>
 
 #include "dom/qualified_name.h"
+#include "text/lent_text.h"
 
 namespace qvox {
 
@@ -21,8 +22,7 @@ public:
 
     AttrImpl(const Init& init, Document* document);
 
-    // The same of names that are in the document's pool. The value is taken over as it is, also one
-    // that borrows its text.
+    // The same of names that are in the document's pool, with a value that lies with the node.
     struct PooledInit {
         QualifiedName name;
         const PooledName* attributeType;  // or null
@@ -31,7 +31,7 @@ public:
         Element* ownerElement;
     };
 
-    AttrImpl(const PooledInit& init, Xstring&& text, Document* document) noexcept;
+    AttrImpl(const PooledInit& init, const LentText& text, Document* document) noexcept;
 
     int getNodeType() const override { return ATTRIBUTE_NODE; }
     const Xstring& getNodeName() const override { return name.getName(); }

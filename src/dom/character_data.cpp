@@ -44,8 +44,8 @@ CharacterData::CharacterData(const unsigned short* text, Document* document) : N
     data = text;
 }
 
-CharacterData::CharacterData(Xstring&& text, Document* document) noexcept
-    : Node(document), data(std::move(text)) {}
+CharacterData::CharacterData(const LentText& text, Document* document) noexcept
+    : Node(document), data(text.string()) {}
 
 const Xstring& CharacterData::getData() const { return data; }
 
@@ -75,7 +75,7 @@ void CharacterData::replaceData(int offset, int count, const Xstring& arg) {
     Xstring changed = data.substr(0, offset);
     changed += arg;
     changed += data.substr(offset + cut, data.length());
-    data = changed;
+    data = std::move(changed);
 }
 
 const Xstring& CharacterData::getNodeValue() const { return getData(); }

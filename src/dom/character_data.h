@@ -1,10 +1,9 @@
 // The concrete text nodes.
 #pragma once
 
-#include <utility>
-
 #include <qvox/dom.h>
 
+#include "text/lent_text.h"
 #include "text/wide.h"
 
 namespace qvox {
@@ -13,8 +12,7 @@ class TextImpl final : public Text {
 public:
     // A null text leaves the node without data.
     TextImpl(const Unit* text, Document* document) : Text(text, document) {}
-    // Takes the string over as it is, also one that borrows its text.
-    TextImpl(Xstring&& text, Document* document) noexcept : Text(std::move(text), document) {}
+    TextImpl(const LentText& text, Document* document) noexcept : Text(text, document) {}
 
     int getNodeType() const override { return TEXT_NODE; }
     Text* splitText(int offset) override;

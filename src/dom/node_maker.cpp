@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <cstring>
 #include <new>
-#include <utility>
 
 #include "dom/character_data.h"
 #include "dom/document.h"
@@ -26,8 +25,8 @@ bool fits_behind(std::size_t nodeSize, std::size_t length) {
            nodeSize + bytes_of_text(length) <= NodeMemory::LARGEST_PIECE;
 }
 
-// A copy of the text in `memory`, borrowed.
-Xstring text_at(void* memory, const Unit* text, std::size_t length) {
+// A copy of the text in `memory`.
+LentText text_at(void* memory, const Unit* text, std::size_t length) {
     std::memcpy(memory, text, bytes_of_text(length));
     return {static_cast<const Unit*>(memory), static_cast<int>(length)};
 }
@@ -85,8 +84,8 @@ AttrImpl* NodeMaker::attribute(const AttrImpl::Init& init) {
                                              init.specified, init.ownerElement};
     auto* piece =
         static_cast<unsigned char*>(memory.take(sizeof(AttrImpl) + bytes_of_text(length)));
-    Xstring value = text_at(piece + sizeof(AttrImpl), init.value, length);
-    return in_chunk(::new (piece) AttrImpl(pooledInit, std::move(value), &document));
+    const LentText value = text_at(piece + sizeof(AttrImpl), init.value, length);
+    return in_chunk(::new (piece) AttrImpl(pooledInit, value, &document));
 }
 
 Node* NodeMaker::text(const Unit* text) {
@@ -94,8 +93,8 @@ Node* NodeMaker::text(const Unit* text) {
     if (!fits_behind(sizeof(TextImpl), length)) return new TextImpl(text, &document);
     auto* piece =
         static_cast<unsigned char*>(memory.take(sizeof(TextImpl) + bytes_of_text(length)));
-    Xstring data = text_at(piece + sizeof(TextImpl), text, length);
-    return in_chunk(::new (piece) TextImpl(std::move(data), &document));
+    const LentText data = text_at(piece + sizeof(TextImpl), text, length);
+    return in_chunk(::new (piece) TextImpl(data, &document));
 }
 
 }  // namespace qvox

@@ -6,10 +6,11 @@
 
 #include <qvox/xstring.h>
 
-#include "runtime/allocation.h"
 #include "text/conversion_buffer.h"
 #include "text/native_text.h"
 #include "text/temporaries.h"
+#include "text/text_block.h"
+#include "text/utf8.h"
 
 namespace qvox {
 
@@ -29,57 +30,143 @@ const char* as_chars(const unsigned char* s) { return reinterpret_cast<const cha
 
 unsigned char* as_bytes(char* s) { return reinterpret_cast<unsigned char*>(s); }
 
+// To a compiler that sees through these functions, char16_t and unsigned short are different
+// memory: it must not move what was written as one behind what is read as the other.
+template <typename To, typename From>
+const To* same_units(const From* s) {
+    static_assert(sizeof(To) == sizeof(From));
+#if defined(__GNUC__)
+    __asm__ __volatile__("" : "+r"(s) : : "memory");
+#endif
+    return reinterpret_cast<const To*>(s);
+}
+
+const Unit* as_units(const char16_t* s) { return same_units<Unit>(s); }
+
+// Up to a NUL, if there is one.
+std::basic_string_view<Unit, UnitTraits> as_units(std::u16string_view s) {
+    return {as_units(s.data()), std::min(s.find(u'\0'), s.size())};
+}
+
 }  // namespace
 
-const unsigned short Xstring::noText[1] = {0};
 const Xstring Xstring::Null;
 
 Xstring::Xstring(const char* s) { *this = s; }
 
 Xstring::Xstring(const unsigned char* s) { *this = as_chars(s); }
 
-Xstring::Xstring(const unsigned short* s) {
+Xstring::Xstring(const Unit* s) {
     if (s == nullptr) return;
-    const unsigned short* end = s;
+    const Unit* end = s;
     while (*end != 0 && *end != '\r') ++end;
     if (*end == 0) {
-        text.assign(s, static_cast<std::size_t>(end - s));
-        bulkLength = 0;
+        become(s, static_cast<std::size_t>(end - s));
     } else {
         *this = WideTemp(s).get();
     }
 }
 
-Xstring::Xstring(const unsigned short* s, int length)
-    : bulkLength(s == nullptr ? -1 : std::max(length, 0)), bulk(s) {}
+Xstring::Xstring(const char16_t* s) : Xstring(as_units(s)) {}
 
-Xstring::Xstring(const Xstring& other) : bulkLength(other.isNull() ? -1 : 0) {
-    if (other.bulk != nullptr) {
-        text.assign(other.bulk);
-    } else {
-        text = other.text;
+Xstring::Xstring(std::u16string_view s) {
+    *this = s;
+    if (s.find(u'\r') != std::u16string_view::npos) *this = WideTemp(units).get();
+}
+
+Xstring::Xstring(const Unit* s, int length) noexcept
+    : units(s != nullptr ? s : noText),
+      count(s != nullptr ? std::max(length, 0) : 0),
+      state(s != nullptr ? State::BULK : (length == -1 ? State::NONE : State::PLAIN)) {}
+
+Xstring::Xstring(const Xstring& other)
+    : units(other.units), count(other.count), state(other.state) {
+    if (state == State::OWNED) {
+        text_block::hold(units);
+    } else if (state >= State::LENT) {
+        copyText(other);
     }
 }
 
-Xstring::Xstring(Xstring&& other) noexcept
-    : text(std::move(other.text)),
-      bulkLength(std::exchange(other.bulkLength, -1)),
-      bulk(std::exchange(other.bulk, nullptr)) {
-    other.text.clear();
+// Makes this, which owns nothing, an ordinary string with a copy of a borrowed text.
+void Xstring::copyText(const Xstring& other) {
+    const Unit* const text = other.units;
+    const std::size_t length =
+        other.isBulk() ? wide_length(text) : static_cast<std::size_t>(other.count);
+    forget();
+    become(text, length);
 }
 
-// Makes the string one that owns its text, which a bulk string takes from its lender.
+void Xstring::release() noexcept { text_block::drop(units); }
+
+// Makes this an ordinary string of its text, which it takes from its lender.
 void Xstring::own() {
-    if (bulk != nullptr) {
-        text.assign(bulk);
-        bulk = nullptr;
+    if (state == State::NONE) state = State::PLAIN;
+    if (state < State::LENT) return;
+    Xstring copy(*this);
+    *this = std::move(copy);
+}
+
+// Makes this an ordinary string. The text may be a part of its own.
+void Xstring::become(const Unit* text, std::size_t length) {
+    checked_length(length);
+    Unit* to = state == State::OWNED ? text_block::writable(units, length) : nullptr;
+    if (to == nullptr && length == 0) {
+        *this = Xstring(noText, 0, State::PLAIN);
+        return;
     }
-    bulkLength = 0;
+    if (to != nullptr) {
+        UnitTraits::move(to, text, length);
+    } else {
+        to = UnitTraits::copy(text_block::make(length), text, length);
+        if (state == State::OWNED) release();
+    }
+    to[length] = 0;
+    units = to;
+    count = static_cast<int>(length);
+    state = State::OWNED;
+}
+
+// Appends to an ordinary string. The text may be a part of its own.
+void Xstring::append(const Unit* text, std::size_t length) {
+    own();
+    if (length == 0) return;
+    const auto before = static_cast<std::size_t>(count);
+    const std::size_t after = checked_length(before + length);
+    Unit* to = state == State::OWNED ? text_block::writable(units, after) : nullptr;
+    if (to == nullptr) {
+        const std::size_t capacity = std::max(after, std::min(2 * before, LONGEST_TEXT));
+        to = UnitTraits::copy(text_block::make(capacity), units, before);
+        UnitTraits::copy(to + before, text, length);
+        if (state == State::OWNED) release();
+    } else {
+        UnitTraits::move(to + before, text, length);
+    }
+    to[after] = 0;
+    units = to;
+    count = static_cast<int>(after);
+    state = State::OWNED;
+}
+
+Xstring Xstring::fromUtf8(std::string_view utf8) {
+    utf8 = utf8.substr(0, utf8.find('\0'));
+    const std::size_t length = checked_length(utf8_to_units(utf8, nullptr));
+    if (length == 0) return {noText, 0, State::PLAIN};
+    Unit* const text = text_block::make(length);
+    utf8_to_units(utf8, text);
+    text[length] = 0;
+    return {text, static_cast<int>(length), State::OWNED};
+}
+
+std::string Xstring::utf8() const { return units_to_utf8(units, static_cast<std::size_t>(count)); }
+
+const char16_t* Xstring::u16_str() const noexcept { return same_units<char16_t>(units); }
+
+std::u16string_view Xstring::view() const noexcept {
+    return {u16_str(), static_cast<std::size_t>(count)};
 }
 
 char* Xstring::ascii_str(char* buffer) const {
-    const unsigned short* units = data();
-    const int count = length();
     for (int i = 0; i < count; ++i) buffer[i] = static_cast<char>(units[i] & 0xFF);
     buffer[count] = 0;
     return buffer;
@@ -118,40 +205,29 @@ void* Xstring::os_str(void* buffer) const {
 void* Xstring::os_str() const { return os_str(conversion_buffer(native_size(*this))); }
 
 unsigned short* Xstring::unicode_str(unsigned short* buffer) const {
-    const auto count = static_cast<std::size_t>(length());
-    UnitTraits::copy(buffer, data(), count);
+    UnitTraits::copy(buffer, units, static_cast<std::size_t>(count));
     buffer[count] = 0;
     return buffer;
 }
 
 unsigned short* Xstring::unicode_str() const { return const_cast<unsigned short*>(data()); }
 
-Xstring Xstring::substr(int start, int count) const {
-    const std::int64_t first = start < 0 ? 0 : start;
-    const std::int64_t end = static_cast<std::int64_t>(start) + count;
-    const std::int64_t last = end < length() ? end : length();
-    Xstring result;
-    result.own();
-    if (count > 0 && first < last) {
-        result.text.assign(data() + first, static_cast<std::size_t>(last - first));
-    }
-    return result;
+Xstring Xstring::substr(int start, int partLength) const {
+    const std::int64_t first = std::max(start, 0);
+    const std::int64_t end = std::int64_t{start} + std::max(partLength, 0);
+    const std::int64_t last = std::min(end, std::int64_t{count});
+    Xstring part(noText, 0, State::PLAIN);
+    if (first < last) part.become(units + first, static_cast<std::size_t>(last - first));
+    return part;
 }
 
 unsigned int Xstring::find(const char* pattern) const {
-    constexpr auto notFound = static_cast<unsigned int>(-1);
     if (pattern == nullptr) return 0;
-    const WideTemp wanted(pattern);
-    const std::size_t wantedLength = wide_length(wanted.get());
-    if (wantedLength == 0) return 0;
-    const unsigned short* units = data();
-    const auto count = static_cast<std::size_t>(length());
-    for (std::size_t i = 0; i + wantedLength <= count; ++i) {
-        if (UnitTraits::compare(units + i, wanted.get(), wantedLength) == 0) {
-            return static_cast<unsigned int>(i);
-        }
-    }
-    return notFound;
+    return find(Xstring(pattern).view());
+}
+
+unsigned int Xstring::find(std::u16string_view pattern) const noexcept {
+    return static_cast<unsigned int>(view().find(pattern));
 }
 
 Xstring& Xstring::operator=(const char* s) {
@@ -159,23 +235,39 @@ Xstring& Xstring::operator=(const char* s) {
     return *this;
 }
 
-Xstring& Xstring::operator=(const unsigned short* s) {
-    if (s == nullptr) return *this;
-    text.assign(s, checked_length(wide_length(s)));
-    bulk = nullptr;
-    bulkLength = 0;
+Xstring& Xstring::operator=(const Unit* s) {
+    if (s != nullptr) become(s, wide_length(s));
+    return *this;
+}
+
+Xstring& Xstring::operator=(const char16_t* s) { return *this = as_units(s); }
+
+Xstring& Xstring::operator=(std::u16string_view s) {
+    const auto text = as_units(s);
+    become(text.data(), text.size());
     return *this;
 }
 
 Xstring& Xstring::operator=(const Xstring& other) {
     if (this == &other) {
         if (!isNull()) own();
-        return *this;
+    } else if (other.state == State::OWNED) {
+        *this = Xstring(other);
+    } else if (!other.isNull() || !isNull()) {
+        become(other.units, static_cast<std::size_t>(other.count));
     }
-    if (other.isNull() && isNull()) return *this;
-    text.assign(other.data(), static_cast<std::size_t>(other.length()));
-    bulk = nullptr;
-    bulkLength = 0;
+    return *this;
+}
+
+Xstring& Xstring::operator=(Xstring&& other) {
+    if (other.state >= State::LENT || other.state == State::NONE)
+        return *this = std::as_const(other);
+    if (this == &other) return *this;
+    if (state == State::OWNED) release();
+    units = other.units;
+    count = other.count;
+    state = other.state;
+    other.forget();
     return *this;
 }
 
@@ -184,26 +276,26 @@ Xstring& Xstring::operator+=(const char* s) {
     return *this;
 }
 
-Xstring& Xstring::operator+=(unsigned short unit) {
-    if (unit == 0) return *this;
-    own();
-    text.push_back(unit);
+Xstring& Xstring::operator+=(Unit unit) {
+    if (unit != 0) append(&unit, 1);
     return *this;
 }
 
-Xstring& Xstring::operator+=(const unsigned short* s) {
-    if (s == nullptr) return *this;
-    own();
-    const std::size_t added = wide_length(s);
-    text.append(s, checked_length(text.size() + added) - text.size());
+Xstring& Xstring::operator+=(const Unit* s) {
+    if (s != nullptr) append(s, wide_length(s));
+    return *this;
+}
+
+Xstring& Xstring::operator+=(const char16_t* s) { return *this += as_units(s); }
+
+Xstring& Xstring::operator+=(std::u16string_view s) {
+    const auto text = as_units(s);
+    append(text.data(), text.size());
     return *this;
 }
 
 Xstring& Xstring::operator+=(const Xstring& other) {
-    if (other.isNull()) return *this;
-    own();
-    const auto added = static_cast<std::size_t>(other.length());
-    text.append(other.data(), checked_length(text.size() + added) - text.size());
+    if (!other.isNull()) append(other.units, static_cast<std::size_t>(other.count));
     return *this;
 }
 
@@ -213,9 +305,17 @@ bool Xstring::operator==(const char* s) const {
 }
 
 bool Xstring::operator==(const Xstring& other) const noexcept {
-    return length() == other.length() &&
-           UnitTraits::compare(data(), other.data(), static_cast<std::size_t>(length())) == 0;
+    return count == other.count &&
+           (units == other.units ||
+            UnitTraits::compare(units, other.units, static_cast<std::size_t>(count)) == 0);
 }
+
+bool Xstring::isText(const char16_t* s) const noexcept {
+    if (s == nullptr || isNull()) return s == nullptr && isNull();
+    return isText(std::u16string_view(s));
+}
+
+bool Xstring::isText(std::u16string_view s) const noexcept { return view() == s; }
 
 Xstring operator+(const Xstring& a, const Xstring& b) {
     Xstring sum(a);

@@ -2,7 +2,10 @@
 #include <cstring>
 #include <functional>
 #include <sstream>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -11,7 +14,10 @@
 namespace qvox_test {
 namespace {
 
+using namespace std::string_view_literals;
 using qvox::Xstring;
+
+static_assert(sizeof(Xstring) <= 16);
 
 const unsigned short units[] = {'a', '\r', '\n', 'b', '\r', 'c', 0, 'd', 0};  // two texts
 const auto* const nullNarrow = static_cast<const char*>(nullptr);
@@ -29,7 +35,9 @@ TEST(Xstring, States) {
         {Xstring(nullNarrow), "-", 0},
         {Xstring(static_cast<const unsigned char*>(nullptr)), "-", 0},
         {Xstring(nullWide), "-", 0},
-        {Xstring(nullWide, 3), "-", 0},
+        {Xstring(static_cast<const char16_t*>(nullptr)), "-", 0},
+        {Xstring(nullWide, 3), "''", 0},
+        {Xstring(nullWide, -1), "-", 0},
         {Xstring::Null, "-", 0},
         {Xstring(""), "''", 0},
         {Xstring(units + 6), "''", 0},
@@ -37,6 +45,16 @@ TEST(Xstring, States) {
         {copyOfBulk, "'a\\r\\nb\\rc'", 6},
         {Xstring("a\r\nb\rc\nd"), "'a\\nb\\rc\\nd'", 7},
         {Xstring("\x88\x9F\xB1\x95\\~"), "'亜ｱ表~'", 4},
+        {Xstring(u"a\r\nb\rc"), "'a\\nb\\nc'", 5},
+        {Xstring(u"a\r\nb\0c"sv), "'a\\nb'", 3},
+        {Xstring(std::u16string(u"亜")), "'亜'", 1},
+        {Xstring(std::u16string_view()), "''", 0},
+        {Xstring::fromUtf8(""), "''", 0},
+        {Xstring::fromUtf8("é\r\n\xF0\xA0\xAE\xB7\0x"sv), "'é\\r\\n𠮷'", 5},
+        {Xstring::fromUtf8("\xC1\x81\xE0\x9F\xBF|\xED\xA0\x80|\xF4\x90\x80\x80|\xE3\x81|\xFF"),
+         "'\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD|\uFFFD\uFFFD\uFFFD|\uFFFD\uFFFD\uFFFD\uFFFD|\uFFFD\uFFFD|"
+         "\uFFFD'",
+         19},
     };
     for (const auto& test : cases) {
         EXPECT_EQ(quoted(test.text), test.shown);
@@ -54,11 +72,37 @@ TEST(Xstring, States) {
     const Xstring& same = itself;
     itself = same;
     EXPECT_TRUE(itself == "d" && !itself.isBulk());
-    for (const bool lent : {false, true}) {
-        Xstring from = lent ? Xstring(units + 7, 1) : Xstring("d");
-        const Xstring moved(std::move(from));
-        EXPECT_TRUE(moved == "d" && moved.isBulk() == lent);
-    }
+}
+
+// What is copied or moved out of a string is a string of its own, whoever owned the text.
+TEST(Xstring, OwnsWhatItTakes) {
+    unsigned short buffer[] = {'d', 'e', 0};
+    char16_t document[] = u"<a b='d'>de</a>";
+    qvox::DOMParser parser;
+    qvox::Document* const tree = parser.parse(reinterpret_cast<unsigned short*>(document));
+    qvox::Element* const element = tree->getDocumentElement();
+    const Xstring& value = element->getAttribute("b");
+    const Xstring& text = element->getFirstChild()->getNodeValue();
+    EXPECT_FALSE(value.isBulk() || text.isBulk());
+
+    std::vector<Xstring> taken;
+    taken.push_back(Xstring(buffer, 2));
+    taken.emplace_back("de");
+    taken.push_back(std::move(const_cast<Xstring&>(text)));
+    taken.push_back(text);
+    taken.emplace_back() = Xstring(buffer, 2);
+    taken.emplace_back() = text;
+    const Xstring second = taken[1];
+    taken.emplace_back("x") = second;
+    taken[1] += "f";
+    Xstring longer(std::move(taken[1]));
+    taken.emplace_back() = std::move(longer);
+    taken.push_back(value);
+    buffer[0] = 'x';
+    parser.free(tree);
+    std::string all;
+    for (const Xstring& one : taken) all += one.isBulk() ? "bulk" : quoted(one);
+    EXPECT_EQ(all, "'de'-'de''de''de''de''de''def''d'");
 }
 
 TEST(Xstring, AssignAndAppend) {
@@ -88,6 +132,10 @@ TEST(Xstring, AssignAndAppend) {
         {[&](Xstring& s) { s += u'\u3042'; }, "'あ'", "'tあ'", "'cあ'"},
         {[&](Xstring& s) { s += units + 1; }, "'\\r\\nb\\rc'", "'t\\r\\nb\\rc'", "'c\\r\\nb\\rc'"},
         {[&](Xstring& s) { s += "\x82\xA0\r\n"; }, "'あ\\n'", "'tあ\\n'", "'cあ\\n'"},
+        {[&](Xstring& s) { s = u"a\r"; }, "'a\\r'", "'a\\r'", "'a\\r'"},
+        {[&](Xstring& s) { s += u"a\r\0b"sv; }, "'a\\r'", "'ta\\r'", "'ca\\r'"},
+        {[&](Xstring& s) { s = Xstring(); }, "-", "''", "''"},
+        {[&](Xstring& s) { s = (s += u"xyz").data() + 1; }, "'yz'", "'xyz'", "'xyz'"},
         {[&](Xstring& s) { s += s; }, "-", "'tt'", "'cc'"},
         {[&](Xstring& s) { s += s.data(); }, "''", "'tt'", "'cc'"},
     };
@@ -113,18 +161,19 @@ TEST(Xstring, Conversions) {
         const char* sjis;
         const char* euc;
         const char* jis;
+        const char* utf8;
     } cases[] = {
-        {u"", "", "", "", ""},
-        {u"a\nb\r", "a\nb\r", "a\r\nb\r", "a\r\nb\r", "a\r\nb\r"},
-        {u"亜ｱz", "\x9Cqz", "\x88\x9F\xB1z", "\xB0\xA1\x8E\xB1z", "0!\xB1z"},
+        {u"", "", "", "", "", ""},
+        {u"a\nb\r", "a\nb\r", "a\r\nb\r", "a\r\nb\r", "a\r\nb\r", "a\nb\r"},
+        {u"亜ｱz", "\x9Cqz", "\x88\x9F\xB1z", "\xB0\xA1\x8E\xB1z", "0!\xB1z", "亜ｱz"},
         {u"\u301C\u2212\u00A2", "\x1C\x12\xA2", "\x81\x60\x81\x7C\x81\x91",
-         "\xA1\xC1\xA1\xDD\xA1\xF1", "!A!]!q"},
-        {u"\u00A5\u203E", "\xA5>", "\\~", "\\~", "\\~"},
-        {u"\u00E9\U00020BB7", "\xE9\x42\xB7", "???", "???", "???"},
+         "\xA1\xC1\xA1\xDD\xA1\xF1", "!A!]!q", "〜−¢"},
+        {u"\u00A5\u203E", "\xA5>", "\\~", "\\~", "\\~", "\u00A5\u203E"},
+        {u"\u00E9\U00020BB7", "\xE9\x42\xB7", "???", "???", "???", "é𠮷"},
     };
     for (const auto& test : cases) {
-        Xstring text("");
-        for (const char16_t* unit = test.text; *unit != 0; ++unit) text += *unit;
+        Xstring text;
+        text = test.text;
         std::string buffer(static_cast<std::size_t>(2 * text.length() + 1), 'x');
         auto* const bytes = reinterpret_cast<unsigned char*>(buffer.data());
         const auto expect = [](const char* expected, const void* own, const void* given) {
@@ -144,7 +193,13 @@ TEST(Xstring, Conversions) {
         EXPECT_EQ(Xstring(text.unicode_str(copy), text.length()), text);
         EXPECT_EQ(copy[text.length()], 0);
         EXPECT_EQ(text.unicode_str(), text.data());
+        EXPECT_EQ(text.utf8(), test.utf8);
+        EXPECT_EQ(Xstring::fromUtf8(test.utf8), text);
+        EXPECT_EQ(text.view(), test.text);
+        EXPECT_EQ(std::u16string(text), text.u16_str());
     }
+    const unsigned short halves[] = {0xDC00, 'a', 0xD800, 0};
+    EXPECT_EQ(Xstring(halves).utf8(), "\uFFFDa\uFFFD");
 }
 
 TEST(Xstring, Parts) {
@@ -176,6 +231,7 @@ TEST(Xstring, Parts) {
     for (const auto& [text, part, place] : finds) EXPECT_EQ(text.find(part), place);
     EXPECT_EQ(Xstring(abcd, 3).find("cd"), none);
     EXPECT_EQ(Xstring(abcd, 3).find("bc"), 1u);
+    EXPECT_EQ(Xstring(abcd).find(u"cd"), 2u);
 }
 
 TEST(Xstring, Comparison) {
@@ -183,7 +239,9 @@ TEST(Xstring, Comparison) {
     const Xstring empty("");
     EXPECT_TRUE(null == nullNarrow && null != "" && null == empty);
     EXPECT_TRUE(empty == "" && empty != nullNarrow);
-    EXPECT_TRUE(Xstring("ab") == "ab");
+    EXPECT_TRUE(Xstring("ab") == "ab" && null == nullptr && empty != nullptr);
+    EXPECT_TRUE(Xstring("ab") == u"ab" && Xstring("ab") == std::u16string(u"ab"));
+    EXPECT_TRUE(Xstring("ab") != u"a" && Xstring("ab") != u"a"sv && null != u"" && null == u""sv);
     for (const char* other : {"a", "abc", "", "aB", "b"}) EXPECT_TRUE(Xstring("ab") != other);
     EXPECT_TRUE(Xstring("\xB1") != "\xB1" && Xstring("\xB1") == Xstring("\xB1"));
     EXPECT_TRUE(Xstring("ab") != Xstring("a"));
