@@ -7,6 +7,7 @@
 #include <qvox/exception.h>
 #include <qvox/parser.h>
 #include <qvox/range.h>
+#include <qvox/report.h>
 #include <qvox/sax.h>
 #include <qvox/traversal.h>
 #include <qvox/version.h>

@@ -4,7 +4,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 #include <utility>
+
+#include <qvox/report.h>
 
 namespace qvox {
 
@@ -43,7 +46,36 @@ void drop_split_character(char* message) {
     }
 }
 
+// Report lines come from all threads.
+struct ReportOutput {
+    std::mutex lock;
+    std::FILE* stream = stdout;
+};
+
+ReportOutput& report_output() {
+    static ReportOutput output;
+    return output;
+}
+
+// One call of the stream a line, since others may write to it too.
+void write_line(ReportLevel level, const char* message) {
+    char line[MESSAGE_SIZE + 32];
+    const int length =
+        std::snprintf(line, sizeof line, "QVOX %s%s\n", level_prefix(level), message);
+    ReportOutput& output = report_output();
+    const std::lock_guard guard(output.lock);
+    if (output.stream == nullptr) return;
+    std::fwrite(line, 1, static_cast<std::size_t>(length), output.stream);
+    if (level == REPORT_FATAL) std::fflush(output.stream);
+}
+
 }  // namespace
+
+std::FILE* setReportOutput(std::FILE* stream) noexcept {
+    ReportOutput& output = report_output();
+    const std::lock_guard guard(output.lock);
+    return std::exchange(output.stream, stream);
+}
 
 void qvox_report(ReportLevel level, int code, const char* format, ...) {
     char message[MESSAGE_SIZE];
@@ -54,16 +86,13 @@ void qvox_report(ReportLevel level, int code, const char* format, ...) {
     if (length < 0) message[0] = 0;
     if (length >= static_cast<int>(sizeof message)) drop_split_character(message);
 
-    std::printf("QVOX %s%s\n", level_prefix(level), message);
+    write_line(level, message);
 
     const auto reportedCode = static_cast<QVOXException::Code>(code);
     if (listenerOfThread != nullptr) listenerOfThread->hear(level, reportedCode, message);
 
     if (level == REPORT_ERROR) throw QVOXException(reportedCode, message);
-    if (level == REPORT_FATAL) {
-        std::fflush(stdout);
-        std::abort();
-    }
+    if (level == REPORT_FATAL) std::abort();
 }
 
 void qvox_debug(const char* format, ...) {

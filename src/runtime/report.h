@@ -20,9 +20,9 @@ enum ReportLevel : int {
 #define QVOX_PRINTF_LIKE(text, first)
 #endif
 
-// Writes "QVOX ", the level and the formatted message as a line to standard output, tells the
-// listener of this thread, and then does what the level says. The message is cut at the last
-// whole Shift_JIS character that fits into 4096 bytes. A handler that throws leaves from here.
+// Writes "QVOX ", the level and the formatted message as a line to the report output, tells the
+// listener of this thread, and then does what the level says. The message is cut at the last whole
+// Shift_JIS character that fits into 4096 bytes. A handler that throws leaves from here.
 void qvox_report(ReportLevel level, int code, const char* format, ...) QVOX_PRINTF_LIKE(3, 4);
 
 // Writes a line to standard output if debugEnabled; otherwise doesn't even format it.

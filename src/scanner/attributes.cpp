@@ -30,7 +30,7 @@ void TagAttributes::append_default(TagRecord& tag, const AttDefRecord& definitio
     expansion.count(weight::DEFAULT_ATTRIBUTE + wide_length(definition.name) +
                     wide_length(definition.normalized));
     tag.attributes.append(
-        heap, {first, nullptr, nullptr, definition.name, definition.normalized, false, false});
+        heap, {definition.firstOfName, nullptr, nullptr, definition.name, definition.normalized, false, false});
 }
 
 void TagAttributes::finish(TagRecord& tag) const {

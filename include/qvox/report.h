@@ -1,0 +1,24 @@
+/// \file
+/// Where the library's report lines go.
+#ifndef QVOX_REPORT_H
+#define QVOX_REPORT_H
+
+#include <cstdio>
+
+#include <qvox/export.h>
+
+namespace qvox {
+
+/// Sends the lines that every warning and error writes ("QVOX error : ...", Shift_JIS) to `stream`
+/// from now on, for the whole process: standard output at first, null for none. Returns the stream
+/// so far. Handlers and exceptions are not affected, nor is what goes to standard output on request
+/// (the debug log, statistics, a tree written without a file name).
+///
+/// May be called at any time, beside parses in other threads, and from a handler. A line comes
+/// whole, and never inside another one. When the call has returned, nothing more goes to the
+/// earlier stream, which may then be closed; the new one must stay open until the next call.
+QVOX_API std::FILE* setReportOutput(std::FILE* stream) noexcept;
+
+}  // namespace qvox
+
+#endif
