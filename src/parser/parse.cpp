@@ -22,9 +22,9 @@ Parse::Parse(Parser& parser, InputSource* source, std::unique_ptr<ByteStream> fi
       reports(parser, input),
       reportScope(&reports),
       names(heap),
-      dtd(heap, input.expansion),
+      dtd(heap, input.expansion, names),
       elements(
-          heap, dtd, input.expansion,
+          heap, input.expansion, names,
           {parser.getFeature(FEATURE_NAMESPACES), parser.getFeature(FEATURE_NAMESPACE_PREFIXES)}),
       lexer(heap, input, names, dtd, elements, parser.getFeature(FEATURE_EXTERNAL_FILES)),
       grammar(heap, dtd, elements, lexer, events) {}

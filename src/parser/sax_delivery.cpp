@@ -1,28 +1,22 @@
 #include "parser/sax_delivery.h"
 
-#include <stdexcept>
-
-#include "parser/sax_types.h"
+#include "text/lent_text.h"
 
 namespace qvox {
 
 namespace {
 
-// A longer text is lent to the handler instead of copied.
-constexpr std::size_t LONGEST_COPIED_TEXT = 8192;
+// A longer text is a bulk string, whatever its line ends are.
+constexpr std::size_t LONGEST_ORDINARY_TEXT = 8192;
 
-// What the length of a string can tell.
-constexpr std::size_t LONGEST_LENT_TEXT = 2147483645;
-
-AttributesImpl attributes_of(const TagRecord& tag) {
-    AttributesImpl attributes;
-    attributes.reserve(tag.attributes.size());
-    for (const AttributeRecord& record : tag.attributes) {
-        attributes.add(record.uri, record.localName, record.qName,
-                       record.decl != nullptr ? record.decl->type : nullptr, record.value);
-    }
-    return attributes;
+// A text as an event has it: lent for as long as the event lasts, or a copy where line ends are to
+// be normalised.
+Xstring event_text(const Unit* text) {
+    if (text == nullptr || wide_find_unit(text, '\r') == nullptr) return lent_text(text).string();
+    return Xstring(text);
 }
+
+const Xstring& event_text(const Name* name) { return name != nullptr ? name->text : Xstring::Null; }
 
 }  // namespace
 
@@ -45,55 +39,66 @@ void SaxDelivery::ev_end_document() {
 void SaxDelivery::ev_start_element(const TagRecord& tag) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler == nullptr) return;
-    handler->startElement(tag.uri, tag.localName, tag.qName, attributes_of(tag));
+    attributes.renew(tag.attributes.size());
+    for (const AttributeRecord& record : tag.attributes) {
+        attributes.add(record.uri, record.localName, *record.qName,
+                       record.decl != nullptr ? record.decl->type : nullptr, record.value);
+    }
+    handler->startElement(event_text(tag.uri), event_text(tag.localName), tag.qName->text,
+                          attributes);
 }
 
 void SaxDelivery::ev_end_element(const TagRecord& tag) {
     ContentHandler* handler = reader.getContentHandler();
-    if (handler != nullptr) handler->endElement(tag.uri, tag.localName, tag.qName);
+    if (handler == nullptr) return;
+    handler->endElement(event_text(tag.uri), event_text(tag.localName), tag.qName->text);
 }
 
 void SaxDelivery::ev_start_prefix_mappings(const TagRecord& tag) {
-    if (tag.prefixMappings.empty() || !reader.getFeature(FEATURE_NAMESPACES)) return;
-    ContentHandler* handler = reader.getContentHandler();
+    ContentHandler* handler = mapping_handler(tag);
     if (handler == nullptr) return;
     for (const PrefixMapping& mapping : tag.prefixMappings) {
-        handler->startPrefixMapping(mapping.prefix, mapping.uri);
+        handler->startPrefixMapping(event_text(mapping.prefix), mapping.uri->text);
     }
 }
 
 void SaxDelivery::ev_end_prefix_mappings(const TagRecord& tag) {
-    if (tag.prefixMappings.empty() || !reader.getFeature(FEATURE_NAMESPACES)) return;
-    ContentHandler* handler = reader.getContentHandler();
+    ContentHandler* handler = mapping_handler(tag);
     if (handler == nullptr) return;
     for (const PrefixMapping& mapping : tag.prefixMappings) {
-        handler->endPrefixMapping(mapping.prefix);
+        handler->endPrefixMapping(event_text(mapping.prefix));
     }
+}
+
+// Who is told of the tag's mappings: nobody where there are none.
+ContentHandler* SaxDelivery::mapping_handler(const TagRecord& tag) const {
+    if (tag.prefixMappings.empty() || !reader.getFeature(FEATURE_NAMESPACES)) return nullptr;
+    return reader.getContentHandler();
 }
 
 void SaxDelivery::ev_characters(const Unit* text) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler == nullptr) return;
-    const std::size_t length = wide_length(text);
-    if (length > LONGEST_LENT_TEXT) throw std::length_error("text too long");
-    if (length > LONGEST_COPIED_TEXT) {
-        handler->characters(Xstring(text, static_cast<int>(length)));
+    const LentText lent = lent_text(text);
+    if (static_cast<std::size_t>(lent.length) > LONGEST_ORDINARY_TEXT) {
+        handler->characters(Xstring(text, lent.length));
     } else {
-        handler->characters(text);
+        handler->characters(event_text(text));
     }
 }
 
 void SaxDelivery::ev_ignorable_whitespace(const Unit* text) {
-    if (ContentHandler* handler = reader.getContentHandler()) handler->ignorableWhiteSpace(text);
+    if (ContentHandler* handler = reader.getContentHandler())
+        handler->ignorableWhiteSpace(event_text(text));
 }
 
 void SaxDelivery::ev_pi(const Unit* target, const Unit* data) {
     ContentHandler* handler = reader.getContentHandler();
-    if (handler != nullptr) handler->processingInstruction(target, data);
+    if (handler != nullptr) handler->processingInstruction(event_text(target), event_text(data));
 }
 
 void SaxDelivery::ev_comment(const Unit* text) {
-    if (LexicalHandler* handler = lexical_handler()) handler->comment(text);
+    if (LexicalHandler* handler = lexical_handler()) handler->comment(event_text(text));
 }
 
 void SaxDelivery::ev_start_cdata() {
@@ -105,16 +110,16 @@ void SaxDelivery::ev_end_cdata() {
 }
 
 void SaxDelivery::ev_start_entity(const Unit* name) {
-    if (LexicalHandler* handler = lexical_handler()) handler->startEntity(name);
+    if (LexicalHandler* handler = lexical_handler()) handler->startEntity(event_text(name));
 }
 
 void SaxDelivery::ev_end_entity(const Unit* name) {
-    if (LexicalHandler* handler = lexical_handler()) handler->endEntity(name);
+    if (LexicalHandler* handler = lexical_handler()) handler->endEntity(event_text(name));
 }
 
 void SaxDelivery::ev_start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) {
     if (LexicalHandler* handler = lexical_handler()) {
-        handler->startDTD(name, publicId, systemId);
+        handler->startDTD(event_text(name), event_text(publicId), event_text(systemId));
     }
 }
 
@@ -123,32 +128,34 @@ void SaxDelivery::ev_end_dtd() {
 }
 
 void SaxDelivery::ev_element_decl(const Unit* name, const Unit* model) {
-    if (DeclHandler* handler = decl_handler()) handler->elementDecl(name, model);
+    if (DeclHandler* handler = decl_handler())
+        handler->elementDecl(event_text(name), event_text(model));
 }
 
-void SaxDelivery::ev_attlist_decl(const Unit* name, const ElementRecord& element) {
+void SaxDelivery::ev_attlist_decl(const Name& name, const ElementRecord& element) {
     DeclHandler* handler = decl_handler();
     if (handler == nullptr) return;
     for (const AttDefRecord* definition : element.attDefs) {
-        handler->attributeDecl(name, definition->name, definition->type, definition->mode,
-                               definition->value);
+        handler->attributeDecl(name.text, definition->name->text, definition->type->text,
+                               event_text(definition->mode), event_text(definition->value));
     }
 }
 
 void SaxDelivery::ev_internal_entity_decl(const Unit* name, const Unit* value) {
-    if (DeclHandler* handler = decl_handler()) handler->internalEntityDecl(name, value);
+    if (DeclHandler* handler = decl_handler())
+        handler->internalEntityDecl(event_text(name), event_text(value));
 }
 
 void SaxDelivery::ev_external_entity_decl(const Unit* name, const Unit* publicId,
                                           const Unit* systemId, const Unit* /*notation*/) {
     if (DeclHandler* handler = decl_handler()) {
-        handler->externalEntityDecl(name, publicId, systemId);
+        handler->externalEntityDecl(event_text(name), event_text(publicId), event_text(systemId));
     }
 }
 
 void SaxDelivery::ev_notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) {
     if (DTDHandler* handler = reader.getDTDHandler()) {
-        handler->notationDecl(name, publicId, systemId);
+        handler->notationDecl(event_text(name), event_text(publicId), event_text(systemId));
     }
 }
 

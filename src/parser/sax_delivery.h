@@ -5,6 +5,7 @@
 
 #include <qvox/parser.h>
 
+#include "parser/sax_types.h"
 #include "scanner/events.h"
 
 namespace qvox {
@@ -34,7 +35,7 @@ public:
     void ev_start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) override;
     void ev_end_dtd() override;
     void ev_element_decl(const Unit* name, const Unit* model) override;
-    void ev_attlist_decl(const Unit* name, const ElementRecord& element) override;
+    void ev_attlist_decl(const Name& name, const ElementRecord& element) override;
     void ev_internal_entity_decl(const Unit* name, const Unit* value) override;
     void ev_external_entity_decl(const Unit* name, const Unit* publicId, const Unit* systemId,
                                  const Unit* notation) override;
@@ -43,8 +44,10 @@ public:
 private:
     LexicalHandler* lexical_handler() const;
     DeclHandler* decl_handler() const;
+    ContentHandler* mapping_handler(const TagRecord& tag) const;
 
     SAXParser& reader;
+    AttributesImpl attributes;  // of the tag in hand, used again for each
 };
 
 }  // namespace qvox

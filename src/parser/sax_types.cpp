@@ -46,14 +46,15 @@ const Xstring& AttributesImpl::getValue(const Xstring& qName) const {
 
 const Xstring& AttributesImpl::getValue(int index) const { return member(index, &Record::value); }
 
-void AttributesImpl::add(const Unit* uri, const Unit* localName, const Unit* qName,
-                         const Unit* type, const Unit* value) {
-    Record& record = records.emplace_back();
-    record.uri = uri;
-    record.localName = localName;
-    record.qName = qName;
-    record.type = type;
-    record.value = value;
+void AttributesImpl::renew(std::size_t count) {
+    records.clear();
+    records.reserve(count);
+}
+
+void AttributesImpl::add(const Name* uri, const Name* localName, const Name& qName,
+                         const Name* type, const Unit* value) {
+    records.emplace_back(lent_text(uri), lent_text(localName), lent_text(&qName), lent_text(type),
+                         lent_text(value));
 }
 
 // Any index is allowed: one that is out of range, as a search that failed gives it, has null texts.

@@ -5,6 +5,8 @@
 
 #include <qvox/sax.h>
 
+#include "scanner/names.h"
+#include "text/lent_text.h"
 #include "text/wide.h"
 
 namespace qvox {
@@ -24,14 +26,24 @@ public:
     const Xstring& getValue(const Xstring& qName) const override;
     const Xstring& getValue(int index) const override;
 
-    void reserve(std::size_t count) { records.reserve(count); }
+    // Forgets all attributes and makes room for `count` new ones.
+    void renew(std::size_t count);
 
-    // Appends an attribute. All texts but the value may be null.
-    void add(const Unit* uri, const Unit* localName, const Unit* qName, const Unit* type,
+    // Appends an attribute, for which there must be room. The names may be null; the texts are
+    // lent, not copied.
+    void add(const Name* uri, const Name* localName, const Name& qName, const Name* type,
              const Unit* value);
 
 private:
     struct Record {
+        Record(const LentText& uriText, const LentText& localText, const LentText& qText,
+               const LentText& typeText, const LentText& valueText)
+            : uri(uriText.string()),
+              localName(localText.string()),
+              qName(qText.string()),
+              type(typeText.string()),
+              value(valueText.string()) {}
+
         Xstring uri;
         Xstring localName;
         Xstring qName;

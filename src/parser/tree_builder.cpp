@@ -74,11 +74,11 @@ void TreeBuilder::add_declaration(DeclNode* declaration) {
 
 AttrImpl* TreeBuilder::new_attribute(const AttributeRecord& record, ElementImpl* element) {
     AttrImpl::Init init;
-    init.namespaceURI = record.uri;
-    init.qualifiedName = record.qName;
+    init.namespaceURI = units_of(record.uri);
+    init.qualifiedName = record.qName->units();
     init.value = record.value;
     init.specified = record.specified;
-    init.attributeType = record.decl != nullptr ? record.decl->type : nullptr;
+    init.attributeType = record.decl != nullptr ? record.decl->type->units() : nullptr;
     init.defaultValue = record.decl != nullptr ? record.decl->normalized : nullptr;
     init.ownerElement = element;
     return maker->attribute(init);
@@ -88,7 +88,7 @@ AttrImpl* TreeBuilder::new_attribute(const AttributeRecord& record, ElementImpl*
 void TreeBuilder::add_attributes(ElementImpl* element, const TagRecord& tag) {
     MapFiller filler(element->ownAttributeMap(), tag.attributes.size());
     for (const AttributeRecord& record : tag.attributes) {
-        filler.put(record.qName, new_attribute(record, element));
+        filler.put(record.qName->units(), new_attribute(record, element));
     }
     filler.finish();
 }
@@ -114,7 +114,8 @@ void TreeBuilder::ev_xml_decl(const Unit* version, const Unit* encoding, const U
 }
 
 void TreeBuilder::ev_start_element(const TagRecord& tag) {
-    ElementImpl* element = maker->element(tag.uri, tag.qName, tag.attributes.size());
+    ElementImpl* element =
+        maker->element(units_of(tag.uri), tag.qName->units(), tag.attributes.size());
     if (!tag.attributes.empty()) add_attributes(element, tag);
     open(element);
 }
@@ -149,11 +150,12 @@ void TreeBuilder::ev_element_decl(const Unit* name, const Unit* model) {
     add_declaration(new ElementDecl(name, model));
 }
 
-void TreeBuilder::ev_attlist_decl(const Unit* name, const ElementRecord& element) {
-    auto* declaration = new AttlistDecl(name);
+void TreeBuilder::ev_attlist_decl(const Name& name, const ElementRecord& element) {
+    auto* declaration = new AttlistDecl(name.units());
     for (const AttDefRecord* definition : element.attDefs) {
         declaration->getAttDefs().append(
-            new AttDef(definition->name, definition->type, definition->mode, definition->value),
+            new AttDef(definition->name->units(), definition->type->units(), definition->mode,
+                       definition->value),
             NodeCollection::NO_PARENT);
     }
     add_declaration(declaration);

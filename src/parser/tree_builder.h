@@ -48,7 +48,7 @@ public:
     void ev_start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) override;
     void ev_end_dtd() override;
     void ev_element_decl(const Unit* name, const Unit* model) override;
-    void ev_attlist_decl(const Unit* name, const ElementRecord& element) override;
+    void ev_attlist_decl(const Name& name, const ElementRecord& element) override;
     void ev_internal_entity_decl(const Unit* name, const Unit* value) override;
     void ev_external_entity_decl(const Unit* name, const Unit* publicId, const Unit* systemId,
                                  const Unit* notation) override;

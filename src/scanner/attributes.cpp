@@ -4,16 +4,10 @@
 
 namespace qvox {
 
-namespace {
-
-constexpr Unit XMLNS[] = {'x', 'm', 'l', 'n', 's', 0};
-
-}  // namespace
-
 void TagAttributes::apply_declaration(TagRecord& tag, const ElementRecord& declaration) {
     ++tagNumber;
     for (AttributeRecord& attribute : tag.attributes) {
-        AttDefRecord* definition = find_att_def(declaration, attribute.qName);
+        AttDefRecord* definition = find_att_def(declaration, *attribute.qName);
         attribute.decl = definition;
         if (definition != nullptr) definition->seenInTag = tagNumber;
     }
@@ -27,24 +21,30 @@ void TagAttributes::apply_declaration(TagRecord& tag, const ElementRecord& decla
 
 // Its units count, and those of its name, or a long default would make much of many short tags.
 void TagAttributes::append_default(TagRecord& tag, const AttDefRecord& definition) {
-    expansion.count(weight::DEFAULT_ATTRIBUTE + wide_length(definition.name) +
+    expansion.count(weight::DEFAULT_ATTRIBUTE +
+                    static_cast<Amount>(definition.name->text.length()) +
                     wide_length(definition.normalized));
-    tag.attributes.append(
-        heap, {definition.firstOfName, nullptr, nullptr, definition.name, definition.normalized, false, false});
+    tag.attributes.append(heap, {definition.firstOfName, nullptr, nullptr, definition.name,
+                                 definition.normalized, false, false});
 }
 
-void TagAttributes::finish(TagRecord& tag) const {
+void TagAttributes::normalize(TagRecord& tag) {
+    for (AttributeRecord& attribute : tag.attributes) {
+        if (!attribute.specified) continue;
+        normalize_att_value(attribute.decl != nullptr ? attribute.decl->type->units() : nullptr,
+                            attribute.value);
+    }
+}
+
+void TagAttributes::resolve(TagRecord& tag) const {
     std::size_t kept = 0;
     for (AttributeRecord& attribute : tag.attributes) {
-        if (attribute.specified) {
-            normalize_att_value(attribute.decl != nullptr ? attribute.decl->type : nullptr,
-                                attribute.value);
-        }
         if (attribute.isNamespaceDecl) {
             if (!options.prefixes) continue;
-            attribute.localName = XMLNS;
+            attribute.localName = &names.xmlns();
         } else if (options.namespaces) {
-            namespaces.resolve_attribute(attribute);
+            attribute.localName = names.split(*attribute.qName).localPart;
+            attribute.uri = namespaces.attribute_uri(*attribute.qName);
         }
         tag.attributes.begin()[kept++] = attribute;
     }

@@ -11,10 +11,11 @@ namespace qvox {
 
 class TagAttributes {
 public:
-    TagAttributes(Heap& parseHeap, Expansion& expansionOfParse, const Namespaces& inForce,
-                  NamespaceOptions namespaceOptions)
+    TagAttributes(Heap& parseHeap, Expansion& expansionOfParse, Names& namesOfParse,
+                  const Namespaces& inForce, NamespaceOptions namespaceOptions)
         : heap(parseHeap),
           expansion(expansionOfParse),
+          names(namesOfParse),
           namespaces(inForce),
           options(namespaceOptions) {}
 
@@ -22,15 +23,19 @@ public:
     // that don't stand in it.
     void apply_declaration(TagRecord& tag, const ElementRecord& declaration);
 
-    // Normalises and resolves the attributes, and drops the namespace declarations unless the
-    // options keep them.
-    void finish(TagRecord& tag) const;
+    // Normalises the values that stand in the tag; declared defaults are normalised already.
+    static void normalize(TagRecord& tag);
+
+    // Resolves the names of the attributes, and drops the namespace declarations unless the options
+    // keep them.
+    void resolve(TagRecord& tag) const;
 
 private:
     void append_default(TagRecord& tag, const AttDefRecord& definition);
 
     Heap& heap;
     Expansion& expansion;
+    Names& names;
     const Namespaces& namespaces;
     NamespaceOptions options;
     unsigned long tagNumber = 0;  // counts the tags that have a declaration

@@ -5,13 +5,13 @@
 
 namespace qvox {
 
-Elements::Elements(Heap& parseHeap, Declarations& declarations, Expansion& expansion,
+Elements::Elements(Heap& parseHeap, Expansion& expansion, Names& namesOfParse,
                    NamespaceOptions namespaceOptions)
     : heap(parseHeap),
-      dtd(declarations),
+      names(namesOfParse),
       options(namespaceOptions),
-      namespaces(parseHeap),
-      attributes(parseHeap, expansion, namespaces, namespaceOptions) {}
+      namespaces(parseHeap, namesOfParse),
+      attributes(parseHeap, expansion, namesOfParse, namespaces, namespaceOptions) {}
 
 void Elements::begin_tag() { tagInHand = new_tag(); }
 
@@ -26,27 +26,26 @@ TagRecord* Elements::new_tag() {
     return tag;
 }
 
-void Elements::add_attribute(const Unit* qName, Unit* value, bool specified) {
-    tagInHand->attributes.append(heap, {nullptr, nullptr, nullptr, qName, value, false, specified});
-}
-
-void Elements::process_start_tag(const Unit* qName) {
-    TagRecord& tag = *tagInHand;
-    tag.qName = qName;
-    tagStack.push_back(&tag);
-    namespaces.collect_namespace_decls(tag, options.namespaces);
-    if (options.namespaces) namespaces.resolve_element(tag);
-    ElementRecord* declaration = declaration_of(tag);
-    if (declaration != nullptr) attributes.apply_declaration(tag, *declaration);
-    attributes.finish(tag);
+void Elements::add_attribute(Name& qName, Unit* value) {
+    tagInHand->attributes.append(heap, {nullptr, nullptr, nullptr, &qName, value, false, true});
 }
 
 // With namespaces on, an element is matched with the declaration of its local name.
-ElementRecord* Elements::declaration_of(const TagRecord& tag) {
-    return dtd.find_element_decl(tag.localName != nullptr ? tag.localName : tag.qName);
+void Elements::process_start_tag(Name& qName) {
+    TagRecord& tag = *tagInHand;
+    tag.qName = &qName;
+    tagStack.push_back(&tag);
+    namespaces.collect_namespace_decls(tag, options.namespaces);
+    if (options.namespaces) tag.localName = names.split(qName).localPart;
+    const Name& declaredName = options.namespaces ? *tag.localName : qName;
+    if (declaredName.element != nullptr) attributes.apply_declaration(tag, *declaredName.element);
+    attributes.normalize(tag);
+    namespaces.take_uris(tag);
+    if (options.namespaces) tag.uri = namespaces.element_uri(qName);
+    attributes.resolve(tag);
 }
 
-void Elements::end_tag(const Unit* qName) {
+void Elements::end_tag(const Name& qName) {
     check_end_tag(qName);
     namespaces.leave_namespace_decls(*tagStack.back());
     spareTags.push_back(tagStack.back());
@@ -54,16 +53,16 @@ void Elements::end_tag(const Unit* qName) {
     tagInHand = tagStack.empty() ? nullptr : tagStack.back();
 }
 
-void Elements::check_end_tag(const Unit* qName) const {
+void Elements::check_end_tag(const Name& qName) const {
     if (tagStack.empty()) {
         qvox_report(REPORT_ERROR, QVOXException::UNBALANCED_TAG_ERR, "unbalanced end tag (%s)",
-                    OsTemp(qName).get());
+                    OsTemp(qName.units()).get());
     }
-    const Unit* open = tagStack.back()->qName;
-    if (open != qName && wide_compare(open, qName) != 0) {
+    const Name* open = tagStack.back()->qName;
+    if (open != &qName) {
         qvox_report(REPORT_ERROR, QVOXException::UNBALANCED_TAG_ERR,
-                    "end tag (%s) not match to start tag (%s)", OsTemp(qName).get(),
-                    OsTemp(open).get());
+                    "end tag (%s) not match to start tag (%s)", OsTemp(qName.units()).get(),
+                    OsTemp(open->units()).get());
     }
 }
 

@@ -6,7 +6,7 @@
 
 #include "runtime/heap.h"
 #include "scanner/attributes.h"
-#include "scanner/dtd_actions.h"
+#include "scanner/names.h"
 #include "scanner/namespaces.h"
 #include "scanner/tag.h"
 
@@ -14,7 +14,7 @@ namespace qvox {
 
 class Elements {
 public:
-    Elements(Heap& parseHeap, Declarations& declarations, Expansion& expansion,
+    Elements(Heap& parseHeap, Expansion& expansion, Names& namesOfParse,
              NamespaceOptions namespaceOptions);
     Elements(const Elements&) = delete;
     Elements& operator=(const Elements&) = delete;
@@ -23,14 +23,14 @@ public:
     void begin_tag();
 
     // An attribute of the current tag. The value is taken over.
-    void add_attribute(const Unit* qName, Unit* value, bool specified);
+    void add_attribute(Name& qName, Unit* value);
 
     // The last attribute has been read: the tag is opened, its names resolved, its attributes
     // completed and normalised.
-    void process_start_tag(const Unit* qName);
+    void process_start_tag(Name& qName);
 
     // Closes the innermost tag. A name that isn't the start tag's is an error.
-    void end_tag(const Unit* qName);
+    void end_tag(const Name& qName);
 
     // The record that the next reduction works on: the start tag being read, else the innermost
     // open element, else null.
@@ -41,11 +41,10 @@ public:
 
 private:
     TagRecord* new_tag();
-    ElementRecord* declaration_of(const TagRecord& tag);
-    void check_end_tag(const Unit* qName) const;
+    void check_end_tag(const Name& qName) const;
 
     Heap& heap;
-    Declarations& dtd;
+    Names& names;
     NamespaceOptions options;
     Namespaces namespaces;
     TagAttributes attributes;

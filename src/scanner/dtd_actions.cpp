@@ -27,17 +27,12 @@ Amount length_of(const Unit* text) { return text != nullptr ? wide_length(text) 
 
 }  // namespace
 
-Declarations::Declarations(Heap& parseHeap, Expansion& expansionOfParse)
-    : heap(parseHeap), expansion(expansionOfParse) {
+Declarations::Declarations(Heap& parseHeap, Expansion& expansionOfParse, Names& namesOfParse)
+    : heap(parseHeap), expansion(expansionOfParse), names(namesOfParse) {
     for (const PredefinedEntity& entity : PREDEFINED_ENTITIES) {
         register_entity_decl(
             {widen(heap, entity.name), widen(heap, entity.value), nullptr, nullptr, nullptr});
     }
-}
-
-ElementRecord* Declarations::find_element_decl(const Unit* name) {
-    const auto found = elementTable.find(name);
-    return found != elementTable.end() ? &found->second : nullptr;
 }
 
 EntityRecord* Declarations::find_entity_decl(const Unit* name) {
@@ -45,50 +40,48 @@ EntityRecord* Declarations::find_entity_decl(const Unit* name) {
     return found != entityTable.end() ? &found->second : nullptr;
 }
 
-AttDefRecord* find_att_def(const ElementRecord& element, const Unit* name) {
-    const auto found = element.firstByName.find(name);
+AttDefRecord* find_att_def(const ElementRecord& element, const Name& name) {
+    const auto found = element.firstByName.find(&name);
     return found != element.firstByName.end() ? found->second : nullptr;
 }
 
-ElementRecord* Declarations::register_element_decl(const Unit* name, const Unit* model) {
-    ElementRecord* known = find_element_decl(name);
-    if (known == nullptr) return enter_element(name, model);
-    warn_registered("element", name);
-    if (known->model == nullptr) known->model = model;
-    return known;
+void Declarations::register_element_decl(Name& name, const Unit* model) {
+    if (name.element != nullptr) {
+        warn_registered("element", name.units());
+    } else {
+        enter_element(name);
+    }
+    if (name.element->model == nullptr) name.element->model = model;
 }
 
-ElementRecord* Declarations::enter_element(const Unit* name, const Unit* model) {
-    ElementRecord& entered = elementTable[name];
-    entered.name = name;
-    entered.model = model;
-    return &entered;
+ElementRecord& Declarations::enter_element(Name& name) {
+    name.element = &elementTable.emplace_back();
+    return *name.element;
 }
 
-ElementRecord* Declarations::begin_attlist(const Unit* elementName) {
-    currentElementDecl = find_element_decl(elementName);
-    if (currentElementDecl == nullptr) currentElementDecl = enter_element(elementName, nullptr);
+ElementRecord* Declarations::begin_attlist(Name& elementName) {
+    currentElementDecl =
+        elementName.element != nullptr ? elementName.element : &enter_element(elementName);
     expansion.count(currentElementDecl->repetition);
     return currentElementDecl;
 }
 
-void Declarations::add_att_def(const Unit* name, const Unit* type, const Unit* mode,
-                               const Unit* value) {
+void Declarations::add_att_def(Name& name, const Unit* type, const Unit* mode, const Unit* value) {
     ElementRecord& element = *currentElementDecl;
     auto* definition = heap.halloc_record<AttDefRecord>();
-    definition->name = name;
-    definition->type = type;
+    definition->name = &name;
+    definition->type = &names.keep_in_place(type, wide_length(type));
     definition->mode = mode;
     definition->value = value;
-    definition->firstOfName = element.firstByName.emplace(name, definition).first->second;
+    definition->firstOfName = element.firstByName.emplace(&name, definition).first->second;
     element.attDefs.push_back(definition);
     if (value != nullptr) {
         definition->normalized = heap.halloc_copy(value, wide_length(value));
-        normalize_att_value(definition->firstOfName->type, definition->normalized);
+        normalize_att_value(definition->firstOfName->type->units(), definition->normalized);
         element.defaults.push_back(definition);
     }
     element.repetition +=
-        weight::REPEATED_DEFINITION + wide_length(name) + wide_length(type) + length_of(value);
+        weight::REPEATED_DEFINITION + length_of(name.units()) + length_of(type) + length_of(value);
 }
 
 void Declarations::register_entity_decl(const EntityRecord& entity) {

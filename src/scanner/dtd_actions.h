@@ -2,6 +2,7 @@
 // attributes, for defaults and normalisation, and entities, for references.
 #pragma once
 
+#include <deque>
 #include <map>
 #include <set>
 #include <vector>
@@ -9,14 +10,15 @@
 #include "input/expansion.h"
 #include "platform/byte_stream.h"
 #include "runtime/heap.h"
+#include "scanner/names.h"
 #include "text/wide.h"
 
 namespace qvox {
 
 // The strings of all records live on the parse heap.
 struct AttDefRecord {
-    const Unit* name;
-    const Unit* type;
+    Name* name;
+    const Name* type;
     const Unit* mode;           // "#REQUIRED", "#IMPLIED", "#FIXED", or null for a plain default
     const Unit* value;          // default value as declared, or null
     Unit* normalized;           // the same as attributes have it, or null
@@ -25,12 +27,12 @@ struct AttDefRecord {
 };
 
 struct ElementRecord {
-    const Unit* name;
-    const Unit* model;  // text of the content model; null if only attributes were declared
+    const Unit* model =
+        nullptr;  // text of the content model; null if only attributes were declared
     std::vector<AttDefRecord*> attDefs;   // in order of declaration
     std::vector<AttDefRecord*> defaults;  // those of them with a value
-    std::map<const Unit*, AttDefRecord*, WideLess> firstByName;
-    Amount repetition;  // what it counts for to report all of attDefs again
+    std::map<const Name*, AttDefRecord*> firstByName;
+    Amount repetition = 0;  // what it counts for to report all of attDefs again
 };
 
 struct EntityRecord {
@@ -44,23 +46,22 @@ struct EntityRecord {
 class Declarations {
 public:
     // Nothing is declared but the five predefined entities.
-    Declarations(Heap& parseHeap, Expansion& expansionOfParse);
+    Declarations(Heap& parseHeap, Expansion& expansionOfParse, Names& namesOfParse);
     Declarations(const Declarations&) = delete;
     Declarations& operator=(const Declarations&) = delete;
 
-    // The record of exactly this name, or null.
-    ElementRecord* find_element_decl(const Unit* name);
+    // The record of exactly this name, or null. That of an element is with its name.
     EntityRecord* find_entity_decl(const Unit* name);
 
     // Enters an element. A declaration of a name that is there already is a warning and changes
     // nothing but a model that was missing.
-    ElementRecord* register_element_decl(const Unit* name, const Unit* model);
+    void register_element_decl(Name& name, const Unit* model);
 
     // The element that the definitions of an attribute-list declaration go to. Entered if need be.
-    ElementRecord* begin_attlist(const Unit* elementName);
+    ElementRecord* begin_attlist(Name& elementName);
 
     // Appends a definition to the element of the attribute-list declaration in progress.
-    void add_att_def(const Unit* name, const Unit* type, const Unit* mode, const Unit* value);
+    void add_att_def(Name& name, const Unit* type, const Unit* mode, const Unit* value);
 
     // Enters an entity. The first declaration of a name binds; a further one is a warning.
     void register_entity_decl(const EntityRecord& entity);
@@ -69,18 +70,19 @@ public:
     bool was_read_before(const ByteStream& file);
 
 private:
-    ElementRecord* enter_element(const Unit* name, const Unit* model);
+    ElementRecord& enter_element(Name& name);
     void warn_registered(const char* kind, const Unit* name);
 
     Heap& heap;
     Expansion& expansion;
-    std::map<const Unit*, ElementRecord, WideLess> elementTable;
+    Names& names;
+    std::deque<ElementRecord> elementTable;  // in order of declaration
     std::map<const Unit*, EntityRecord, WideLess> entityTable;
     std::set<ByteStream::Identity> readFiles;
     ElementRecord* currentElementDecl = nullptr;
 };
 
 // The first definition of exactly this name, or null.
-AttDefRecord* find_att_def(const ElementRecord& element, const Unit* name);
+AttDefRecord* find_att_def(const ElementRecord& element, const Name& name);
 
 }  // namespace qvox

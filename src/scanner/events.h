@@ -30,7 +30,7 @@ public:
     virtual void ev_start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) = 0;
     virtual void ev_end_dtd() = 0;
     virtual void ev_element_decl(const Unit* name, const Unit* model) = 0;
-    virtual void ev_attlist_decl(const Unit* name, const ElementRecord& element) = 0;
+    virtual void ev_attlist_decl(const Name& name, const ElementRecord& element) = 0;
     virtual void ev_internal_entity_decl(const Unit* name, const Unit* value) = 0;
     virtual void ev_external_entity_decl(const Unit* name, const Unit* publicId,
                                          const Unit* systemId, const Unit* notation) = 0;

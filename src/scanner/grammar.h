@@ -27,9 +27,9 @@ public:
     void grammar_run();
 
     // Actions of more than one step.
-    void start_element(const Unit* name);
-    void end_element(const Unit* name);
-    void declare_element(const Unit* name, const Unit* model);
+    void start_element(Name& name);
+    void end_element(const Name& name);
+    void declare_element(Name& name, const Unit* model);
     void declare_internal_entity(const Unit* name, const Unit* value);
     void declare_external_entity(const Unit* name, const ExternalId& id, const Unit* notation);
     void declare_parameter_entity(const Unit* bareName, const ParameterEntityDef& definition);

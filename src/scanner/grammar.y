@@ -15,6 +15,8 @@
 %lex-param {qvox::Grammar& grammar}
 
 %code requires {
+#include "scanner/token_value.h"
+
 namespace qvox {
 class Grammar;
 struct DefaultDecl;
@@ -26,7 +28,7 @@ struct Pieces;
 }
 
 %union {
-    unsigned short* text;
+    qvox::TokenValue token;
     qvox::Pieces* pieces;
     const qvox::ExternalId* externalId;
     const qvox::DefaultDecl* defaultDecl;
@@ -49,7 +51,7 @@ struct Pieces;
 
 static int yylex(YYSTYPE* value, qvox::Grammar& grammar) {
     const int token = grammar.lexer.next_token();
-    value->text = grammar.lexer.tokenValue;
+    value->token = grammar.lexer.tokenValue;
     return token;
 }
 
@@ -62,52 +64,52 @@ static void yyerror(qvox::Grammar& grammar, const char*) {
 /* Tokens. Single characters have their code. */
 
 %token        S 257 "white space"
-%token <text> IGNORABLE_WS 258 "ignorable white space"
-%token <text> NAME 259
-%token <text> NMTOKEN 260
-%token <text> ENTITY_VALUE 261
-%token <text> ATT_VALUE 262
-%token <text> SYSTEM_LITERAL 263
-%token <text> PUBID_LITERAL 264
-%token <text> CHARDATA 265
+%token <token.text> IGNORABLE_WS 258 "ignorable white space"
+%token <token.name> NAME 259
+%token <token.text> NMTOKEN 260
+%token <token.text> ENTITY_VALUE 261
+%token <token.value> ATT_VALUE 262
+%token <token.text> SYSTEM_LITERAL 263
+%token <token.text> PUBID_LITERAL 264
+%token <token.text> CHARDATA 265
 %token        COMMENT_START 266
 %token        COMMENT_END 267
-%token <text> COMMENT_TEXT 268
+%token <token.text> COMMENT_TEXT 268
 %token        PI_START 269
 %token        PI_END 270
 %token        XML_DECL_START 271
-%token <text> PI_TARGET 272
-%token <text> PI_DATA 273
+%token <token.text> PI_TARGET 272
+%token <token.text> PI_DATA 273
 %token        CDATA_START 274
 %token        CDATA_END 275
-%token <text> CDATA_TEXT 276
+%token <token.text> CDATA_TEXT 276
 %token        KW_VERSION 277
-%token <text> VERSION_NUM 278
+%token <token.text> VERSION_NUM 278
 %token        DOCTYPE_START 279
 %token        KW_STANDALONE 280
-%token <text> STANDALONE_YES 281
-%token <text> STANDALONE_NO 282
+%token <token.text> STANDALONE_YES 281
+%token <token.text> STANDALONE_NO 282
 %token        STAG_OPEN 287
 %token        TAG_CLOSE 288
 %token        ETAG_OPEN 289
 %token        EMPTY_TAG_CLOSE 290
 %token        ELEMENT_DECL_START 291
-%token <text> KW_EMPTY 292
-%token <text> KW_ANY 293
-%token <text> KW_PCDATA 294
+%token <token.text> KW_EMPTY 292
+%token <token.text> KW_ANY 293
+%token <token.text> KW_PCDATA 294
 %token        ATTLIST_DECL_START 295
-%token <text> KW_CDATA 296
-%token <text> KW_ID 297
-%token <text> KW_IDREF 298
-%token <text> KW_IDREFS 299
-%token <text> KW_ENTITY 300
-%token <text> KW_ENTITIES 301
-%token <text> KW_NMTOKEN 302
-%token <text> KW_NMTOKENS 303
-%token <text> KW_NOTATION 304
-%token <text> KW_REQUIRED 305
-%token <text> KW_IMPLIED 306
-%token <text> KW_FIXED 307
+%token <token.text> KW_CDATA 296
+%token <token.text> KW_ID 297
+%token <token.text> KW_IDREF 298
+%token <token.text> KW_IDREFS 299
+%token <token.text> KW_ENTITY 300
+%token <token.text> KW_ENTITIES 301
+%token <token.text> KW_NMTOKEN 302
+%token <token.text> KW_NMTOKENS 303
+%token <token.text> KW_NOTATION 304
+%token <token.text> KW_REQUIRED 305
+%token <token.text> KW_IMPLIED 306
+%token <token.text> KW_FIXED 307
 %token        COND_START 308
 %token        COND_END 309
 %token        KW_INCLUDE 310
@@ -118,15 +120,17 @@ static void yyerror(qvox::Grammar& grammar, const char*) {
 %token        KW_PUBLIC 315
 %token        KW_NDATA 316
 %token        KW_ENCODING 317
-%token <text> ENC_NAME 318
+%token <token.text> ENC_NAME 318
 %token        NOTATION_DECL_START 319
 %token        EXT_SUBSET_START 320
 %token        EXT_SUBSET_END 321
 %token        NO_TOKEN 322 "no token"
 
-%type <text> Name Nmtoken EntityValue AttValue SystemLiteral PubidLiteral PITarget
-%type <text> VersionInfo VersionNum SDDecl EncodingDecl EncName
-%type <text> contentspec AttType StringType TokenizedType NDataDecl PublicID
+%type <token.name> Name
+%type <token.value> AttValue
+%type <token.text> Nmtoken EntityValue SystemLiteral PubidLiteral PITarget
+%type <token.text> VersionInfo VersionNum SDDecl EncodingDecl EncName
+%type <token.text> contentspec AttType StringType TokenizedType NDataDecl PublicID
 %type <pieces> Mixed children choice seq group cp cpBody choiceList seqList NameList
 %type <pieces> OccurrenceOpt Occurrence EnumeratedType NotationType Enumeration NmtokenList
 %type <externalId> ExternalID
@@ -246,11 +250,11 @@ Misc
 
 doctypedecl
     : DOCTYPE_START S Name Sopt
-      { grammar.events.ev_start_dtd($3, nullptr, nullptr); }
+      { grammar.events.ev_start_dtd($3->units(), nullptr, nullptr); }
       internalSubsetOpt TAG_CLOSE
       { grammar.events.ev_end_dtd(); }
     | DOCTYPE_START S Name S ExternalID Sopt
-      { grammar.events.ev_start_dtd($3, $5->publicId, $5->systemId); }
+      { grammar.events.ev_start_dtd($3->units(), $5->publicId, $5->systemId); }
       internalSubsetOpt TAG_CLOSE
       { grammar.lexer.load_external_subset($5->systemId); }
       extSubsetOpt
@@ -327,7 +331,7 @@ element
     ;
 
 STag
-    : STAG_OPEN Name AttributeList Sopt TAG_CLOSE { grammar.start_element($2); }
+    : STAG_OPEN Name AttributeList Sopt TAG_CLOSE { grammar.start_element(*$2); }
     ;
 
 AttributeList
@@ -336,11 +340,11 @@ AttributeList
     ;
 
 Attribute
-    : Name Eq AttValue { grammar.elements.add_attribute($1, $3, true); }
+    : Name Eq AttValue { grammar.elements.add_attribute(*$1, $3); }
     ;
 
 ETag
-    : ETAG_OPEN Name Sopt TAG_CLOSE { grammar.end_element($2); }
+    : ETAG_OPEN Name Sopt TAG_CLOSE { grammar.end_element(*$2); }
     ;
 
 content
@@ -365,8 +369,8 @@ contentItem
 EmptyElemTag
     : STAG_OPEN Name AttributeList Sopt EMPTY_TAG_CLOSE
       {
-          grammar.start_element($2);
-          grammar.end_element($2);
+          grammar.start_element(*$2);
+          grammar.end_element(*$2);
       }
     ;
 
@@ -374,7 +378,7 @@ EmptyElemTag
 
 elementdecl
     : ELEMENT_DECL_START S Name S contentspec Sopt TAG_CLOSE
-      { grammar.declare_element($3, $5); }
+      { grammar.declare_element(*$3, $5); }
     ;
 
 contentspec
@@ -406,7 +410,7 @@ cp
     ;
 
 cpBody
-    : Name { $$ = grammar.values.join({$1}); }
+    : Name { $$ = grammar.values.join({$1->units()}); }
     | group
     | choice
     | seq
@@ -446,17 +450,17 @@ Mixed
     ;
 
 NameList
-    : Name { $$ = grammar.values.join({$1}); }
-    | NameList Sopt '|' Sopt Name { $$ = grammar.values.join({$1, '|', $5}); }
+    : Name { $$ = grammar.values.join({$1->units()}); }
+    | NameList Sopt '|' Sopt Name { $$ = grammar.values.join({$1, '|', $5->units()}); }
     ;
 
 /* Attribute-list declarations. */
 
 AttlistDecl
     : ATTLIST_DECL_START Sopt Name
-      { $<element>$ = grammar.dtd.begin_attlist($3); }
+      { $<element>$ = grammar.dtd.begin_attlist(*$3); }
       AttDefList Sopt TAG_CLOSE
-      { grammar.events.ev_attlist_decl($3, *$<element>4); }
+      { grammar.events.ev_attlist_decl(*$3, *$<element>4); }
     ;
 
 AttDefList
@@ -465,7 +469,7 @@ AttDefList
     ;
 
 AttDef
-    : S Name S AttType S DefaultDecl { grammar.dtd.add_att_def($2, $4, $6->mode, $6->value); }
+    : S Name S AttType S DefaultDecl { grammar.dtd.add_att_def(*$2, $4, $6->mode, $6->value); }
     ;
 
 AttType
@@ -544,15 +548,15 @@ EntityDecl
     ;
 
 GEDecl
-    : ENTITY_DECL_START S Name S EntityValue Sopt TAG_CLOSE { grammar.declare_internal_entity($3, $5); }
+    : ENTITY_DECL_START S Name S EntityValue Sopt TAG_CLOSE { grammar.declare_internal_entity($3->units(), $5); }
     | ENTITY_DECL_START S Name S ExternalID Sopt TAG_CLOSE
-      { grammar.declare_external_entity($3, *$5, nullptr); }
+      { grammar.declare_external_entity($3->units(), *$5, nullptr); }
     | ENTITY_DECL_START S Name S ExternalID NDataDecl Sopt TAG_CLOSE
-      { grammar.declare_external_entity($3, *$5, $6); }
+      { grammar.declare_external_entity($3->units(), *$5, $6); }
     ;
 
 PEDecl
-    : ENTITY_DECL_START S '%' S Name S PEDef Sopt TAG_CLOSE { grammar.declare_parameter_entity($5, *$7); }
+    : ENTITY_DECL_START S '%' S Name S PEDef Sopt TAG_CLOSE { grammar.declare_parameter_entity($5->units(), *$7); }
     ;
 
 PEDef
@@ -566,7 +570,7 @@ ExternalID
     ;
 
 NDataDecl
-    : S KW_NDATA S Name { $$ = $4; }
+    : S KW_NDATA S Name { $$ = $4->units(); }
     ;
 
 /* Text declarations and encodings. */
@@ -586,8 +590,8 @@ EncName : ENC_NAME;
 
 NotationDecl
     : NOTATION_DECL_START S Name S ExternalID Sopt TAG_CLOSE
-      { grammar.events.ev_notation_decl($3, $5->publicId, $5->systemId); }
-    | NOTATION_DECL_START S Name S PublicID Sopt TAG_CLOSE { grammar.events.ev_notation_decl($3, $5, nullptr); }
+      { grammar.events.ev_notation_decl($3->units(), $5->publicId, $5->systemId); }
+    | NOTATION_DECL_START S Name S PublicID Sopt TAG_CLOSE { grammar.events.ev_notation_decl($3->units(), $5, nullptr); }
     ;
 
 PublicID

@@ -38,14 +38,14 @@ int Lexer::next_token() {
 
 int Lexer::take_pending() {
     const PendingToken taken = std::exchange(pending, {0, nullptr});
-    tokenValue = taken.value;
+    tokenValue.text = taken.text;
     if (std::exchange(subsetEndWaits, false)) pending.token = EXT_SUBSET_END;
     return taken.token;
 }
 
-void Lexer::set_pending(int tokenNumber, Unit* value) {
+void Lexer::set_pending(int tokenNumber, const Unit* text) {
     subsetEndWaits = pending.token == EXT_SUBSET_END;
-    pending = {tokenNumber, value};
+    pending = {tokenNumber, text};
 }
 
 // The token that begins with curChar.
@@ -146,22 +146,26 @@ void Lexer::scan_name() {
 // A name, or what it opens: NAME with the name as its value.
 int Lexer::scan_name_token() {
     scan_name();
-    tokenValue = names.kept_name(token.text(), token.length());
+    tokenValue.name = &names.keep(token.text(), token.length());
     return NAME;
 }
 
 // A quoted literal with curChar as its quote: `tokenNumber`, with the text as its value.
 int Lexer::scan_literal(int tokenNumber) {
     input.curChar = literals.read_literal(curChar(), tokenNumber);
-    token_copy();
+    if (tokenNumber == ATT_VALUE) {
+        tokenValue.value = heap.halloc_copy(token.text(), token.length());
+    } else {
+        token_copy();
+    }
     return tokenNumber;
 }
 
 // The value is a copy of the text that lasts as long as the parse.
-void Lexer::token_copy() { tokenValue = heap.halloc_copy(token.text(), token.length()); }
+void Lexer::token_copy() { tokenValue.text = heap.halloc_copy(token.text(), token.length()); }
 
 // The value is the text itself.
-void Lexer::token_lend() { tokenValue = token.terminate(); }
+void Lexer::token_lend() { tokenValue.text = token.terminate(); }
 
 // A file is opened for a document in a file only.
 void Lexer::load_external_subset(const Unit* systemId) {

@@ -16,6 +16,7 @@
 #include "scanner/state_stack.h"
 #include "scanner/token.h"
 #include "scanner/token_buffer.h"
+#include "scanner/token_value.h"
 
 namespace qvox {
 
@@ -34,7 +35,7 @@ public:
     // Value of the token just returned. Names last as long as the parse, an attribute's value
     // until the next start tag begins, the text of content, comments, CDATA sections and processing
     // instructions until the next token is scanned.
-    Unit* tokenValue = nullptr;
+    TokenValue tokenValue = {nullptr};
 
     // The text of the token in hand.
     const TokenBuffer& text_in_hand() const { return token; }
@@ -55,7 +56,7 @@ private:
     // A token that the next call returns.
     struct PendingToken {
         int token;  // 0 for none
-        Unit* value;
+        const Unit* text;
     };
 
     // What a state returns to have the call start again with curChar as its first character.
@@ -63,7 +64,7 @@ private:
 
     // The steps of a call.
     int take_pending();
-    void set_pending(int tokenNumber, Unit* value);
+    void set_pending(int tokenNumber, const Unit* text);
     int scan_token();
     int scan_space();
     bool space_is_text(int main) const;

@@ -75,8 +75,9 @@ int Lexer::scan_pi_start() {
     token.append_char(curChar());
     scan_name();
     if (token_word_is(WORD_BEHIND_QUESTION, "xml")) return open_frame(XML_DECL_START, LEX_XML_DECL);
-    set_pending(PI_TARGET, names.kept_name(token.text() + WORD_BEHIND_QUESTION,
-                                           token.length() - WORD_BEHIND_QUESTION));
+    const Name& target =
+        names.keep(token.text() + WORD_BEHIND_QUESTION, token.length() - WORD_BEHIND_QUESTION);
+    set_pending(PI_TARGET, target.units());
     states.push_frame(LEX_PI);
     states.push_sub(SUB_PI_DATA);
     return PI_START;
@@ -175,7 +176,7 @@ int Lexer::scan_pi_target() {
     if (is_xml_in_any_case(token.text())) {
         errors.lex_error(QVOXException::INVALID_XML_DECL_ERR, "xml decl must appear first line", 0);
     }
-    tokenValue = names.kept_name(token.text(), token.length());
+    tokenValue.text = names.keep(token.text(), token.length()).units();
     states.push_sub(SUB_PI_DATA);
     return PI_TARGET;
 }
@@ -210,7 +211,7 @@ int Lexer::scan_start_tag() {
 // The value lasts as long as the tag in hand.
 int Lexer::scan_attribute_value() {
     input.curChar = literals.read_literal(curChar(), ATT_VALUE);
-    tokenValue = tagValues.halloc_copy(token.text(), token.length());
+    tokenValue.value = tagValues.halloc_copy(token.text(), token.length());
     return ATT_VALUE;
 }
 

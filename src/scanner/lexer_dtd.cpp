@@ -79,6 +79,7 @@ int Lexer::scan_keyword_or_name(const Keyword (&table)[count]) {
     scan_name_token();
     const Keyword* keyword = find_word(table, token.text());
     if (keyword == nullptr) return NAME;
+    tokenValue.text = tokenValue.name->units();
     if (keyword->next != NO_SUB_STATE) states.push_sub(keyword->next);
     return keyword->token;
 }
@@ -184,7 +185,8 @@ int Lexer::scan_notation_list() {
 
 int Lexer::scan_enumeration() {
     if (!is_name_char(curChar())) return scan_list_symbol();
-    scan_name_token();
+    scan_name();
+    token_copy();
     return NMTOKEN;
 }
 

@@ -1,31 +1,76 @@
-// The names of a document. It has few and repeats them in every tag: one copy on the parse heap
-// serves all, and equal names mostly are the same pointer.
+// The names of a document, and other texts that it repeats: each is kept once a parse, and equal
+// ones are the same object, with what is known of it. A document has few names and repeats them in
+// every tag; nothing is copied for that.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include <qvox/xstring.h>
 
 #include "runtime/heap.h"
+#include "text/lent_text.h"
 #include "text/wide.h"
 
 namespace qvox {
 
+struct ElementRecord;
+struct PrefixMapping;
+
+struct Name {
+    Name(const LentText& keptText, std::uint32_t hashOfText, Name* nextInBucket)
+        : text(keptText.string()), hash(hashOfText), next(nextInBucket) {}
+
+    const Unit* units() const { return text.data(); }
+
+    Xstring text;  // as events hand it out
+    // The parts of a qualified name at its first colon, once Names::split has been asked. A name
+    // without colon is its own local part; an empty prefix counts as none, which is null.
+    Name* prefix = nullptr;
+    Name* localPart = nullptr;
+    ElementRecord* element = nullptr;  // the declaration of the element of this name
+    PrefixMapping* mapping = nullptr;  // the innermost declaration of this prefix
+    std::uint32_t hash;
+    Name* next;  // in its bucket
+};
+
+// The units of a name; null for null.
+inline const Unit* units_of(const Name* name) { return name != nullptr ? name->units() : nullptr; }
+
+inline LentText lent_text(const Name* name) {
+    return name != nullptr ? LentText{name->units(), name->text.length()} : LentText{nullptr, 0};
+}
+
+// Names live as long as the heap. None is ever destroyed: they own nothing.
 class Names {
 public:
-    explicit Names(Heap& parseHeap) : heap(parseHeap) {}
+    explicit Names(Heap& parseHeap);
+    Names(const Names&) = delete;
+    Names& operator=(const Names&) = delete;
 
-    // A name of `length` units, which lasts as long as the parse and isn't to be changed.
-    Unit* kept_name(const Unit* text, std::size_t length);
+    // The name of `length` units at `text`, which are copied if it is new.
+    Name& keep(const Unit* text, std::size_t length);
+    // The same for a text that lasts as long as the names, with a NUL behind it: it isn't copied.
+    Name& keep_in_place(const Unit* text, std::size_t length);
+
+    // Sets the parts of a qualified name. Returns it.
+    Name& split(Name& name);
+
+    // The name "xmlns".
+    Name& xmlns() { return *xmlnsName; }
 
 private:
-    struct RecentName {
-        Unit* text = nullptr;
-        std::size_t length = 0;
-    };
-
-    static constexpr std::size_t RECENT_COUNT = 256;
+    std::uint32_t hash_of(const Unit* text, std::size_t length) const;
+    Name* find(const Unit* text, std::size_t length, std::uint32_t hash) const;
+    Name& enter(const Unit* keptText, std::size_t length, std::uint32_t hash);
+    void grow();
 
     Heap& heap;
-    RecentName recent[RECENT_COUNT];  // by wide_mark
+    std::uint64_t seed;
+    std::size_t count = 0;
+    std::vector<Name*> buckets;  // a power of two
+    Name* xmlnsName;
 };
 
 }  // namespace qvox

@@ -2,98 +2,54 @@
 
 namespace qvox {
 
-namespace {
-
-using Prefix = std::basic_string_view<Unit, UnitTraits>;
-
-constexpr char XMLNS[] = "xmlns";
-constexpr char XMLNS_PREFIX[] = "xmlns:";
-constexpr int XMLNS_PREFIX_LENGTH = sizeof XMLNS_PREFIX - 1;
-
-// A mapping of an empty prefix ("xmlns:") is never found: an empty prefix counts as none.
-constexpr Unit UNREACHABLE_PREFIX[] = {':', 0};
-
-Prefix key_of(const PrefixMapping& mapping) {
-    if (mapping.prefix == nullptr) return {};
-    return *mapping.prefix == 0 ? UNREACHABLE_PREFIX : mapping.prefix;
-}
-
-struct SplitName {
-    Prefix prefix;  // empty for a name without one
-    const Unit* local;
-};
-
-SplitName split_qname(const Unit* qName) {
-    const Unit* colon = wide_find_unit(qName, ':');
-    if (colon == nullptr) return {{}, qName};
-    return {Prefix(qName, static_cast<std::size_t>(colon - qName)), colon + 1};
-}
-
-// The prefix that an attribute of this name declares, by its place behind "xmlns:"; null for
-// "xmlns". False for an attribute that declares nothing.
-bool declares_namespace(const Unit* qName, const Unit*& prefix) {
-    if (wide_narrow_ncompare(qName, XMLNS_PREFIX, XMLNS_PREFIX_LENGTH) == 0) {
-        prefix = qName + XMLNS_PREFIX_LENGTH;
-        return true;
-    }
-    prefix = nullptr;
-    return wide_narrow_compare(qName, XMLNS) == 0;
-}
-
-}  // namespace
-
 void Namespaces::collect_namespace_decls(TagRecord& tag, bool namespaces) {
     for (AttributeRecord& attribute : tag.attributes) {
-        const Unit* prefix = nullptr;
-        if (!declares_namespace(attribute.qName, prefix)) continue;
+        const Name& name = names.split(*attribute.qName);
+        const bool isDefault = &name == &names.xmlns();
+        if (!isDefault && name.prefix != &names.xmlns()) continue;
         attribute.isNamespaceDecl = true;
         if (!namespaces) continue;
-        // A URI is asked for as long as the element is open.
-        attribute.value = heap.halloc_copy(attribute.value, wide_length(attribute.value));
-        tag.prefixMappings.append(heap, {prefix, attribute.value, &tag, nullptr, false});
+        Name* prefix = isDefault ? nullptr : name.localPart;
+        tag.prefixMappings.append(heap, {prefix, attribute.value, nullptr, &tag, nullptr, false});
     }
     // Only now, since the array has its place in memory when the last one is in it.
     for (PrefixMapping& mapping : tag.prefixMappings) put_in_force(mapping);
 }
 
-void Namespaces::put_in_force(PrefixMapping& mapping) {
-    PrefixMapping*& innermost = mappingsInForce[key_of(mapping)];
-    if (innermost != nullptr && innermost->tag == mapping.tag) return;
-    mapping.inForce = true;
-    mapping.shadowed = innermost;
-    innermost = &mapping;
-}
-
-void Namespaces::take_out_of_force(const PrefixMapping& mapping) {
-    if (!mapping.inForce) return;
-    const auto entry = mappingsInForce.find(key_of(mapping));
-    if (mapping.shadowed == nullptr) {
-        mappingsInForce.erase(entry);
-    } else {
-        entry->second = mapping.shadowed;
+void Namespaces::take_uris(TagRecord& tag) {
+    for (PrefixMapping& mapping : tag.prefixMappings) {
+        mapping.uri = &names.keep(mapping.value, wide_length(mapping.value));
     }
 }
 
-const Unit* Namespaces::uri_of(Prefix prefix) const {
-    if (mappingsInForce.empty()) return nullptr;
-    const auto found = mappingsInForce.find(prefix);
-    return found != mappingsInForce.end() ? found->second->uri : nullptr;
+// An empty prefix ("xmlns:") is never asked for: in a name it counts as none.
+PrefixMapping*& Namespaces::innermost(const PrefixMapping& mapping) {
+    return mapping.prefix != nullptr ? mapping.prefix->mapping : defaultMapping;
+}
+
+void Namespaces::put_in_force(PrefixMapping& mapping) {
+    PrefixMapping*& current = innermost(mapping);
+    if (current != nullptr && current->tag == mapping.tag) return;
+    mapping.inForce = true;
+    mapping.shadowed = current;
+    current = &mapping;
 }
 
 void Namespaces::leave_namespace_decls(const TagRecord& tag) {
-    for (const PrefixMapping& mapping : tag.prefixMappings) take_out_of_force(mapping);
+    for (const PrefixMapping& mapping : tag.prefixMappings) {
+        if (mapping.inForce) innermost(mapping) = mapping.shadowed;
+    }
 }
 
-void Namespaces::resolve_element(TagRecord& tag) const {
-    const SplitName name = split_qname(tag.qName);
-    tag.localName = name.local;
-    tag.uri = uri_of(name.prefix);
+const Name* Namespaces::element_uri(Name& qName) const {
+    const Name* prefix = names.split(qName).prefix;
+    const PrefixMapping* mapping = prefix != nullptr ? prefix->mapping : defaultMapping;
+    return mapping != nullptr ? mapping->uri : nullptr;
 }
 
-void Namespaces::resolve_attribute(AttributeRecord& attribute) const {
-    const SplitName name = split_qname(attribute.qName);
-    attribute.localName = name.local;
-    if (!name.prefix.empty()) attribute.uri = uri_of(name.prefix);
+const Name* Namespaces::attribute_uri(Name& qName) const {
+    const Name* prefix = names.split(qName).prefix;
+    return prefix != nullptr && prefix->mapping != nullptr ? prefix->mapping->uri : nullptr;
 }
 
 }  // namespace qvox

@@ -2,12 +2,8 @@
 // undeclared one is no error.
 #pragma once
 
-#include <map>
-#include <string_view>
-
-#include <qvox/xstring.h>
-
 #include "runtime/heap.h"
+#include "scanner/names.h"
 #include "scanner/tag.h"
 
 namespace qvox {
@@ -15,7 +11,7 @@ namespace qvox {
 class Namespaces {
 public:
     // Nothing is declared.
-    explicit Namespaces(Heap& parseHeap) : heap(parseHeap) {}
+    Namespaces(Heap& parseHeap, Names& namesOfParse) : heap(parseHeap), names(namesOfParse) {}
     Namespaces(const Namespaces&) = delete;
     Namespaces& operator=(const Namespaces&) = delete;
 
@@ -23,25 +19,26 @@ public:
     // in force. The first declaration of a prefix in a tag binds.
     void collect_namespace_decls(TagRecord& tag, bool namespaces);
 
+    // The values of the tag's attributes are normalised now: its declarations get their URIs.
+    void take_uris(TagRecord& tag);
+
     // The tag's element has ended, and its declarations with it.
     void leave_namespace_decls(const TagRecord& tag);
 
-    // Set the local name and, where a declaration is in force, the URI. An attribute without prefix
-    // has no namespace.
-    void resolve_element(TagRecord& tag) const;
-    void resolve_attribute(AttributeRecord& attribute) const;
+    // The URI of an element or attribute of that name, or null. An attribute without prefix has no
+    // namespace.
+    const Name* element_uri(Name& qName) const;
+    const Name* attribute_uri(Name& qName) const;
 
 private:
-    using Prefix = std::basic_string_view<Unit, UnitTraits>;
-
+    PrefixMapping*& innermost(const PrefixMapping& mapping);
     void put_in_force(PrefixMapping& mapping);
-    void take_out_of_force(const PrefixMapping& mapping);
-    const Unit* uri_of(Prefix prefix) const;
 
     Heap& heap;
-    // The innermost declaration of each prefix; the empty prefix stands for the default namespace.
-    // A name is resolved by one lookup, however deep the element lies.
-    std::map<Prefix, PrefixMapping*> mappingsInForce;
+    Names& names;
+    // The innermost declaration of the default namespace. Those of a prefix are found by its name,
+    // so that a name is resolved by one look, however deep the element lies.
+    PrefixMapping* defaultMapping = nullptr;
 };
 
 }  // namespace qvox

@@ -3,15 +3,16 @@
 
 #include "scanner/dtd_actions.h"
 #include "scanner/heap_array.h"
+#include "scanner/names.h"
 #include "text/wide.h"
 
 namespace qvox {
 
 struct AttributeRecord {
     const AttDefRecord* decl;  // the attribute's declaration or null
-    const Unit* uri;           // or null
-    const Unit* localName;     // or null
-    const Unit* qName;         // the name as written
+    const Name* uri;           // or null
+    const Name* localName;     // or null
+    Name* qName;               // the name as written
     Unit* value;               // normalised in place
     bool isNamespaceDecl;      // "xmlns" or "xmlns:..."
     bool specified;            // false for a default
@@ -21,19 +22,20 @@ struct TagRecord;
 
 // A namespace declaration.
 struct PrefixMapping {
-    const Unit* prefix;  // null for the default namespace
-    const Unit* uri;
+    Name* prefix;       // null for the default namespace
+    const Unit* value;  // of the attribute, which is normalised before it is the URI
+    const Name* uri;
     const TagRecord* tag;     // the tag that it stands on
     PrefixMapping* shadowed;  // what the prefix stood for outside, while this is in force
     bool inForce;             // not so for a second declaration of a prefix in one tag
 };
 
-// A start tag or empty-element tag, on the parse heap. Its strings are the token values; those of
-// the attributes are there until the next start tag begins.
+// A start tag or empty-element tag, on the parse heap. The values of its attributes are there until
+// the next start tag begins.
 struct TagRecord {
-    const Unit* uri;        // or null
-    const Unit* localName;  // null while namespaces are off
-    const Unit* qName;      // the name as written
+    const Name* uri;        // or null
+    const Name* localName;  // null while namespaces are off
+    Name* qName;            // the name as written
     HeapArray<AttributeRecord> attributes;
     HeapArray<PrefixMapping> prefixMappings;
 };

@@ -25,8 +25,8 @@ std::string tokens_of(const std::string& bytes) {
     Heap heap;
     Input input(events);
     Names kept(heap);
-    Declarations dtd(heap, input.expansion);
-    Elements elements(heap, dtd, input.expansion, {true, false});
+    Declarations dtd(heap, input.expansion, kept);
+    Elements elements(heap, input.expansion, kept, {true, false});
     Lexer lexer(heap, input, kept, dtd, elements, true);
     input.open_input("doc.xml", document.get(), nullptr);
     std::map<int, std::string> names = {
