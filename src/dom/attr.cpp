@@ -47,16 +47,13 @@ void AttrImpl::setPrefix(const Xstring& prefix) {
 // A first child that isn't text, such as an entity reference, stays as it is.
 void AttrImpl::setValue(const Xstring& newValue) {
     const DocumentGuard guard(this);
-    Xstring copy = newValue;
     Node* child = Tree::firstChildOf(this);
     if (child == nullptr) {
-        OwnedNode<Text> text(new TextImpl(copy.data(), getOwnerDocument()));
-        Tree::appendAsIs(this, text.get());
-        text.release();
+        append_owned(this, OwnedNode<Node>(new TextImpl(newValue.data(), getOwnerDocument())));
     } else if (is_character_data(child)) {
-        static_cast<CharacterData*>(child)->setData(copy);
+        static_cast<CharacterData*>(child)->setData(newValue);
     }
-    value = std::move(copy);
+    value = newValue;
     specified = true;
 }
 

@@ -201,7 +201,9 @@ void NodeCollection::release(Node* node) {
 void NodeCollection::releaseDying(Node* node) {
     if (node->holder == nullptr) return;
     if (node->holder->isOrdered) {
-        const DocumentGuard guard(node->holder->owner);
+        // What it leaves may have outlived its document.
+        const DocumentGuard guard(
+            DocumentImpl::livingOne(Tree::ownDocumentOf(node->holder->owner)));
         node->holder->takeOut(node);
     } else {
         static_cast<NodeKeeper*>(node->holder)->giveUp(node);

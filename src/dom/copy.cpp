@@ -59,9 +59,7 @@ void copy_step(TreeVisit& visit) {
     if (parentCopy == nullptr) {
         visit.found = copy;
     } else {
-        OwnedNode<Node> owned(copy);
-        Tree::appendAsIs(parentCopy, copy);
-        owned.release();
+        append_owned(parentCopy, OwnedNode<Node>(copy));
     }
     visit.current = copy;
 }

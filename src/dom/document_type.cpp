@@ -1,7 +1,6 @@
 #include "dom/document_type.h"
 
 #include <mutex>
-#include <utility>
 
 namespace qvox {
 
@@ -22,7 +21,7 @@ const Xstring& DocumentTypeImpl::getInternalSubset() {
         text += declaration_text(*static_cast<DeclNode*>(declarations.at(i)));
         text += ">\n";
     }
-    internalSubset = std::move(text);
+    internalSubset = text;
     return internalSubset;
 }
 

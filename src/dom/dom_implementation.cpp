@@ -1,6 +1,7 @@
 #include "dom/dom_implementation.h"
 
 #include <memory>
+#include <utility>
 
 #include "dom/arguments.h"
 #include "dom/document.h"
@@ -30,8 +31,7 @@ Document* DOMImplementationImpl::createDocument(const Xstring& namespaceURI,
     auto document = std::make_unique<DocumentImpl>(this);
     OwnedNode<Element> root(document->createElementNS(namespaceURI, qualifiedName));
     if (doctype != nullptr) Tree::appendChildNoCheck(document.get(), doctype);
-    Tree::appendAsIs(document.get(), root.get());
-    root.release();
+    append_owned(document.get(), std::move(root));
     return document.release();
 }
 

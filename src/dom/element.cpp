@@ -151,7 +151,7 @@ Attr* ElementImpl::put(Attr* attr, bool byNamespace) {
 void ElementImpl::attachNew(const AttrImpl::Init& init, bool byNamespace) {
     OwnedNode<Attr> attr(new AttrImpl(init, getOwnerDocument()));
     Attr* replaced = attach(attr.get(), byNamespace);
-    if (attributeMap().holds(attr.get())) attr.release();
+    if (attributeMap().holds(attr.get())) static_cast<void>(attr.release());
     if (replaced != nullptr) Tree::abandon(replaced, Tree::treeDocumentOfLiving(this));
 }
 

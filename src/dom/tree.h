@@ -119,6 +119,13 @@ struct NodeDestroyer {
 template <typename NodeType>
 using OwnedNode = std::unique_ptr<NodeType, NodeDestroyer>;
 
+// Gives such a node to a parent, as appendAsIs does.
+template <typename NodeType>
+NodeType* append_owned(Node* parent, OwnedNode<NodeType> child) {
+    Tree::appendAsIs(parent, child.get());
+    return child.release();
+}
+
 // Holds the lock of the node's document, if it has one. None for null.
 class DocumentGuard {
 public:

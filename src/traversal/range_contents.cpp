@@ -75,11 +75,6 @@ void remove_nodes(const std::vector<Node*>& nodes, DocumentImpl* document) {
     }
 }
 
-Node* append_copy(Node* parent, OwnedNode<Node> copy) {
-    Tree::appendAsIs(parent, copy.get());
-    return copy.release();
-}
-
 }  // namespace
 
 // The end is exclusive, but for a node to be cut, whose own opening tag it is.
@@ -132,11 +127,11 @@ void RangeContents::copyTo(Node* fragment) const {
     Node* parent = fragment;
     for (TagPlace tag = first; goes_on(tag, stop); tag = tag_behind(tag)) {
         if (tag.side == TagPlace::OPENING) {
-            parent = append_copy(parent, copyOf(tag.node));
+            parent = append_owned(parent, copyOf(tag.node));
         } else if (parent != fragment) {
             parent = Tree::parentOf(parent);
         } else {
-            append_copy(fragment, copyOf(tag.node));
+            append_owned(fragment, copyOf(tag.node));
         }
     }
 }

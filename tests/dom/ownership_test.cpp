@@ -219,6 +219,14 @@ TEST(Ownership, Documents) {
             if (!areFirst) parser.free(document);
         }
     }
+    // One in what has outlived its own document.
+    Tree remaining;
+    const Tree inOrphan;
+    {
+        Tree other("a[x='1']");
+        other.element("a")->getAttributes()->setNamedItem(inOrphan.document);
+        remaining.document->appendChild(other["a"]);
+    }
     // One that is in a map of its own tree, and in one of a node that it keeps.
     Tree tree;
     auto* const a = dynamic_cast<Element*>(tree.make("a[x='1']"));
