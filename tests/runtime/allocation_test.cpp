@@ -11,10 +11,15 @@
 namespace qvox {
 namespace {
 
+// Whether the figures leave out an address or a size that was counted.
+bool leave_out(std::uintptr_t address, std::size_t size) {
+    const AllocationStatistics& s = allocationStatistics;
+    return s.mallocMaxSize < size || s.mallocLower > address || s.mallocUpper < address;
+}
+
 // qvox_free ends the process where it is given an address outside of the bounds.
 TEST(Allocation, NoThreadMovesABoundBack) {
     memstatEnabled = true;
-    const AllocationStatistics& s = allocationStatistics;
     std::atomic<int> movedBack{0};
     for (int rounds = 0; rounds < 50; ++rounds) {
         allocationStatistics.mallocLower = 0;
@@ -25,10 +30,7 @@ TEST(Allocation, NoThreadMovesABoundBack) {
             // Blocks that grow in place: little time is spent elsewhere.
             for (std::size_t size = 8; size <= 100000; size += 8) {
                 block = qvox_realloc(block, size + static_cast<std::size_t>(which) * 4);
-                const auto address = reinterpret_cast<std::uintptr_t>(block);
-                if (s.mallocMaxSize < size || s.mallocLower > address || s.mallocUpper < address) {
-                    ++movedBack;
-                }
+                if (leave_out(reinterpret_cast<std::uintptr_t>(block), size)) ++movedBack;
             }
             std::free(block);
         });
