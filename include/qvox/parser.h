@@ -187,7 +187,7 @@ public:
     /// \name Writing
     /// A tree as markup, as it stands, in UTF-16, Shift_JIS or EUC-JP; the tree is not changed. In
     /// text and attribute values `<`, `>`, `&` and both quotes become references; nothing else is
-    /// escaped. An entity reference becomes `&name;`. All declarations of a document type, those of
+    /// escaped. An entity reference is written as one, by its name. All declarations of a document type, those of
     /// its external subset too, stand in its brackets; its comments and processing instructions are
     /// left out.
     ///
