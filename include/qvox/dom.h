@@ -46,6 +46,7 @@ struct LentText;
 /// the thing asked for answers null, false or Xstring::Null.
 class QVOX_API Node {
 public:
+    /// What getNodeType answers.
     enum NodeType : int {
         ELEMENT_NODE = 1,
         ATTRIBUTE_NODE = 2,
@@ -68,8 +69,8 @@ protected:
     // Nodes are freed by the calls named above only: not all of them are allocated one by one.
     virtual ~Node();
 
-public:  /// Appends a child, which leaves its old place first. A fragment gives all its children up
-         /// and
+public:
+    /// Appends a child, which leaves its old place first. A fragment gives all its children up and
     /// stays, empty, the caller's. Returns `newChild`. DOMException HIERARCHY_REQUEST_ERR for a
     /// null child, a type that can't stand here, and a node that would come under itself;
     /// WRONG_DOCUMENT_ERR for another document's node (not checked under a document).
@@ -84,16 +85,23 @@ public:  /// Appends a child, which leaves its old place first. A fragment gives
     /// Live and owned by the node; for a node that never had a child an empty list that all such
     /// nodes share.
     virtual NodeList* getChildNodes() const;
+    /// Null where there is none.
     virtual Node* getFirstChild() const;
+    /// Null where there is none.
     virtual Node* getLastChild() const;
     /// Null for a node without namespace.
     virtual const Xstring& getLocalName() const;
+    /// Null for a node without namespace.
     virtual const Xstring& getNamespaceURI() const;
     /// In constant time.
     virtual Node* getNextSibling() const;
+    /// The name of an element, attribute, entity or notation, the target of a processing
+    /// instruction, and "#text" and its like for the others.
     virtual const Xstring& getNodeName() const;
     /// A NodeType.
     virtual int getNodeType() const = 0;
+    /// The value of an attribute, the data of a text, comment or processing instruction, null for
+    /// the others.
     virtual const Xstring& getNodeValue() const;
     /// Null in a document and in a document type.
     virtual Document* getOwnerDocument() const;
@@ -103,7 +111,9 @@ public:  /// Appends a child, which leaves its old place first. A fragment gives
     virtual const Xstring& getPrefix() const;
     /// In constant time.
     virtual Node* getPreviousSibling() const;
+    /// False but for an element that has some.
     virtual bool hasAttributes() const;
+    /// Whether there are any.
     virtual bool hasChildNodes() const;
 
     /// Inserts a child in front of `refChild`, or at the end where that is null or this node never
@@ -131,10 +141,13 @@ public:  /// Appends a child, which leaves its old place first. A fragment gives
     /// namespace.
     virtual void setPrefix(const Xstring& prefix);
 
+    /// Nodes are made by documents.
     static void* operator new(std::size_t size);
+    /// Nodes are freed by DOMParser.
     static void operator delete(void* node);
 
 protected:
+    /// A node of that document, unattached.
     explicit Node(Document* document) noexcept : ownerDocument(document) {}
 
 private:
@@ -153,6 +166,7 @@ private:
 /// An ordered collection of nodes.
 class QVOX_API NodeList {
 public:
+    /// How many there are.
     virtual int getLength() const = 0;
     /// In constant time. Null for an index that is out of range.
     virtual Node* item(int index) const = 0;
@@ -166,15 +180,18 @@ protected:
 /// refuses changes. Names compare unit by unit; a null string counts as empty.
 class QVOX_API NamedNodeMap {
 public:
+    /// How many there are.
     virtual int getLength() const = 0;
     /// Null where there is none.
     virtual Node* getNamedItem(const Xstring& name) const = 0;
+    /// The same by namespace and local name.
     virtual Node* getNamedItemNS(const Xstring& namespaceURI, const Xstring& localName) const = 0;
     /// Null for an index that is out of range.
     virtual Node* item(int index) const = 0;
     /// Takes a node out and returns it; it is the caller's then, except an attribute with a
     /// declared default, which stays and takes that value. DOMException NOT_FOUND_ERR.
     virtual Node* removeNamedItem(const Xstring& name) = 0;
+    /// The same by namespace and local name.
     virtual Node* removeNamedItemNS(const Xstring& namespaceURI, const Xstring& localName) = 0;
     /// Puts a node in at the end and returns the node of the same name that it replaces, which is
     /// the caller's then, or null. A node that stands elsewhere leaves that place. DOMException
@@ -191,21 +208,32 @@ protected:
 /// below 0 or behind the end, and for a negative count; a count that goes past the end is cut.
 class QVOX_API CharacterData : public Node {
 public:
+    /// Puts text behind the data.
     virtual void appendData(const Xstring& arg);
+    /// Takes a stretch out of the data.
     virtual void deleteData(int offset, int count);
+    /// The text. Valid until it changes.
     virtual const Xstring& getData() const;
     /// In 16-bit units.
     virtual int getLength() const;
+    /// Puts text in front of a unit.
     virtual void insertData(int offset, const Xstring& arg);
+    /// Puts text in the place of a stretch.
     virtual void replaceData(int offset, int count, const Xstring& arg);
+    /// Puts text in the place of all the data.
     virtual void setData(const Xstring& arg);
+    /// A copy of a stretch.
     virtual Xstring substringData(int offset, int count) const;
 
+    /// As getData.
     const Xstring& getNodeValue() const override;
+    /// As setData.
     void setNodeValue(const Xstring& nodeValue) override;
 
 protected:
+    /// A node with a copy of that text.
     CharacterData(const unsigned short* text, Document* document);
+    /// A node that borrows that text.
     CharacterData(const LentText& text, Document* document) noexcept;
     ~CharacterData() override = default;
 
@@ -213,6 +241,7 @@ private:
     Xstring data;
 };
 
+/// Text between markup.
 class QVOX_API Text : public CharacterData {
 public:
     /// Cuts the node in two at the offset. The new node holds the rest and comes right behind this
@@ -224,12 +253,14 @@ protected:
     ~Text() override = default;
 };
 
+/// A text that was written, and will be, as a CDATA section.
 class QVOX_API CDATASection : public Text {
 protected:
     using Text::Text;
     ~CDATASection() override = default;
 };
 
+/// A comment, without its `<!--` and `-->`.
 class QVOX_API Comment : public CharacterData {
 protected:
     using CharacterData::CharacterData;
@@ -241,12 +272,15 @@ class Element;
 /// An attribute. Its value is in getValue; a Text child exists only after setValue.
 class QVOX_API Attr : public Node {
 public:
+    /// As getNodeName.
     virtual const Xstring& getName() const = 0;
     /// The element that has this attribute, or null.
     virtual Element* getOwnerElement() const = 0;
     /// False for a declared default and for a new attribute without value.
     virtual bool getSpecified() const = 0;
+    /// After normalisation, where it was read. Valid until it changes.
     virtual const Xstring& getValue() const = 0;
+    /// Makes the attribute a specified one.
     virtual void setValue(const Xstring& value) = 0;
 
 protected:
@@ -260,10 +294,12 @@ class QVOX_API Element : public Node {
 public:
     /// Xstring::Null where there is no such attribute.
     virtual const Xstring& getAttribute(const Xstring& name) const = 0;
+    /// The same by namespace and local name.
     virtual const Xstring& getAttributeNS(const Xstring& namespaceURI,
                                           const Xstring& localName) const = 0;
     /// Null where there is none.
     virtual Attr* getAttributeNode(const Xstring& name) const = 0;
+    /// The same by namespace and local name.
     virtual Attr* getAttributeNodeNS(const Xstring& namespaceURI,
                                      const Xstring& localName) const = 0;
     /// The descendants of that name, "*" for all, in document order as they are now. Each node has
@@ -272,13 +308,17 @@ public:
     /// The same by namespace and local name. An element without namespace is never found.
     virtual NodeList* getElementsByTagNameNS(const Xstring& namespaceURI,
                                              const Xstring& localName) = 0;
+    /// As getNodeName.
     virtual const Xstring& getTagName() const = 0;
+    /// Whether there is one, a declared default included.
     virtual bool hasAttribute(const Xstring& name) const = 0;
+    /// The same by namespace and local name.
     virtual bool hasAttributeNS(const Xstring& namespaceURI, const Xstring& localName) const = 0;
     /// No error where there is none. An attribute with a declared default takes that value instead.
     /// A removed attribute stays allocated until the document is freed: take it out with
     /// removeAttributeNode to free it earlier. DOMException INVALID_CHARACTER_ERR.
     virtual void removeAttribute(const Xstring& name) = 0;
+    /// The same by namespace and local name.
     virtual void removeAttributeNS(const Xstring& namespaceURI, const Xstring& localName) = 0;
     /// Takes out the attribute of that name, which need not be `attr`, and returns it: the caller's
     /// then, unless it has a declared default and stays. Null where there is none.
@@ -300,12 +340,14 @@ protected:
     ~Element() override = default;
 };
 
+/// Nodes without a common parent, to be put into a tree in one call.
 class QVOX_API DocumentFragment : public Node {
 protected:
     using Node::Node;
     ~DocumentFragment() override = default;
 };
 
+/// A reference to an entity, `&` and a name and `;`. A parse makes none.
 class QVOX_API EntityReference : public Node {
 protected:
     using Node::Node;
@@ -317,8 +359,11 @@ protected:
 /// DocumentType::getInternalSubset.
 class QVOX_API Entity : public Node {
 public:
+    /// Null for a parsed entity.
     virtual const Xstring& getNotationName() const = 0;
+    /// Null where there is none.
     virtual const Xstring& getPublicId() const = 0;
+    /// Null for an internal entity.
     virtual const Xstring& getSystemId() const = 0;
 
 protected:
@@ -329,7 +374,9 @@ protected:
 /// A declared notation. An empty identifier reads as null.
 class QVOX_API Notation : public Node {
 public:
+    /// Null where there is none.
     virtual const Xstring& getPublicId() const = 0;
+    /// Null where there is none.
     virtual const Xstring& getSystemId() const = 0;
 
 protected:
@@ -340,8 +387,11 @@ protected:
 /// A processing instruction; also the XML declaration of a parsed document, with the target "xml".
 class QVOX_API ProcessingInstruction : public Node {
 public:
+    /// Null for `<?target?>`.
     virtual const Xstring& getData() const = 0;
+    /// As getNodeName.
     virtual const Xstring& getTarget() const = 0;
+    /// Not looked at: `?>` in it ends the instruction where it is written.
     virtual void setData(const Xstring& data) = 0;
 
 protected:
@@ -357,10 +407,13 @@ public:
     /// The declarations of both subsets as text, without comments and processing instructions; null
     /// where there are none. Values stand in double quotes as they are. Made at the first call.
     virtual const Xstring& getInternalSubset() = 0;
+    /// As getNodeName: the name of the root element.
     virtual const Xstring& getName() const = 0;
     /// Null where there are none.
     virtual NamedNodeMap* getNotations() const = 0;
+    /// Null where there is none.
     virtual const Xstring& getPublicId() const = 0;
+    /// Null where there is none.
     virtual const Xstring& getSystemId() const = 0;
 
 protected:
@@ -373,19 +426,26 @@ protected:
 /// INVALID_CHARACTER_ERR. Namespaces are not checked.
 class QVOX_API Document : public Node, public DocumentTraversal, public DocumentRange {
 public:
+    /// Without a namespace and without a value.
     virtual Attr* createAttribute(const Xstring& name) = 0;
+    /// Without a value.
     virtual Attr* createAttributeNS(const Xstring& namespaceURI, const Xstring& qualifiedName) = 0;
     /// DOMException NOT_SUPPORTED_ERR in a document whose root is "html" in any case.
     virtual CDATASection* createCDATASection(const Xstring& data) = 0;
+    /// The data is not looked at.
     virtual Comment* createComment(const Xstring& data) = 0;
+    /// Empty.
     virtual DocumentFragment* createDocumentFragment() = 0;
+    /// Without a namespace.
     virtual Element* createElement(const Xstring& tagName) = 0;
+    /// With the prefix and local part that the name has.
     virtual Element* createElementNS(const Xstring& namespaceURI, const Xstring& qualifiedName) = 0;
     /// The reference has no children, whatever the entity.
     virtual EntityReference* createEntityReference(const Xstring& name) = 0;
     /// DOMException NOT_SUPPORTED_ERR in a document whose root is "html" in any case.
     virtual ProcessingInstruction* createProcessingInstruction(const Xstring& target,
                                                                const Xstring& data) = 0;
+    /// Any text: markup in it is escaped where it is written.
     virtual Text* createTextNode(const Xstring& data) = 0;
     /// The first document type among the children, or null.
     virtual DocumentType* getDoctype() const = 0;
@@ -397,8 +457,10 @@ public:
     /// As in Element, with the document element among what may be found. DOMException
     /// NOT_SUPPORTED_ERR without a document element.
     virtual NodeList* getElementsByTagName(const Xstring& tagName) = 0;
+    /// The same by namespace and local name.
     virtual NodeList* getElementsByTagNameNS(const Xstring& namespaceURI,
                                              const Xstring& localName) = 0;
+    /// The one of the process.
     virtual DOMImplementation* getImplementation() const = 0;
     /// A copy of another document's node for this one, the caller's; with `deep`, of its subtree.
     /// The other document is not locked. DOMException NOT_SUPPORTED_ERR for null, a document and a

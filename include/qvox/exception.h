@@ -14,6 +14,7 @@ class Locator;
 /// parse, the caller sees a plain QVOXException with that code and message.
 class QVOX_API QVOXException {
 public:
+    /// What was wrong.
     enum Code : int {
         FILE_OPEN_ERR = 1,                ///< a file can't be opened
         FILE_WRITE_ERR = 2,               ///< writing fails
@@ -36,6 +37,7 @@ public:
     /// `message` is Shift_JIS and is copied.
     QVOXException(Code code, const char* message);
 
+    /// What was wrong.
     Code getCode() const noexcept { return code; }
     /// The system's last error value (`errno`) at the moment of construction.
     unsigned long getSysCode() const noexcept { return sysCode; }
@@ -45,6 +47,7 @@ public:
     const Xstring& toString() const noexcept { return type; }
 
 protected:
+    /// For the classes below, which name themselves in toString().
     QVOXException(Code code, const char* message, const char* className, const char* codeName);
 
 private:
@@ -57,9 +60,11 @@ private:
 /// Base of the exceptions of SAX, and the one for handlers to throw (SAX2).
 class QVOX_API SAXException : public QVOXException {
 public:
+    /// `message` is Shift_JIS and is copied.
     SAXException(QVOXException::Code code, const char* message);
 
 protected:
+    /// For the classes below, which name themselves in toString().
     SAXException(QVOXException::Code code, const char* message, const char* className,
                  const char* codeName);
 };
@@ -68,10 +73,12 @@ protected:
 /// library passes it and never throws it.
 class QVOX_API SAXParseException : public SAXException {
 public:
+    /// `message` is Shift_JIS; it is copied, and the place too.
     SAXParseException(QVOXException::Code code, const char* message, const Locator& locator);
 
     /// The identifiers of the document's InputSource, also while an entity is being read.
     const Xstring& getPublicId() const noexcept { return publicId; }
+    /// \copydoc getPublicId
     const Xstring& getSystemId() const noexcept { return systemId; }
     /// The line of the scanner in the file being read, counted from 1.
     int getLineNumber() const noexcept { return lineNumber; }
@@ -88,18 +95,21 @@ private:
 /// A feature or property that no parser has (SAX2).
 class QVOX_API SAXNotRecognizedException : public SAXException {
 public:
+    /// `message` is Shift_JIS and is copied.
     explicit SAXNotRecognizedException(const char* message);
 };
 
 /// A feature or property that can't be read or set, or not now (SAX2).
 class QVOX_API SAXNotSupportedException : public SAXException {
 public:
+    /// `message` is Shift_JIS and is copied.
     explicit SAXNotSupportedException(const char* message);
 };
 
 /// A refused operation on a tree (DOM Level 2 Core).
 class QVOX_API DOMException : public QVOXException {
 public:
+    /// As in DOM Level 2 Core. Operations say which they raise.
     enum Code : int {
         INDEX_SIZE_ERR = 1,
         DOMSTRING_SIZE_ERR = 2,
@@ -118,6 +128,7 @@ public:
         INVALID_ACCESS_ERR = 15
     };
 
+    /// `message` is Shift_JIS and is copied.
     DOMException(DOMException::Code code, const char* message);
 
     /// The DOM's own code; that of the base class is DOM_ERR.
@@ -130,8 +141,10 @@ private:
 /// A refused operation on a range (DOM Level 2 Range).
 class QVOX_API RangeException : public QVOXException {
 public:
+    /// As in DOM Level 2 Range.
     enum Code : int { BAD_BOUNDARYPOINTS_ERR = 1, INVALID_NODE_TYPE_ERR = 2 };
 
+    /// `message` is Shift_JIS and is copied.
     RangeException(RangeException::Code code, const char* message);
 
     /// The range's own code; that of the base class is RANGE_ERR.

@@ -3,6 +3,9 @@
 #ifndef QVOX_EXPORT_H
 #define QVOX_EXPORT_H
 
+/// \def QVOX_API
+/// On a class or function: exported.
+
 #if defined(QVOX_STATIC)
 #define QVOX_API
 #elif defined(_WIN32)

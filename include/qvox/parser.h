@@ -31,7 +31,7 @@ inline constexpr const char* FEATURE_VALIDATION = "http://xml.org/sax/features/v
 /// Stored and answered, without effect: external entities are read.
 inline constexpr const char* FEATURE_EXTERNAL_GENERAL_ENTITIES =
     "http://xml.org/sax/features/external-general-entities";
-/// \copydoc FEATURE_EXTERNAL_GENERAL_ENTITIES
+/// The same for parameter entities and the external subset.
 inline constexpr const char* FEATURE_EXTERNAL_PARAMETER_ENTITIES =
     "http://xml.org/sax/features/external-parameter-entities";
 /// Whether files other than the document are opened: external subsets and entities; true at first.
@@ -79,6 +79,7 @@ inline constexpr const char* PROPERTY_DOM_NODE = "http://www.w3.org/dom/Node";
 /// Names, values, comments and texts may be as long as memory allows.
 class QVOX_API Parser {
 public:
+    /// What getType answers.
     enum Type { SAX_PARSER = 0, DOM_PARSER = 1 };
 
     Parser();
@@ -97,16 +98,18 @@ public:
     /// The source of the running parse, null for a document in memory. Meaningless outside a parse.
     InputSource* getInputSource() const noexcept { return inputSource; }
 
+    /// Which of the two parsers this is.
     virtual Type getType() const = 0;
 
 protected:
     /// Not virtual: a parser is destroyed as what it is.
     ~Parser();
 
+    /// The run of a parse, of a file or of a document in memory.
     void parse(const char* fileName, InputSource* source, unsigned short* memory,
                Document** document);
 
-    ParserImpl* impl;
+    ParserImpl* impl;  ///< features and what else outlives a parse
 
 private:
     friend class Parse;
@@ -121,9 +124,13 @@ public:
     SAXParser() = default;
     ~SAXParser() = default;
 
+    /// Null for none.
     ContentHandler* getContentHandler() const override;
+    /// Null for none.
     DTDHandler* getDTDHandler() const override;
+    /// Null for none.
     EntityResolver* getEntityResolver() const override;
+    /// Null for none.
     ErrorHandler* getErrorHandler() const override;
     /// \copydoc Parser::getFeature
     bool getFeature(const char* name) const override;
@@ -139,9 +146,13 @@ public:
     void parse(InputSource& source) override;
     /// The same for a file name in Shift_JIS.
     void parse(const char* systemId) override;
+    /// Stays the caller's; null takes it away. The next event sees the new one.
     void setContentHandler(const ContentHandler* handler) override;
+    /// Stays the caller's; null takes it away. The next event sees the new one.
     void setDTDHandler(const DTDHandler* handler) override;
+    /// Stays the caller's; null takes it away. The next event sees the new one.
     void setEntityResolver(const EntityResolver* resolver) override;
+    /// Stays the caller's; null takes it away. The next event sees the new one.
     void setErrorHandler(const ErrorHandler* handler) override;
     /// \copydoc Parser::setFeature
     void setFeature(const char* name, bool value) override;
@@ -187,9 +198,9 @@ public:
     /// \name Writing
     /// A tree as markup, as it stands, in UTF-16, Shift_JIS or EUC-JP; the tree is not changed. In
     /// text and attribute values `<`, `>`, `&` and both quotes become references; nothing else is
-    /// escaped. An entity reference is written as one, by its name. All declarations of a document type, those of
-    /// its external subset too, stand in its brackets; its comments and processing instructions are
-    /// left out.
+    /// escaped. An entity reference is written as one. All declarations of a document type, those
+    /// of its external subset too, stand in its brackets; its comments and processing instructions
+    /// are left out.
     ///
     /// The XML declaration is the first child if that is a processing instruction "xml". Where the
     /// output has to be declared in another encoding it is written with that name; a document

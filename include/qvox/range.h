@@ -100,9 +100,13 @@ public:
     /// cloneContents, then deleteContents: what comes back are copies. If the copying raises,
     /// nothing is deleted.
     virtual DocumentFragment* extractContents() = 0;
+    /// The start as it was set.
     virtual Node* getStartContainer() const = 0;
+    /// The start as it was set.
     virtual int getStartOffset() const = 0;
+    /// The end as it was set.
     virtual Node* getEndContainer() const = 0;
+    /// The end as it was set.
     virtual int getEndOffset() const = 0;
     /// Whether the points were one when they were last set. False for points in different
     /// containers, also where they meet.

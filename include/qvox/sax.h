@@ -23,7 +23,9 @@ class QVOX_API Attributes {
 public:
     /// The index of the attribute, or -1.
     virtual int getIndex(const Xstring& uri, const Xstring& localName) const = 0;
+    /// The same by the name as it stood in the document.
     virtual int getIndex(const Xstring& qName) const = 0;
+    /// How many there are.
     virtual int getLength() const = 0;
     /// Null while namespaces are off, but for an xmlns attribute, which has the local name "xmlns".
     virtual const Xstring& getLocalName(int index) const = 0;
@@ -31,12 +33,17 @@ public:
     virtual const Xstring& getQName(int index) const = 0;
     /// The declared type, such as "CDATA" or "(a|b)"; null for an attribute without declaration.
     virtual const Xstring& getType(const Xstring& uri, const Xstring& localName) const = 0;
+    /// \copydoc getType(const Xstring&,const Xstring&) const
     virtual const Xstring& getType(const Xstring& qName) const = 0;
+    /// \copydoc getType(const Xstring&,const Xstring&) const
     virtual const Xstring& getType(int index) const = 0;
+    /// Null where the name has no namespace.
     virtual const Xstring& getURI(int index) const = 0;
     /// The value after normalisation (XML 1.0, attribute-value normalisation).
     virtual const Xstring& getValue(const Xstring& uri, const Xstring& localName) const = 0;
+    /// \copydoc getValue(const Xstring&,const Xstring&) const
     virtual const Xstring& getValue(const Xstring& qName) const = 0;
+    /// \copydoc getValue(const Xstring&,const Xstring&) const
     virtual const Xstring& getValue(int index) const = 0;
 
 protected:
@@ -50,7 +57,9 @@ public:
     virtual int getColumnNumber() const = 0;
     /// Counted from 1.
     virtual int getLineNumber() const = 0;
+    /// That of the document's InputSource.
     virtual const Xstring& getPublicId() const = 0;
+    /// \copydoc getPublicId
     virtual const Xstring& getSystemId() const = 0;
 
 protected:
@@ -64,15 +73,22 @@ protected:
 class QVOX_API InputSource {
 public:
     InputSource() = default;
+    /// A source with that system identifier.
     InputSource(const Xstring& systemId);
-    /// `systemId` is Shift_JIS.
+    /// The same; `systemId` is Shift_JIS.
     InputSource(const char* systemId);
 
+    /// Null until it is set.
     const Xstring& getEncoding() const noexcept { return encoding; }
+    /// Null until it is set.
     const Xstring& getPublicId() const noexcept { return publicId; }
+    /// Null until it is set.
     const Xstring& getSystemId() const noexcept { return systemId; }
+    /// Takes a copy; nothing is looked at.
     void setEncoding(const Xstring& value) { encoding = value; }
+    /// Takes a copy; nothing is looked at.
     void setPublicId(const Xstring& value) { publicId = value; }
+    /// Takes a copy; nothing is looked at.
     void setSystemId(const Xstring& value) { systemId = value; }
 
 private:
@@ -90,7 +106,9 @@ public:
     /// Up to that length a CR, which only a character reference can give, is LF here; a longer text
     /// keeps it.
     virtual void characters(const Xstring& text) = 0;
+    /// Behind all else. Not called where the parse failed.
     virtual void endDocument() = 0;
+    /// For `<a/>` too, right behind its startElement. Names are those of startElement.
     virtual void endElement(const Xstring& uri, const Xstring& localName, const Xstring& qName) = 0;
     /// In the order of startPrefixMapping, behind endElement. Not called while namespaces are off.
     virtual void endPrefixMapping(const Xstring& prefix) = 0;
@@ -102,6 +120,7 @@ public:
     virtual void setDocumentLocator(const Locator& locator) = 0;
     /// Never called.
     virtual void skippedEntity(const Xstring& name) = 0;
+    /// Ahead of all else.
     virtual void startDocument() = 0;
     /// `uri` and `localName` are null while namespaces are off; `uri` is null too where the name
     /// has no namespace. `attributes` is valid during the call only.
@@ -133,6 +152,7 @@ protected:
 /// called: external entities are opened straight from their system identifiers.
 class QVOX_API EntityResolver {
 public:
+    /// The source to read in the place of the entity (SAX2).
     virtual InputSource resolveEntity(const Xstring& publicId, const Xstring& systemId) = 0;
 
 protected:
@@ -158,11 +178,15 @@ protected:
 /// it as the property PROPERTY_LEXICAL_HANDLER.
 class QVOX_API LexicalHandler {
 public:
+    /// `text` is all that stands between `<!--` and `-->`.
     virtual void comment(const Xstring& text) = 0;
+    /// Behind the characters() of the section.
     virtual void endCDATA() = 0;
     /// Behind the declarations of the internal and the external subset.
     virtual void endDTD() = 0;
+    /// When the scanner has read the entity's text.
     virtual void endEntity(const Xstring& name) = 0;
+    /// Ahead of the characters() of the section.
     virtual void startCDATA() = 0;
     /// Identifiers that the declaration doesn't have are null.
     virtual void startDTD(const Xstring& name, const Xstring& publicId,
@@ -188,8 +212,10 @@ public:
                                const Xstring& value) = 0;
     /// `model` has no white space, as in "(a,(b|c)*)".
     virtual void elementDecl(const Xstring& name, const Xstring& model) = 0;
+    /// A parameter entity's name begins with "%". `publicId` may be null.
     virtual void externalEntityDecl(const Xstring& name, const Xstring& publicId,
                                     const Xstring& systemId) = 0;
+    /// `value` is the replacement text.
     virtual void internalEntityDecl(const Xstring& name, const Xstring& value) = 0;
 
 protected:
@@ -234,19 +260,33 @@ public:
 /// not owned, may be null, and may be changed at any time: the next event sees the new one.
 class QVOX_API XMLReader {
 public:
+    /// Null for none.
     virtual ContentHandler* getContentHandler() const = 0;
+    /// Null for none.
     virtual DTDHandler* getDTDHandler() const = 0;
+    /// Null for none.
     virtual EntityResolver* getEntityResolver() const = 0;
+    /// Null for none.
     virtual ErrorHandler* getErrorHandler() const = 0;
+    /// As SAXParser::getFeature.
     virtual bool getFeature(const char* name) const = 0;
+    /// As SAXParser::getProperty.
     virtual void* getProperty(const char* name) const = 0;
+    /// As SAXParser::parse(InputSource&).
     virtual void parse(InputSource& source) = 0;
+    /// As SAXParser::parse(const char*).
     virtual void parse(const char* systemId) = 0;
+    /// Null takes the handler away.
     virtual void setContentHandler(const ContentHandler* handler) = 0;
+    /// Null takes the handler away.
     virtual void setDTDHandler(const DTDHandler* handler) = 0;
+    /// Null takes the resolver away.
     virtual void setEntityResolver(const EntityResolver* resolver) = 0;
+    /// Null takes the handler away.
     virtual void setErrorHandler(const ErrorHandler* handler) = 0;
+    /// As SAXParser::setFeature.
     virtual void setFeature(const char* name, bool value) = 0;
+    /// As SAXParser::setProperty.
     virtual void setProperty(const char* name, const void* value) = 0;
 
 protected:
@@ -257,7 +297,9 @@ protected:
 /// neither has nor calls one.
 class QVOX_API XMLFilter {
 public:
+    /// The reader that this one stands before.
     virtual XMLReader* getParent() const = 0;
+    /// Names that reader; it stays the caller's.
     virtual void setParent(XMLReader* parent) = 0;
 
 protected:

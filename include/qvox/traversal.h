@@ -21,6 +21,7 @@ class Node;
 /// always of the one node: whether its subtree is entered depends on the operation alone.
 class QVOX_API NodeFilter {
 public:
+    /// What acceptNode answers. REJECT and SKIP do the same.
     enum Result : int { FILTER_ACCEPT = 0, FILTER_REJECT = 2, FILTER_SKIP = 3 };
 
     /// The masks of `whatToShow`: bit t - 1 shows the node type t.
@@ -52,9 +53,11 @@ class QVOX_API NodeIterator {
 public:
     /// Ends the iterator: no further steps. A second call is no error.
     virtual void detach() = 0;
+    /// As given at creation.
     virtual NodeFilter* getFilter() const = 0;
     /// Null after detach().
     virtual Node* getRoot() const = 0;
+    /// As given at creation.
     virtual unsigned long getWhatToShow() const = 0;
     /// As given at creation. It has no effect: entity references are entered like any node.
     virtual bool getExpandEntityReferences() const = 0;
@@ -75,19 +78,29 @@ protected:
 /// and previousSibling stay on one level: what lies below a node that isn't shown is not looked at.
 class QVOX_API TreeWalker {
 public:
+    /// The first child of the current node that is shown.
     virtual Node* firstChild() = 0;
+    /// Where the walker stands: the root at first.
     virtual Node* getCurrentNode() const = 0;
+    /// As given at creation.
     virtual NodeFilter* getFilter() const = 0;
+    /// As given at creation.
     virtual Node* getRoot() const = 0;
+    /// As given at creation.
     virtual unsigned long getWhatToShow() const = 0;
     /// As given at creation. It has no effect: entity references are entered like any node.
     virtual bool getExpandEntityReferences() const = 0;
+    /// The last child of the current node that is shown.
     virtual Node* lastChild() = 0;
+    /// The next sibling that is shown.
     virtual Node* nextSibling() = 0;
+    /// The next node in document order that is shown.
     virtual Node* nextNode() = 0;
     /// May go above the root.
     virtual Node* parentNode() = 0;
+    /// The node in front of this one, in document order, that is shown.
     virtual Node* previousNode() = 0;
+    /// The previous sibling that is shown.
     virtual Node* previousSibling() = 0;
     /// Any node, also outside the root's subtree. DOMException NOT_SUPPORTED_ERR for null.
     virtual void setCurrentNode(Node* node) = 0;
