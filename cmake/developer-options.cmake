@@ -3,6 +3,7 @@
 option(QVOX_BUILD_TESTS "Build the tests (needs GoogleTest)" OFF)
 option(QVOX_BUILD_BENCH "Build the benchmarks (needs Google Benchmark)" OFF)
 option(QVOX_BUILD_FUZZ "Build the fuzzers (needs clang)" OFF)
+option(QVOX_PACKAGE "Generate the target package: Debian packages" OFF)
 option(QVOX_REQUIRE_ALL "Fail, rather than leave a part out, where a package is missing" OFF)
 option(QVOX_WERROR "Treat warnings as errors" OFF)
 set(QVOX_SANITIZE "" CACHE STRING "Sanitizers to build with, as in \"address,undefined\"")

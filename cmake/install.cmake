@@ -6,14 +6,19 @@ include(CMakePackageConfigHelpers)
 
 set(qvox_package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/qvox)
 
-install(DIRECTORY include/qvox DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY include/qvox DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
+        FILES_MATCHING PATTERN "*.h")
 install(TARGETS qvox EXPORT qvox-targets
+        RUNTIME COMPONENT library
+        LIBRARY COMPONENT library NAMELINK_COMPONENT development
+        ARCHIVE COMPONENT development
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 if(TARGET qvox_program)
-  install(TARGETS qvox_program)
+  install(TARGETS qvox_program COMPONENT program)
 endif()
 
-install(EXPORT qvox-targets NAMESPACE qvox:: DESTINATION ${qvox_package_folder})
+install(EXPORT qvox-targets NAMESPACE qvox:: DESTINATION ${qvox_package_folder}
+        COMPONENT development)
 configure_package_config_file(cmake/qvox-config.cmake.in ${PROJECT_BINARY_DIR}/qvox-config.cmake
                               INSTALL_DESTINATION ${qvox_package_folder})
 # Before 1.0 a new minor version may change the interface.
@@ -21,7 +26,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/qvox-config-version.cmake
                                  COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/qvox-config.cmake
               ${PROJECT_BINARY_DIR}/qvox-config-version.cmake
-        DESTINATION ${qvox_package_folder})
+        DESTINATION ${qvox_package_folder} COMPONENT development)
 
 # Relative to the .pc file where the folders of the installation are relative to the prefix.
 if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
@@ -40,4 +45,5 @@ else()
 endif()
 get_target_property(pc_library qvox OUTPUT_NAME)
 configure_file(cmake/qvox.pc.in ${PROJECT_BINARY_DIR}/qvox.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/qvox.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES ${PROJECT_BINARY_DIR}/qvox.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+        COMPONENT development)
