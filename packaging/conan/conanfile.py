@@ -8,8 +8,6 @@ from conan.tools.build import check_min_cppstd
 from conan.tools.cmake import CMake, CMakeDeps, CMakeToolchain, cmake_layout
 from conan.tools.files import copy, load, rmdir
 
-CHECKOUT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
-
 
 class QvoxRecipe(ConanFile):
     name = "qvox"
@@ -20,13 +18,17 @@ class QvoxRecipe(ConanFile):
     options = {"tools": [True, False]}
     default_options = {"tools": False}
 
+    @property
+    def _checkout(self):
+        return os.path.join(self.recipe_folder, "..", "..")
+
     def set_version(self):
-        header = load(self, os.path.join(self.recipe_folder, "..", "..", "include/qvox/version.h"))
+        header = load(self, os.path.join(self._checkout, "include/qvox/version.h"))
         self.version = re.search(r'#define QVOX_VERSION "([0-9.]+)"', header).group(1)
 
     def export_sources(self):
         for part in ("CMakeLists.txt", "cmake/*", "include/*", "src/*", "tools/*", "docs/*"):
-            copy(self, part, CHECKOUT, self.export_sources_folder)
+            copy(self, part, self._checkout, self.export_sources_folder)
 
     def layout(self):
         cmake_layout(self)
