@@ -1,5 +1,5 @@
 /// \file
-/// Where the library's report lines go.
+/// Where the library's report lines go, and where in a document errors are.
 #ifndef QVOX_REPORT_H
 #define QVOX_REPORT_H
 
@@ -18,6 +18,18 @@ namespace qvox {
 /// whole, and never inside another one. When the call has returned, nothing more goes to the
 /// earlier stream, which may then be closed; the new one must stay open until the next call.
 QVOX_API std::FILE* setReportOutput(std::FILE* stream) noexcept;
+
+/// Where in the document a parse found its error, as an ErrorHandler hears it: counted from 1, the
+/// column in display cells. 0 and 0 for no place.
+struct ErrorPlace {
+    int line = 0;
+    int column = 0;
+};
+
+/// The place of the last error that a parse reported on this thread since the last call, also of a
+/// DOMParser, which has no handlers. Call it once ahead of a parse, and again for the exception that
+/// came out of it.
+QVOX_API ErrorPlace takeErrorPlace() noexcept;
 
 }  // namespace qvox
 

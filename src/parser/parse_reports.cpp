@@ -30,9 +30,9 @@ private:
 }  // namespace
 
 void ParseReports::hear(ReportLevel level, QVOXException::Code code, const char* message) {
-    if (tellingErrorHandler || parser.getType() != Parser::SAX_PARSER || !parser.isParsing()) {
-        return;
-    }
+    if (!parser.isParsing()) return;
+    if (level == REPORT_ERROR) note_error_place(input.curLine(), input.tokenCol());
+    if (tellingErrorHandler || parser.getType() != Parser::SAX_PARSER) return;
     ErrorHandler* handler = static_cast<SAXParser&>(parser).getErrorHandler();
     if (handler == nullptr) return;
     const InputSource& source = *parser.getInputSource();

@@ -46,6 +46,8 @@ void drop_split_character(char* message) {
     }
 }
 
+thread_local ErrorPlace errorPlace;  // what takeErrorPlace() gives
+
 // Report lines come from all threads.
 struct ReportOutput {
     std::mutex lock;
@@ -76,6 +78,10 @@ std::FILE* setReportOutput(std::FILE* stream) noexcept {
     const std::lock_guard guard(output.lock);
     return std::exchange(output.stream, stream);
 }
+
+ErrorPlace takeErrorPlace() noexcept { return std::exchange(errorPlace, {}); }
+
+void note_error_place(int line, int column) { errorPlace = {line, column}; }
 
 void qvox_report(ReportLevel level, int code, const char* format, ...) {
     char message[MESSAGE_SIZE];

@@ -25,6 +25,9 @@ enum ReportLevel : int {
 // Shift_JIS character that fits into 4096 bytes. A handler that throws leaves from here.
 void qvox_report(ReportLevel level, int code, const char* format, ...) QVOX_PRINTF_LIKE(3, 4);
 
+// What takeErrorPlace() gives, for the errors of a parse.
+void note_error_place(int line, int column);
+
 // Writes a line to standard output if debugEnabled; otherwise doesn't even format it.
 void qvox_debug(const char* format, ...) QVOX_PRINTF_LIKE(1, 2);
 
