@@ -1,7 +1,5 @@
 // Prints the names of a document's elements, each indented by its depth.
 #include <cstdio>
-#include <filesystem>
-#include <string>
 
 #include <qvox/qvox.h>
 
@@ -10,9 +8,7 @@ class Outline : public qvox::DefaultHandler {
 
     void startElement(const qvox::Xstring&, const qvox::Xstring&, const qvox::Xstring& qName,
                       const qvox::Attributes&) override {
-        // Texts are UTF-16. What turns them into the terminal's encoding in C++17 is a path.
-        const std::u16string name(qName.data(), qName.data() + qName.length());
-        std::printf("%*s%s\n", 2 * depth++, "", std::filesystem::path(name).string().c_str());
+        std::printf("%*s%s\n", 2 * depth++, "", qName.utf8().c_str());
     }
     void endElement(const qvox::Xstring&, const qvox::Xstring&, const qvox::Xstring&) override {
         --depth;

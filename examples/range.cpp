@@ -1,22 +1,13 @@
 // Cuts the first line out of an order's remarks and moves it to their end, into an element.
 #include <cstdio>
-#include <filesystem>
-#include <string>
 
 #include <qvox/qvox.h>
-
-// Texts are UTF-16. Narrow text that goes in would be taken for Shift_JIS.
-static qvox::Xstring wide(const char16_t* s) { return reinterpret_cast<const unsigned short*>(s); }
-static std::string narrow(const qvox::Xstring& s) {
-    const std::u16string units(s.data(), s.data() + s.length());
-    return std::filesystem::path(units).string();
-}
 
 int main(int argc, char** argv) {
     qvox::DOMParser parser;
     try {
         qvox::Document* order = parser.parse(argc == 2 ? argv[1] : "");
-        qvox::NodeList* all = order->getElementsByTagName(wide(u"備考"));
+        qvox::NodeList* all = order->getElementsByTagName(u"備考");
         qvox::Node* remarks = all->item(all->getLength() - 1);  // those of the whole order
         qvox::Node* text = remarks != nullptr ? remarks->getFirstChild() : nullptr;
         const unsigned lineEnd = text != nullptr ? text->getNodeValue().find("\n") : ~0U;
@@ -25,7 +16,7 @@ int main(int argc, char** argv) {
         qvox::Range* range = order->createRange();
         range->setStart(text, 0);
         range->setEnd(text, static_cast<int>(lineEnd) + 1);
-        std::printf("moved: %s", narrow(range->toString()).c_str());
+        std::printf("moved: %s", range->toString().utf8().c_str());
         qvox::DocumentFragment* line = range->extractContents();
 
         // A range stays where it is when the tree changes: it is set anew for each step.
@@ -33,10 +24,10 @@ int main(int argc, char** argv) {
         range->collapse(false);
         range->insertNode(line);
         range->selectNode(remarks->getLastChild());
-        range->surroundContents(order->createElement(wide(u"追記")));
+        range->surroundContents(order->createElement(u"追記"));
 
         range->selectNodeContents(remarks);
-        std::printf("now: %s", narrow(range->toString()).c_str());
+        std::printf("now: %s", range->toString().utf8().c_str());
         parser.freeNode(line);  // the fragment, which is empty now
         order->freeRange(range);
         parser.free(order);

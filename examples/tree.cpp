@@ -1,30 +1,23 @@
 // Raises the prices of an order by a tenth, keeps the old ones, and prints the order's entries.
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 
 #include <qvox/qvox.h>
-
-// Texts are UTF-16. Narrow text that goes in would be taken for Shift_JIS.
-static qvox::Xstring wide(const char16_t* s) { return reinterpret_cast<const unsigned short*>(s); }
-static std::string narrow(const qvox::Xstring& s) {
-    const std::u16string units(s.data(), s.data() + s.length());
-    return std::filesystem::path(units).string();
-}
 
 int main(int argc, char** argv) {
     qvox::DOMParser parser;
     try {
         qvox::Document* order = parser.parse(argc == 2 ? argv[1] : "");
 
-        qvox::NodeList* prices = order->getElementsByTagName(wide(u"単価"));
+        // Texts are UTF-16. Narrow text that goes in would be taken for Shift_JIS.
+        qvox::NodeList* prices = order->getElementsByTagName(u"単価");
         for (int i = 0; i < prices->getLength(); ++i) {
             auto* price = static_cast<qvox::Element*>(prices->item(i));
             qvox::Node* text = price->getFirstChild();
             if (text == nullptr) continue;
-            price->setAttribute(wide(u"旧"), text->getNodeValue());
-            const int amount = std::atoi(narrow(text->getNodeValue()).c_str());
+            price->setAttribute(u"旧", text->getNodeValue());
+            const int amount = std::atoi(text->getNodeValue().utf8().c_str());
             text->setNodeValue(std::to_string(amount + amount / 10).c_str());
         }
 
@@ -33,10 +26,10 @@ int main(int argc, char** argv) {
         while (const qvox::Node* text = walker->nextNode()) {
             const auto* element = static_cast<const qvox::Element*>(text->getParentNode());
             if (element->getFirstChild() != element->getLastChild()) continue;  // blanks in between
-            std::printf("%s: %s", narrow(element->getNodeName()).c_str(),
-                        narrow(text->getNodeValue()).c_str());
-            const qvox::Xstring& old = element->getAttribute(wide(u"旧"));
-            if (!old.isNull()) std::printf(" (%s)", narrow(old).c_str());
+            std::printf("%s: %s", element->getNodeName().utf8().c_str(),
+                        text->getNodeValue().utf8().c_str());
+            const qvox::Xstring& old = element->getAttribute(u"旧");
+            if (!old.isNull()) std::printf(" (%s)", old.utf8().c_str());
             std::printf("\n");
         }
         order->freeTreeWalker(walker);

@@ -27,8 +27,8 @@ struct ErrorPlace {
 };
 
 /// The place of the last error that a parse reported on this thread since the last call, also of a
-/// DOMParser, which has no handlers. Call it once ahead of a parse, and again for the exception that
-/// came out of it.
+/// DOMParser, which has no handlers. Call it once ahead of a parse, and again for the exception
+/// that came out of it.
 QVOX_API ErrorPlace takeErrorPlace() noexcept;
 
 }  // namespace qvox

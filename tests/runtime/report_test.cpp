@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+
 #include <qvox/qvox.h>
 
 #include "support/recorder.h"
