@@ -215,23 +215,27 @@ private:
         return 0x10000 + ((first & 0x3FF) << 10) + (second & 0x3FF);
     }
 
-    static std::string number(const char* format, char32_t character) {
+    static std::string hexadecimal(char32_t character, int digits) {
         char text[16];
-        std::snprintf(text, sizeof text, format, static_cast<unsigned>(character));
+        std::snprintf(text, sizeof text, "%0*X", digits, static_cast<unsigned>(character));
         return text;
+    }
+
+    static std::string reference(char32_t character) {
+        return "&#x" + hexadecimal(character, 1) + ';';
     }
 
     void put_or_refer(std::u16string_view referred) {
         const bool mustRefer = referred.find(units[at]) != std::u16string_view::npos;
         const char32_t character = next();
-        if (mustRefer || !out.put(character)) out.put(number("&#x%X;", character));
+        if (mustRefer || !out.put(character)) out.put(reference(character));
     }
 
     void put_or_refuse(const char* where) {
         const char32_t character = next();
         if (out.put(character)) return;
-        throw error(QVOXException::INVALID_CHAR_ERR,
-                    number("U+%04X in ", character) + where + " can't be written in " + name);
+        throw error(QVOXException::INVALID_CHAR_ERR, "U+" + hexadecimal(character, 4) + " in " +
+                                                         where + " can't be written in " + name);
     }
 
     void put_to(std::size_t end, const char* where) {
@@ -251,7 +255,7 @@ private:
             const bool mustRefer = units[at] == u'\r';
             const char32_t character = next();
             if (!mustRefer && out.put(character)) continue;
-            out.put("]]>" + number("&#x%X;", character) + "<![CDATA[");
+            out.put("]]>" + reference(character) + "<![CDATA[");
         }
     }
 
