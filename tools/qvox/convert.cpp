@@ -1,25 +1,23 @@
 // `qvox convert`: a document in another encoding.
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <system_error>
-#include <vector>
 
-#include "characters.h"
 #include "command.h"
+#include "destination.h"
 #include "document.h"
+#include "document_reader.h"
+#include "document_writer.h"
 #include "escape.h"
-#include "literals.h"
-#include "result_text.h"
+#include "event_digest.h"
+#include "fitting.h"
+#include "markup_lines.h"
+#include "misfit_report.h"
 #include "source_file.h"
 #include "target_encoding.h"
-#include "tree_difference.h"
-#include "tree_parse.h"
-#include "written_document.h"
+#include "temporary_file.h"
 
 namespace {
 
@@ -30,167 +28,240 @@ struct Job {
     std::optional<std::string> outputName;  // standard output without one
 };
 
-void complain(const Job& job, const std::string& message) {
-    std::fputs(describe(job.fileName, {0, 0, message}).c_str(), stderr);
-}
-
-void complain(const Job& job, const SourceFile& source, Failure failure) {
-    source.rename(failure.message);
-    std::fputs(describe(job.fileName, failure).c_str(), stderr);
-}
-
-// A warning tells of a reference that stands for nothing, and so of text that the result won't
-// have.
-class WarningPrinter final : public qvox::DefaultHandler {
+// Passes a document on to two sinks.
+class Tee final : public DocumentSink {
 public:
-    WarningPrinter(const Job& currentJob, const SourceFile& sourceFile)
-        : job(currentJob), source(sourceFile) {}
+    Tee(DocumentSink& firstSink, DocumentSink& secondSink) : first(firstSink), second(secondSink) {}
 
-    void warning(const qvox::SAXParseException& exception) override {
-        Failure noted = {exception.getLineNumber(), exception.getColumnNumber(), "warning: "};
-        append_message(noted.message, exception.getMessage(), source.path(), Style::PLAIN);
-        complain(job, source, noted);
+    void xmlDeclaration(const XmlDeclaration& declaration) override {
+        first.xmlDeclaration(declaration);
+        second.xmlDeclaration(declaration);
+    }
+    void documentType(UnitView text, const Literals& literals) override {
+        first.documentType(text, literals);
+        second.documentType(text, literals);
+    }
+    void startElement(UnitView name, const std::vector<Attribute>& attributes) override {
+        first.startElement(name, attributes);
+        second.startElement(name, attributes);
+    }
+    void endElement(UnitView name) override {
+        first.endElement(name);
+        second.endElement(name);
+    }
+    void text(UnitView text) override {
+        first.text(text);
+        second.text(text);
+    }
+    void startCdata() override {
+        first.startCdata();
+        second.startCdata();
+    }
+    void endCdata() override {
+        first.endCdata();
+        second.endCdata();
+    }
+    void comment(UnitView text) override {
+        first.comment(text);
+        second.comment(text);
+    }
+    void processingInstruction(UnitView target, UnitView data) override {
+        first.processingInstruction(target, data);
+        second.processingInstruction(target, data);
     }
 
 private:
-    const Job& job;
-    const SourceFile& source;
+    DocumentSink& first;
+    DocumentSink& second;
 };
 
-// Whether the document can be read, by a parse of its own, because a parse into a tree tells
-// neither the places of errors nor warnings nor literals.
-bool is_good(const Job& job, const SourceFile& source, Literals& literals) {
-    WarningPrinter printer(job, source);
-    qvox::SAXParser parser;
-    parser.setErrorHandler(&printer);
-    const LiteralRecorder recorder(parser);
-    const std::optional<Failure> failure = parse_document(parser, source.path());
-    if (failure) complain(job, source, *failure);
-    literals = recorder.literals();
-    return !failure;
+class Conversion {
+public:
+    Conversion(const Job& currentJob, const SourceFile& sourceFile)
+        : job(currentJob), source(sourceFile), way(way_to_read(source.path())) {}
+
+    // Whether the result has been written and is the same document. Complains if not. Throws
+    // std::system_error where the file can't be written.
+    bool write(TemporaryFile& result);
+
+private:
+    bool write(Output output);
+    bool writeEvents(DocumentSink& writer);
+    bool writeNodes(DocumentSink& writer);
+    bool comesBack(const std::string& resultPath);
+    std::string differenceIn(std::size_t block, const std::string& resultPath);
+    bool takesMisfits(const Misfits& misfits);
+    void warnOfLosses(int splitSections);
+
+    void complain(const std::string& message, int line = 0);
+    bool complain(Failure failure);
+
+    // A warning tells of a reference that stands for nothing, and so of text that the result won't
+    // have.
+    class WarningPrinter final : public qvox::DefaultHandler {
+    public:
+        explicit WarningPrinter(Conversion& ofConversion) : conversion(ofConversion) {}
+
+        void warning(const qvox::SAXParseException& exception) override {
+            Failure noted = {exception.getLineNumber(), exception.getColumnNumber(), "warning: "};
+            append_message(noted.message, exception.getMessage(), conversion.source.path(),
+                           Style::PLAIN);
+            conversion.complain(noted);
+        }
+
+    private:
+        Conversion& conversion;
+    };
+
+    const Job& job;
+    const SourceFile& source;
+    const Way way;
+    Findings findings;
+    EventDigest digest = EventDigest(job.encoding);
+};
+
+void Conversion::complain(const std::string& message, int line) {
+    std::fputs(describe(job.fileName, {line, 0, message}).c_str(), stderr);
 }
 
-void append_shown(std::string& text, char32_t character) {
-    const Units units = units_of(character);
-    escape_units(text, units.data(), static_cast<int>(units.size()), Style::PLAIN);
+bool Conversion::complain(Failure failure) {
+    source.rename(failure.message);
+    std::fputs(describe(job.fileName, failure).c_str(), stderr);
+    return false;
 }
 
-std::size_t count_of(const Misfits& misfits) {
-    std::size_t count = 0;
-    for (const auto& [character, lines] : misfits) count += lines.size();
-    return count;
-}
-
-std::string in_words(std::size_t characters) {
-    return std::to_string(characters) + (characters == 1 ? " character" : " characters");
-}
-
-// "  U+20BB7 <the character>: lines 3, 7 (4 times)"
-std::string in_words(char32_t character, const std::vector<int>& lines) {
-    constexpr std::size_t MOST_LINES = 20;
-    char number[16];
-    std::snprintf(number, sizeof number, "  U+%04X ", static_cast<unsigned>(character));
-    std::string text = number;
-    append_shown(text, character);
-
-    std::vector<int> distinct;
-    std::unique_copy(lines.begin(), lines.end(), std::back_inserter(distinct));
-    text += distinct.size() == 1 ? ": line " : ": lines ";
-    for (std::size_t i = 0; i < distinct.size() && i <= MOST_LINES; ++i) {
-        if (i > 0) text += ", ";
-        text += i == MOST_LINES ? "..." : std::to_string(distinct[i]);
-    }
-    if (lines.size() > distinct.size()) text += " (" + std::to_string(lines.size()) + " times)";
-    return text + '\n';
-}
-
-void list(const Job& job, const Misfits& misfits) {
-    complain(job, "not converted: " + in_words(count_of(misfits)) + ' ' + job.encoding.lack +
-                      " (by lines of the result)");
-    for (const auto& [character, lines] : misfits) {
-        std::fputs(in_words(character, lines).c_str(), stderr);
-    }
-}
-
-// The result, read again. Says why if that can't be.
-OwnedDocument read_again(const Job& job, ResultText& result) {
+bool Conversion::write(TemporaryFile& result) {
     try {
-        return OwnedDocument(qvox::DOMParser().parse(result.body()));
-    } catch (const qvox::QVOXException& exception) {
-        std::string message = "not converted: the result couldn't be read: ";
-        const qvox::Xstring& reason = exception.getMessage();
-        escape_units(message, reason.data(), reason.length(), Style::PLAIN);
-        complain(job, message);
-        return nullptr;
-    }
-}
-
-// Whether the result is the same document. Says so if not.
-bool comes_back(const Job& job, qvox::Document& original, ResultText& result) {
-    const OwnedDocument copy = read_again(job, result);
-    if (copy == nullptr) return false;
-    const std::string difference = first_difference(original, *copy, [&job](char32_t character) {
-        return job.isLossy && !job.encoding.takes(character);
-    });
-    if (!difference.empty()) {
-        complain(job, "not converted: the result would be read otherwise: " + difference);
-    }
-    return difference.empty();
-}
-
-// A written tree has the declarations of its document type, and nothing else of it.
-void warn_of_losses(const Job& job, const qvox::Document& document) {
-    const qvox::DocumentType* const documentType = document.getDoctype();
-    const int count = documentType != nullptr ? documentType->getChildNodes()->getLength() : 0;
-    if (count == 0) return;
-    complain(job,
-             "warning: comments and processing instructions in the document type are left "
-             "out (" +
-                 std::to_string(count) + ")");
-}
-
-ExitStatus put_into_file(const std::string& name, const std::string& bytes) {
-    try {
-        std::FILE* const stream = std::fopen(name.c_str(), "wb");
-        if (stream == nullptr) throw WriteError{errno};
-        Output file(stream);
-        file.write(bytes);
-        file.close();
-        return ALL_GOOD;
+        return write(Output(result.stream())) && comesBack(result.path());
     } catch (const WriteError& error) {
-        std::fputs(describe(name, {0, 0, std::strerror(error.systemCode)}).c_str(), stderr);
-        return OUTPUT_FAILED;
+        throw std::system_error(error.systemCode, std::generic_category());
     }
+}
+
+bool Conversion::write(Output output) {
+    DocumentWriter writer(job.encoding, CONVERTED, output);
+    Tee both(writer, digest);
+    if (way == Way::EVENTS ? !writeEvents(both) : !writeNodes(both)) return false;
+    digest.finish();
+    writer.finish();
+    output.flush();
+    return true;
+}
+
+bool Conversion::writeEvents(DocumentSink& writer) {
+    WarningPrinter warnings(*this);
+    int place = 0;
+    Fitting fitting(job.encoding, writer, place);
+    if (auto failure = pass_events(source.path(), &warnings, fitting, place, findings)) {
+        return complain(*failure);
+    }
+    if (!takesMisfits(fitting.misfits())) return false;
+    warnOfLosses(fitting.splitSections());
+    return true;
+}
+
+// Events tell what is to be said of the document, before a tree is made of it.
+bool Conversion::writeNodes(DocumentSink& writer) {
+    WarningPrinter warnings(*this);
+    NullSink nobody;
+    int place = 0;
+    Fitting check(job.encoding, nobody, place);
+    if (auto failure = pass_events(source.path(), &warnings, check, place, findings)) {
+        return complain(*failure);
+    }
+    Misfits misfits = check.misfits();
+    Fitting fitting(job.encoding, writer, findings.placeOfDocumentType);
+    if (auto failure = pass_nodes(source.path(), findings.literals, fitting)) {
+        return complain(*failure);
+    }
+    // What only the tree has comes from declarations.
+    const Misfits& declared = fitting.misfits();
+    misfits.insert(declared.begin(), declared.end());
+    if (!takesMisfits(misfits)) return false;
+    warnOfLosses(fitting.splitSections());
+    return true;
+}
+
+bool Conversion::takesMisfits(const Misfits& misfits) {
+    if (misfits.empty()) return true;
+    const std::string count = characters_in_words(count_of(misfits));
+    if (job.isLossy) {
+        complain(count + " became ?");
+        return true;
+    }
+    complain("not converted: " + count + ' ' + job.encoding.lack +
+             ", nor be references where they stand");
+    std::fputs(list_of(misfits, source.path()).c_str(), stderr);
+    return false;
+}
+
+// A written document type has its declarations, and nothing else.
+void Conversion::warnOfLosses(int splitSections) {
+    if (findings.lostMarkup > 0) {
+        complain(
+            "warning: comments and processing instructions in the document type are left out (" +
+            std::to_string(findings.lostMarkup) + ")");
+    }
+    if (splitSections > 0) {
+        complain("warning: CDATA sections are split around characters that become references (" +
+                 std::to_string(splitSections) + ")");
+    }
+    std::vector<int> places;
+    for (const auto& repetition : findings.repetitions) places.push_back(repetition.place);
+    const std::vector<int> lines = lines_of(places, source.path());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        complain("warning: attribute " + findings.repetitions[i].attribute +
+                     " stands twice in a tag, and the first is left out",
+                 lines[i]);
+    }
+}
+
+bool Conversion::comesBack(const std::string& resultPath) {
+    EventDigest copy(job.encoding);
+    copy.setOriginal(digest);
+    if (auto failure = pass_document(resultPath, way, copy)) {
+        replace_name(failure->message, resultPath, "the result");
+        complain("not converted: the result couldn't be read: " + failure->message);
+        return false;
+    }
+    copy.finish();
+    const std::ptrdiff_t block = first_different_block(digest, copy);
+    if (block < 0) return true;
+    complain("not converted: the result would be read otherwise: " +
+             differenceIn(static_cast<std::size_t>(block), resultPath));
+    return false;
+}
+
+// Both documents are read once more for the words.
+std::string Conversion::differenceIn(std::size_t block, const std::string& resultPath) {
+    EventDigest original(job.encoding);
+    EventDigest copy(job.encoding);
+    copy.setOriginal(digest);
+    original.keep(block);
+    copy.keep(block);
+    const int place = 0;
+    Fitting fitting(job.encoding, original, place);
+    pass_document(source.path(), way, fitting);
+    pass_document(resultPath, way, copy);
+    original.finish();
+    copy.finish();
+    return first_difference(original, copy);
 }
 
 ExitStatus convert(const Job& job, const SourceFile& source, Output& output) {
-    Literals literals;
-    if (!is_good(job, source, literals)) return FILE_FAILED;
-    Failure failure;
-    std::optional<WrittenDocument> document = read_and_write(source.path(), failure);
-    if (!document) {
-        complain(job, source, failure);
-        return FILE_FAILED;
+    Conversion conversion(job, source);
+    try {
+        const Destination destination(job.outputName);
+        TemporaryFile result(destination.workshop());
+        if (!conversion.write(result)) return FILE_FAILED;
+        result.close();
+        destination.deliver(result, output);
+        return ALL_GOOD;
+    } catch (const std::system_error& error) {
+        const std::string name = job.outputName.value_or("standard output");
+        std::fputs(describe(name, {0, 0, error.code().message()}).c_str(), stderr);
+        return OUTPUT_FAILED;
     }
-    ResultText result(job.encoding, CONVERTED);
-    result.declare(document->declaration);
-    result.add(document->body, literals, specified_attributes(*document->tree));
-    Units().swap(document->body);
-
-    const Misfits& misfits = result.misfits();
-    if (!misfits.empty() && !job.isLossy) {
-        list(job, misfits);
-        return FILE_FAILED;
-    }
-    if (!comes_back(job, *document->tree, result)) return FILE_FAILED;
-    warn_of_losses(job, *document->tree);
-    document.reset();
-    if (!misfits.empty()) complain(job, in_words(count_of(misfits)) + " became ?");
-
-    const std::string bytes = job.encoding.encode(result.text());
-    if (job.outputName) return put_into_file(*job.outputName, bytes);
-    output.write(bytes);
-    return ALL_GOOD;
 }
 
 ExitStatus convert(const Job& job, Output& output) {
@@ -198,10 +269,19 @@ ExitStatus convert(const Job& job, Output& output) {
     try {
         source.emplace(job.fileName);
     } catch (const std::system_error& error) {
-        complain(job, "no copy of it can be made: " + error.code().message());
+        std::fputs(
+            describe(job.fileName, {0, 0, "no copy of it can be made: " + error.code().message()})
+                .c_str(),
+            stderr);
         return FILE_FAILED;
     }
     return convert(job, *source, output);
+}
+
+// Empty, or what is wrong with the name of an encoding.
+std::string complaint_about_encoding(const std::string& name) {
+    if (target_encoding(name) != nullptr) return {};
+    return name + " is none of " + target_encoding_names();
 }
 
 }  // namespace
@@ -209,11 +289,11 @@ ExitStatus convert(const Job& job, Output& output) {
 Command add_convert(CLI::App& program) {
     CLI::App* const options = program.add_subcommand(
         "convert", "Write a document in another encoding, declared so that it can be read again");
-    const CLI::Option* const target =
-        options->add_option("--to", "The encoding")
-            ->required()
-            ->type_name("ENCODING")
-            ->check(CLI::IsMember(target_encoding_names(), CLI::ignore_case));
+    const CLI::Option* const target = options->add_option("--to")
+                                          ->description("The encoding: " + target_encoding_names())
+                                          ->required()
+                                          ->type_name("ENCODING")
+                                          ->check(complaint_about_encoding);
     const CLI::Option* const outputName =
         options->add_option("-o,--output", "The file to write, instead of standard output")
             ->type_name("OUT");
@@ -222,7 +302,7 @@ Command add_convert(CLI::App& program) {
     const CLI::Option* const file = add_file(*options);
 
     return {options, [=](Output& output) {
-                Job job = {given_files(*file).front(), target_encoding(target->as<std::string>()),
+                Job job = {given_files(*file).front(), *target_encoding(target->as<std::string>()),
                            lossy->count() > 0, std::nullopt};
                 if (outputName->count() > 0) job.outputName = given_files(*outputName).front();
                 return convert(job, output);

@@ -74,9 +74,8 @@ std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string
 std::string describe(const std::string& fileName, const Failure& failure) {
     std::string text;
     escape_file_name(text, fileName, Style::PLAIN);
-    if (failure.line > 0) {
-        text += ':' + std::to_string(failure.line) + ':' + std::to_string(failure.column);
-    }
+    if (failure.line > 0) text += ':' + std::to_string(failure.line);
+    if (failure.column > 0) text += ':' + std::to_string(failure.column);
     return text + ": " + failure.message + '\n';
 }
 

@@ -9,8 +9,8 @@
 #include "escape.h"
 
 struct Failure {
-    int line = 0;  // 0 where the failure has no place, as with a file that can't be opened
-    int column = 0;
+    int line = 0;         // 0 where the failure has no place, as with a file that can't be opened
+    int column = 0;       // 0 where only the line is known
     std::string message;  // in UTF-8, escaped
 };
 
@@ -18,7 +18,7 @@ struct Failure {
 // anything did. Lets WriteError through.
 std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string& fileName);
 
-// "FILE:LINE:COLUMN: message", or "FILE: message", with a line feed.
+// "FILE:LINE:COLUMN: message", without what isn't known of the place, with a line feed.
 std::string describe(const std::string& fileName, const Failure& failure);
 
 // Appends a message of the library about the file. The library repeats the name of the file in some

@@ -1,28 +1,43 @@
 // `qvox format`: a document for people to read.
 #include <cstdio>
 #include <optional>
+#include <system_error>
 
 #include "command.h"
 #include "document.h"
-#include "result_text.h"
+#include "document_reader.h"
+#include "document_writer.h"
+#include "source_file.h"
 #include "target_encoding.h"
-#include "written_document.h"
 
 namespace {
 
+ExitStatus fail(const std::string& fileName, const Failure& failure) {
+    std::fputs(describe(fileName, failure).c_str(), stderr);
+    return FILE_FAILED;
+}
+
+// Nothing is printed of a document that can't be read to its end.
+std::optional<Failure> print(const std::string& path, Output& output) {
+    const Way way = way_to_read(path);
+    qvox::SAXParser parser;
+    if (const auto failure = parse_document(parser, path)) return failure;
+    DocumentWriter writer(*target_encoding("UTF-8"), FORMATTED, output);
+    const auto failure = pass_document(path, way, writer);
+    if (!failure) writer.finish();
+    return failure;
+}
+
 ExitStatus format(const std::string& fileName, Output& output) {
-    Failure failure;
-    const std::optional<WrittenDocument> document = read_and_write(fileName, failure);
-    if (!document) {
-        std::fputs(describe(fileName, failure).c_str(), stderr);
-        return FILE_FAILED;
+    try {
+        const SourceFile source(fileName);
+        auto failure = print(source.path(), output);
+        if (!failure) return ALL_GOOD;
+        source.rename(failure->message);
+        return fail(fileName, *failure);
+    } catch (const std::system_error& error) {
+        return fail(fileName, {0, 0, "no copy of it can be made: " + error.code().message()});
     }
-    const TargetEncoding& encoding = target_encoding("UTF-8");
-    ResultText result(encoding, FORMATTED);
-    result.declare(document->declaration);
-    result.add(document->body, {}, {});
-    output.write(encoding.encode(result.text()));
-    return ALL_GOOD;
 }
 
 }  // namespace

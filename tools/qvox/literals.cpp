@@ -1,13 +1,11 @@
 #include "literals.h"
 
-LiteralRecorder::LiteralRecorder(qvox::SAXParser& parser) {
+void LiteralRecorder::attach(qvox::SAXParser& parser) {
     parser.setDTDHandler(this);
     parser.setProperty(qvox::PROPERTY_DECL_HANDLER, static_cast<qvox::DeclHandler*>(this));
-    parser.setProperty(qvox::PROPERTY_LEXICAL_HANDLER, static_cast<qvox::LexicalHandler*>(this));
 }
 
-void LiteralRecorder::startDTD(const qvox::Xstring& /*name*/, const qvox::Xstring& publicId,
-                               const qvox::Xstring& systemId) {
+void LiteralRecorder::startDTD(const qvox::Xstring& publicId, const qvox::Xstring& systemId) {
     record(publicId);
     record(systemId);
 }

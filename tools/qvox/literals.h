@@ -13,17 +13,15 @@
 // for a carriage return too.
 using Literals = std::vector<Units>;
 
-class LiteralRecorder final : public qvox::DefaultHandler,
-                              public qvox::DeclHandler,
-                              public qvox::LexicalHandler {
+class LiteralRecorder final : public qvox::DefaultHandler, public qvox::DeclHandler {
 public:
-    // Records what the parser reads. The recorder must live as long as that.
-    explicit LiteralRecorder(qvox::SAXParser& parser);
+    // Records the declarations that the parser reads.
+    void attach(qvox::SAXParser& parser);
+    // Records the identifiers of the document type itself.
+    void startDTD(const qvox::Xstring& publicId, const qvox::Xstring& systemId);
 
     const Literals& literals() const { return recorded; }
 
-    void startDTD(const qvox::Xstring& name, const qvox::Xstring& publicId,
-                  const qvox::Xstring& systemId) override;
     void attributeDecl(const qvox::Xstring& elementName, const qvox::Xstring& attributeName,
                        const qvox::Xstring& type, const qvox::Xstring& valueDefault,
                        const qvox::Xstring& value) override;
@@ -34,12 +32,6 @@ public:
                       const qvox::Xstring& systemId) override;
 
     void elementDecl(const qvox::Xstring& /*name*/, const qvox::Xstring& /*model*/) override {}
-    void comment(const qvox::Xstring& /*text*/) override {}
-    void startCDATA() override {}
-    void endCDATA() override {}
-    void endDTD() override {}
-    void startEntity(const qvox::Xstring& /*name*/) override {}
-    void endEntity(const qvox::Xstring& /*name*/) override {}
 
 private:
     void record(const qvox::Xstring& literal);

@@ -17,13 +17,11 @@ bool utf8_takes(char32_t character) {
            (character >= 0x800 && character < 0x10000 && !is_surrogate(character));
 }
 
-std::string to_utf8(const Units& text) {
-    std::string bytes;
+void to_utf8(const Units& text, std::string& bytes) {
     const unsigned short* const end = text.data() + text.size();
     for (const unsigned short* unit = text.data(); unit != end;) {
         append_utf8(bytes, next_character(unit, end));
     }
-    return bytes;
 }
 
 // The parsers read no surrogates.
@@ -32,28 +30,31 @@ bool utf16_takes(char32_t character) {
            (character >= 0x80 && character < 0x10000 && !is_surrogate(character));
 }
 
-// As the library writes a file: with a byte order mark, in the machine's order, and with CR LF.
-std::string to_utf16(const Units& text) {
-    Units units(1, 0xFEFF);
+// As the library writes a file: in the machine's order, and with CR LF.
+const std::string_view UTF16_MARK = "\xFF\xFE";
+
+void to_utf16(const Units& text, std::string& bytes) {
+    const auto append = [&bytes](unsigned short unit) {
+        bytes += static_cast<char>(unit & 0xFF);
+        bytes += static_cast<char>(unit >> 8);
+    };
     for (const unsigned short unit : text) {
-        if (unit == '\n') units += '\r';
-        units += unit;
+        if (unit == '\n') append('\r');
+        append(unit);
     }
-    const auto* const bytes = reinterpret_cast<const char*>(units.data());
-    return {bytes, units.size() * sizeof(unsigned short)};
 }
 
 using Converter = unsigned char* (qvox::Xstring::*)(unsigned char* buffer) const;
 
 // The library's converters make CR LF of a line feed.
 template <Converter convert>
-std::string to_narrow(const Units& text) {
-    qvox::Xstring units;
-    units = text.c_str();
-    std::string bytes(2 * text.size() + 1, '\0');
-    (units.*convert)(reinterpret_cast<unsigned char*>(bytes.data()));
-    bytes.resize(bytes.find('\0'));
-    return bytes;
+void to_narrow(const Units& text, std::string& bytes) {
+    const qvox::Xstring units(text.c_str(), static_cast<int>(text.size()));
+    const std::size_t start = bytes.size();
+    bytes.resize(start + 2 * text.size() + 1);
+    auto* const buffer = reinterpret_cast<unsigned char*>(bytes.data() + start);
+    (units.*convert)(buffer);
+    bytes.resize(bytes.find('\0', start));
 }
 
 // Beyond ASCII a single byte of ASCII is "?", or what looks alike: the backslash of a yen sign and
@@ -61,20 +62,42 @@ std::string to_narrow(const Units& text) {
 template <Converter convert>
 bool narrow_takes(char32_t character) {
     if (character < 0x80 || character > 0xFFFF) return ascii_takes(character);
-    const std::string bytes = to_narrow<convert>(Units(1, static_cast<unsigned short>(character)));
+    std::string bytes;
+    to_narrow<convert>(Units(1, static_cast<unsigned short>(character)), bytes);
     return static_cast<unsigned char>(bytes[0]) >= 0x80;
 }
 
 constexpr Converter TO_SJIS = &qvox::Xstring::sjis_str;
 constexpr Converter TO_EUC = &qvox::Xstring::euc_str;
 
-constexpr TargetEncoding TARGET_ENCODINGS[] = {
-    {"UTF-8", false, true, "can't be read from UTF-8, nor be references where they stand",
-     utf8_takes, to_utf8},
-    {"UTF-16", false, false, "can't be read from UTF-16", utf16_takes, to_utf16},
-    {"Shift_JIS", true, false, "can't be written in Shift_JIS", narrow_takes<TO_SJIS>,
+const TargetEncoding TARGET_ENCODINGS[] = {
+    {"UTF-8", {}, false, "can't be read from UTF-8", utf8_takes, false, to_utf8},
+    {"UTF-16", UTF16_MARK, false, "can't be read from UTF-16", utf16_takes, false, to_utf16},
+    {"Shift_JIS",
+     {},
+     true,
+     "can't be written in Shift_JIS",
+     narrow_takes<TO_SJIS>,
+     true,
      to_narrow<TO_SJIS>},
-    {"EUC-JP", true, false, "can't be written in EUC-JP", narrow_takes<TO_EUC>, to_narrow<TO_EUC>},
+    {"EUC-JP",
+     {},
+     true,
+     "can't be written in EUC-JP",
+     narrow_takes<TO_EUC>,
+     true,
+     to_narrow<TO_EUC>},
+};
+
+struct Name {
+    std::string_view name;
+    int encoding;
+};
+
+constexpr Name NAMES[] = {
+    {"UTF-8", 0},       {"UTF8", 0},     {"UTF-16", 1}, {"UTF16", 1},  {"Shift_JIS", 2},
+    {"Shift-JIS", 2},   {"ShiftJIS", 2}, {"SJIS", 2},   {"CP932", 2},  {"MS932", 2},
+    {"Windows-31J", 2}, {"EUC-JP", 3},   {"EUCJP", 3},  {"EUC_JP", 3},
 };
 
 bool is_same_letter(char a, char b) {
@@ -84,17 +107,20 @@ bool is_same_letter(char a, char b) {
 
 }  // namespace
 
-std::vector<std::string> target_encoding_names() {
-    std::vector<std::string> names;
-    for (const TargetEncoding& encoding : TARGET_ENCODINGS) names.emplace_back(encoding.name);
+std::string target_encoding_names() {
+    std::string names;
+    for (const TargetEncoding& encoding : TARGET_ENCODINGS) {
+        if (!names.empty()) names += ", ";
+        names += encoding.name;
+    }
     return names;
 }
 
-const TargetEncoding& target_encoding(const std::string& name) {
-    return *std::find_if(std::begin(TARGET_ENCODINGS), std::end(TARGET_ENCODINGS),
-                         [&name](const TargetEncoding& encoding) {
-                             const std::string own = encoding.name;
-                             return std::equal(own.begin(), own.end(), name.begin(), name.end(),
-                                               is_same_letter);
-                         });
+const TargetEncoding* target_encoding(const std::string& name) {
+    const auto* const alias =
+        std::find_if(std::begin(NAMES), std::end(NAMES), [&name](const Name& candidate) {
+            return std::equal(candidate.name.begin(), candidate.name.end(), name.begin(),
+                              name.end(), is_same_letter);
+        });
+    return alias == std::end(NAMES) ? nullptr : &TARGET_ENCODINGS[alias->encoding];
 }

@@ -1,0 +1,123 @@
+#include "document_reader.h"
+
+#include "source_units.h"
+#include "tree_parse.h"
+#include "tree_source.h"
+
+namespace {
+
+// Looks at a document up to its root element.
+class Prolog final : public MarkupCounter {
+public:
+    struct Seen {};
+
+    explicit Prolog(int& place) : MarkupCounter(place) {}
+
+    bool hasDocumentType() const { return isInDocumentType(); }
+
+    void startElement(const qvox::Xstring& /*uri*/, const qvox::Xstring& /*localName*/,
+                      const qvox::Xstring& /*qName*/,
+                      const qvox::Attributes& /*attributes*/) override {
+        throw Seen();
+    }
+    void startDTD(const qvox::Xstring& name, const qvox::Xstring& publicId,
+                  const qvox::Xstring& systemId) override {
+        MarkupCounter::startDTD(name, publicId, systemId);
+        throw Seen();
+    }
+
+    void comment(const qvox::Xstring& /*text*/) override {}
+    void endCDATA() override {}
+    void startCDATA() override {}
+};
+
+bool has_document_type(const std::string& path) {
+    int place = 0;
+    Prolog prolog(place);
+    qvox::SAXParser parser;
+    parser.setContentHandler(&prolog);
+    parser.setProperty(qvox::PROPERTY_LEXICAL_HANDLER, static_cast<qvox::LexicalHandler*>(&prolog));
+    try {
+        parse_document(parser, path);
+    } catch (const Prolog::Seen&) {
+    }
+    return prolog.hasDocumentType();
+}
+
+// "&#13;" and "&#xD;", with any number of zeros.
+bool has_carriage_return_reference(const std::string& path) {
+    SourceUnits units(path);
+    int unit = units.next();
+    while (unit != SourceUnits::END) {
+        if (unit != '#') {
+            unit = units.next();
+            continue;
+        }
+        unit = units.next();
+        const bool isHexadecimal = unit == 'x';
+        if (isHexadecimal) unit = units.next();
+        while (unit == '0') unit = units.next();
+        if (isHexadecimal) {
+            if (unit == 'd' || unit == 'D') return true;
+        } else if (unit == '1') {
+            unit = units.next();
+            if (unit == '3') return true;
+        }
+    }
+    return false;
+}
+
+// What stands in quotes behind the name.
+std::string pseudo_attribute(const std::string& declaration, const std::string& name) {
+    const std::size_t found = declaration.find(name);
+    const std::size_t quote = declaration.find_first_of("\"'", found);
+    if (found == std::string::npos || quote == std::string::npos) return {};
+    const std::size_t end = declaration.find(declaration[quote], quote + 1);
+    return declaration.substr(quote + 1, end - quote - 1);
+}
+
+void pass_declaration(const std::string& path, DocumentSink& sink) {
+    const std::string declaration = xml_declaration_of(path);
+    if (declaration.empty()) return;
+    sink.xmlDeclaration(
+        {pseudo_attribute(declaration, "version"), pseudo_attribute(declaration, "standalone")});
+}
+
+}  // namespace
+
+Way way_to_read(const std::string& path) {
+    return has_document_type(path) || has_carriage_return_reference(path) ? Way::TREE : Way::EVENTS;
+}
+
+std::optional<Failure> pass_events(const std::string& path, qvox::ErrorHandler* errorHandler,
+                                   DocumentSink& sink, int& place, Findings& findings) {
+    EventSource source(sink, place);
+    qvox::SAXParser parser;
+    parser.setErrorHandler(errorHandler);
+    source.attach(parser);
+    pass_declaration(path, sink);
+    std::optional<Failure> failure = parse_document(parser, path);
+    findings = {source.literals(), source.placeOfDocumentType(), source.lostMarkup(),
+                source.repetitions()};
+    return failure;
+}
+
+std::optional<Failure> pass_nodes(const std::string& path, const Literals& literals,
+                                  DocumentSink& sink) {
+    qvox::DOMParser parser;
+    Failure failure;
+    const OwnedDocument document = parse_tree(parser, path, failure);
+    if (document == nullptr) return failure;
+    pass_declaration(path, sink);
+    pass_tree(*document, literals, sink);
+    return std::nullopt;
+}
+
+std::optional<Failure> pass_document(const std::string& path, Way way, DocumentSink& sink) {
+    int place = 0;
+    Findings findings;
+    if (way == Way::EVENTS) return pass_events(path, nullptr, sink, place, findings);
+    NullSink nobody;
+    if (auto failure = pass_events(path, nullptr, nobody, place, findings)) return failure;
+    return pass_nodes(path, findings.literals, sink);
+}

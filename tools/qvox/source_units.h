@@ -1,0 +1,41 @@
+// The units of a file before they are decoded: bytes, or the 16-bit units of UTF-16.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+// Markup is looked for in them as it is: no byte of another character looks like one of < > ! ? -
+// or a quote, but in ISO-2022-JP, where those of kanji are left out.
+class SourceUnits {
+public:
+    static constexpr int END = -1;
+
+    // A file that can't be opened is an empty one.
+    explicit SourceUnits(const std::string& path);
+
+    int next();
+    // The line in which the next unit stands, from 1 on.
+    int line() const { return lineNumber; }
+
+private:
+    int nextUnit();
+    int nextByte();
+
+    struct CloseFile {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+
+    std::unique_ptr<std::FILE, CloseFile> file;
+    std::vector<unsigned char> block;
+    std::size_t inBlock = 0;
+    int unitSize = 1;
+    int highByte = 0;  // the place of it in a unit of two
+    int lineNumber = 1;
+    int last = 0;
+};
+
+// The XML declaration at the start of the file, without its "<?" and "?>"; empty where there is
+// none.
+std::string xml_declaration_of(const std::string& path);
