@@ -1,7 +1,9 @@
 // Characters in 16-bit units and in UTF-8.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "units.h"
 
@@ -41,3 +43,7 @@ inline void append_utf8(std::string& out, char32_t character) {
     }
     append(0x80 | (character & 0x3F));
 }
+
+// The number of bytes of the character in front, which is put into `character`; 0 where the bytes
+// are no UTF-8.
+std::size_t decode_utf8(std::string_view bytes, char32_t& character);

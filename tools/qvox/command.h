@@ -32,4 +32,6 @@ Command add_tree(CLI::App& program);
 // The argument FILE or FILE... of a subcommand, and what was given for it.
 CLI::Option* add_file(CLI::App& options);
 CLI::Option* add_files(CLI::App& options);
+// The flag --no-external.
+CLI::Option* add_no_external(CLI::App& options);
 std::vector<std::string> given_files(const CLI::Option& files);

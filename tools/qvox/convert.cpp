@@ -12,6 +12,7 @@
 #include "document_writer.h"
 #include "escape.h"
 #include "event_digest.h"
+#include "file_report.h"
 #include "fitting.h"
 #include "markup_lines.h"
 #include "misfit_report.h"
@@ -126,7 +127,7 @@ void Conversion::complain(const std::string& message, int line) {
 
 bool Conversion::complain(Failure failure) {
     source.rename(failure.message);
-    std::fputs(describe(job.fileName, failure).c_str(), stderr);
+    ::complain(job.fileName, source.path(), failure);
     return false;
 }
 

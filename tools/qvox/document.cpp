@@ -61,7 +61,7 @@ std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string
     Failure failure;
     const PlaceRecorder recorder(parser, failure);
     try {
-        parser.parse(fileName.c_str());
+        parser.parse(readable_path(fileName).c_str());
         return std::nullopt;
     } catch (const qvox::QVOXException& exception) {
         append_message(failure.message, exception.getMessage(), fileName, Style::PLAIN);
@@ -71,12 +71,24 @@ std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string
     return failure;
 }
 
-std::string describe(const std::string& fileName, const Failure& failure) {
+std::string describe_place(const std::string& fileName, const Failure& failure) {
     std::string text;
-    escape_file_name(text, fileName, Style::PLAIN);
+    escape_file_name(text, shown_name(fileName), Style::PLAIN);
     if (failure.line > 0) text += ':' + std::to_string(failure.line);
     if (failure.column > 0) text += ':' + std::to_string(failure.column);
-    return text + ": " + failure.message + '\n';
+    return text;
+}
+
+std::string describe(const std::string& fileName, const Failure& failure) {
+    return describe_place(fileName, failure) + ": " + failure.message + '\n';
+}
+
+std::string readable_path(const std::string& fileName) {
+    return fileName == "-" ? "/dev/stdin" : fileName;
+}
+
+std::string shown_name(const std::string& fileName) {
+    return fileName == "-" ? "standard input" : fileName;
 }
 
 void append_message(std::string& out, const qvox::Xstring& message, const std::string& fileName,
@@ -84,7 +96,8 @@ void append_message(std::string& out, const qvox::Xstring& message, const std::s
     const unsigned short* const text = message.data();
     const unsigned short* const end = text + message.length();
     for (const Surroundings& around : NAME_SURROUNDINGS) {
-        const qvox::Xstring misread((around.before + fileName + around.after).c_str());
+        const qvox::Xstring misread(
+            (around.before + readable_path(fileName) + around.after).c_str());
         const unsigned short* const found =
             std::search(text, end, misread.data(), misread.data() + misread.length());
         if (found == end) continue;
@@ -92,7 +105,7 @@ void append_message(std::string& out, const qvox::Xstring& message, const std::s
         const unsigned short* const behind = found + misread.length();
         escape_units(out, text, static_cast<int>(found - text), style);
         out += around.before;
-        escape_file_name(out, fileName, style);
+        escape_file_name(out, shown_name(fileName), style);
         out += around.after;
         escape_units(out, behind, static_cast<int>(end - behind), style);
         return;

@@ -18,7 +18,13 @@ struct Failure {
 // anything did. Lets WriteError through.
 std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string& fileName);
 
-// "FILE:LINE:COLUMN: message", without what isn't known of the place, with a line feed.
+// Where a file is that a user has named, and its name in messages. "-" is standard input.
+std::string readable_path(const std::string& fileName);
+std::string shown_name(const std::string& fileName);
+
+// "FILE:LINE:COLUMN", without what isn't known of the place.
+std::string describe_place(const std::string& fileName, const Failure& failure);
+// "FILE:LINE:COLUMN: message", the same way, with a line feed.
 std::string describe(const std::string& fileName, const Failure& failure);
 
 // Appends a message of the library about the file. The library repeats the name of the file in some

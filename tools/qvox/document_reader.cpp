@@ -1,5 +1,9 @@
 #include "document_reader.h"
 
+#include <cstring>
+#include <fstream>
+#include <vector>
+
 #include "source_units.h"
 #include "tree_parse.h"
 #include "tree_source.h"
@@ -44,8 +48,21 @@ bool has_document_type(const std::string& path) {
     return prolog.hasDocumentType();
 }
 
+// Whether there is anything to look at: most documents have no references to characters.
+bool has_number_sign(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::vector<char> block(65536);
+    while (file) {
+        file.read(block.data(), static_cast<std::streamsize>(block.size()));
+        const auto size = static_cast<std::size_t>(file.gcount());
+        if (std::memchr(block.data(), '#', size) != nullptr) return true;
+    }
+    return false;
+}
+
 // "&#13;" and "&#xD;", with any number of zeros.
 bool has_carriage_return_reference(const std::string& path) {
+    if (!has_number_sign(path)) return false;
     SourceUnits units(path);
     int unit = units.next();
     while (unit != SourceUnits::END) {
@@ -65,15 +82,6 @@ bool has_carriage_return_reference(const std::string& path) {
         }
     }
     return false;
-}
-
-// What stands in quotes behind the name.
-std::string pseudo_attribute(const std::string& declaration, const std::string& name) {
-    const std::size_t found = declaration.find(name);
-    const std::size_t quote = declaration.find_first_of("\"'", found);
-    if (found == std::string::npos || quote == std::string::npos) return {};
-    const std::size_t end = declaration.find(declaration[quote], quote + 1);
-    return declaration.substr(quote + 1, end - quote - 1);
 }
 
 void pass_declaration(const std::string& path, DocumentSink& sink) {

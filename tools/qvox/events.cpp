@@ -1,11 +1,12 @@
 // `qvox events`: the events of documents, one a line.
-#include <cstdio>
 #include <optional>
 
 #include "command.h"
 #include "document.h"
 #include "escape.h"
 #include "event_printer.h"
+#include "external_files.h"
+#include "file_report.h"
 
 namespace {
 
@@ -26,7 +27,7 @@ ExitStatus print_events(qvox::SAXParser& parser, const std::vector<std::string>&
         printer.attach(parser);
         if (const std::optional<Failure> failure = parse_document(parser, fileName)) {
             output.flush();
-            std::fputs(describe(fileName, *failure).c_str(), stderr);
+            complain(fileName, readable_path(fileName), *failure);
             status = FILE_FAILED;
         }
     }
@@ -42,12 +43,14 @@ Command add_events(CLI::App& program) {
         options->add_flag("--no-namespaces", "Parse without namespace processing");
     const CLI::Option* const namespacePrefixes = options->add_flag(
         "--namespace-prefixes", "Show xmlns attributes among the attributes of a tag");
+    const CLI::Option* const noExternal = add_no_external(*options);
     const CLI::Option* const files = add_files(*options);
 
     return {options, [=](Output& output) {
                 qvox::SAXParser parser;
                 parser.setFeature(qvox::FEATURE_NAMESPACES, noNamespaces->count() == 0);
                 parser.setFeature(qvox::FEATURE_NAMESPACE_PREFIXES, namespacePrefixes->count() > 0);
+                if (noExternal->count() > 0) refuse_external_files(parser);
                 return print_events(parser, given_files(*files), output);
             }};
 }

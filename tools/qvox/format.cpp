@@ -1,5 +1,4 @@
 // `qvox format`: a document for people to read.
-#include <cstdio>
 #include <optional>
 #include <system_error>
 
@@ -7,15 +6,11 @@
 #include "document.h"
 #include "document_reader.h"
 #include "document_writer.h"
+#include "file_report.h"
 #include "source_file.h"
 #include "target_encoding.h"
 
 namespace {
-
-ExitStatus fail(const std::string& fileName, const Failure& failure) {
-    std::fputs(describe(fileName, failure).c_str(), stderr);
-    return FILE_FAILED;
-}
 
 // Nothing is printed of a document that can't be read to its end.
 std::optional<Failure> print(const std::string& path, Output& output) {
@@ -34,10 +29,11 @@ ExitStatus format(const std::string& fileName, Output& output) {
         auto failure = print(source.path(), output);
         if (!failure) return ALL_GOOD;
         source.rename(failure->message);
-        return fail(fileName, *failure);
+        complain(fileName, source.path(), *failure);
     } catch (const std::system_error& error) {
-        return fail(fileName, {0, 0, "no copy of it can be made: " + error.code().message()});
+        complain(fileName, {}, {0, 0, "no copy of it can be made: " + error.code().message()});
     }
+    return FILE_FAILED;
 }
 
 }  // namespace

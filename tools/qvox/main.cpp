@@ -83,6 +83,10 @@ CLI::Option* add_files(CLI::App& options) {
         ->allow_extra_args();
 }
 
+CLI::Option* add_no_external(CLI::App& options) {
+    return options.add_flag("--no-external", "Open no other file, whatever the document refers to");
+}
+
 std::vector<std::string> given_files(const CLI::Option& files) {
     std::vector<std::string> names = files.results();
     for (std::string& name : names) {

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <string_view>
 
+#include "look.h"
+
 // Standard output doesn't take what is written. Not of the library's family, so that it passes
 // through a parse from a handler to main as it is.
 struct WriteError {
@@ -21,6 +23,9 @@ public:
     void write(std::string_view text);
     void flush();
     void close();
+
+    // How what is written is shown.
+    Look look() const { return look_of(stream); }
 
 private:
     std::FILE* stream;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <system_error>
 
+#include "document.h"
 #include "escape.h"
 
 namespace {
@@ -31,11 +32,12 @@ void copy_all(std::FILE* from, std::FILE* to) {
 
 }  // namespace
 
-SourceFile::SourceFile(const std::string& fileName) : name(fileName) {
+SourceFile::SourceFile(const std::string& fileName)
+    : name(fileName), place(readable_path(fileName)) {
     std::error_code ignored;
-    const fs::file_status status = fs::status(name, ignored);
+    const fs::file_status status = fs::status(place, ignored);
     if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status)) return;
-    const OpenFile original(std::fopen(name.c_str(), "rb"));
+    const OpenFile original(std::fopen(place.c_str(), "rb"));
     if (original == nullptr) return;
     copy.emplace(fs::temp_directory_path());
     copy_all(original.get(), copy->stream());
@@ -43,7 +45,7 @@ SourceFile::SourceFile(const std::string& fileName) : name(fileName) {
 }
 
 void SourceFile::rename(std::string& message) const {
-    if (copy) replace_name(message, copy->path(), name);
+    if (copy) replace_name(message, copy->path(), shown_name(name));
 }
 
 void replace_name(std::string& message, const std::string& path, const std::string& name) {

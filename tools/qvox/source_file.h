@@ -13,13 +13,14 @@ public:
     explicit SourceFile(const std::string& fileName);
 
     // Where to read. What can't be opened is left to whoever reads it.
-    const std::string& path() const { return copy ? copy->path() : name; }
+    const std::string& path() const { return copy ? copy->path() : place; }
 
     // Puts the name in the place of that of the copy.
     void rename(std::string& message) const;
 
 private:
     const std::string name;
+    const std::string place;
     std::optional<TemporaryFile> copy;
 };
 

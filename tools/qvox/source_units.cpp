@@ -4,7 +4,8 @@
 #include <cctype>
 #include <string_view>
 
-SourceUnits::SourceUnits(const std::string& path) : file(std::fopen(path.c_str(), "rb")) {
+SourceUnits::SourceUnits(const std::string& path, Choice unitChoice)
+    : file(std::fopen(path.c_str(), "rb")), choice(unitChoice) {
     if (file == nullptr) return;
     std::array<unsigned char, 2> start = {};
     const std::size_t size = std::fread(start.data(), 1, start.size(), file.get());
@@ -22,7 +23,7 @@ SourceUnits::SourceUnits(const std::string& path) : file(std::fopen(path.c_str()
 int SourceUnits::next() {
     constexpr int ESCAPE = 0x1B;
     int unit = nextUnit();
-    while (unit == ESCAPE && unitSize == 1) {
+    while (unit == ESCAPE && unitSize == 1 && choice == MARKUP_ONLY) {
         const bool beginsKanji = nextUnit() == '$';
         nextUnit();
         unit = nextUnit();
@@ -68,4 +69,18 @@ std::string xml_declaration_of(const std::string& path) {
                                text.compare(0, START.size(), START) == 0 &&
                                std::isspace(static_cast<unsigned char>(text[START.size()])) != 0;
     return isDeclaration ? text.substr(2, text.size() - 3) : std::string();
+}
+
+std::string pseudo_attribute(const std::string& declaration, const std::string& name) {
+    const std::size_t found = declaration.find(name);
+    const std::size_t quote = declaration.find_first_of("\"'", found);
+    if (found == std::string::npos || quote == std::string::npos) return {};
+    const std::size_t end = declaration.find(declaration[quote], quote + 1);
+    return declaration.substr(quote + 1, end - quote - 1);
+}
+
+std::string encoding_of(const std::string& path) {
+    if (SourceUnits(path).isWide()) return "UTF-16";
+    const std::string declared = pseudo_attribute(xml_declaration_of(path), "encoding");
+    return declared.empty() ? "UTF-8" : declared;
 }

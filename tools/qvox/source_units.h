@@ -12,12 +12,16 @@ class SourceUnits {
 public:
     static constexpr int END = -1;
 
+    enum Choice { MARKUP_ONLY, ALL };  // whether the bytes of kanji in ISO-2022-JP are left out
+
     // A file that can't be opened is an empty one.
-    explicit SourceUnits(const std::string& path);
+    explicit SourceUnits(const std::string& path, Choice unitChoice = MARKUP_ONLY);
 
     int next();
     // The line in which the next unit stands, from 1 on.
     int line() const { return lineNumber; }
+    // Whether they are those of UTF-16.
+    bool isWide() const { return unitSize == 2; }
 
 private:
     int nextUnit();
@@ -28,6 +32,7 @@ private:
     };
 
     std::unique_ptr<std::FILE, CloseFile> file;
+    const Choice choice;
     std::vector<unsigned char> block;
     std::size_t inBlock = 0;
     int unitSize = 1;
@@ -39,3 +44,9 @@ private:
 // The XML declaration at the start of the file, without its "<?" and "?>"; empty where there is
 // none.
 std::string xml_declaration_of(const std::string& path);
+
+// What stands in quotes behind a name in an XML declaration; empty where that isn't there.
+std::string pseudo_attribute(const std::string& declaration, const std::string& name);
+
+// The name of the encoding in which the file is taken to be written.
+std::string encoding_of(const std::string& path);

@@ -13,7 +13,7 @@ namespace {
 // a second time and fails in the same way.
 void find_place(const qvox::DOMParser& parser, const std::string& fileName, Failure& failure) {
     std::error_code ignored;
-    if (!std::filesystem::is_regular_file(fileName, ignored)) return;
+    if (!std::filesystem::is_regular_file(readable_path(fileName), ignored)) return;
     qvox::SAXParser events;
     events.setFeature(qvox::FEATURE_NAMESPACES, parser.getFeature(qvox::FEATURE_NAMESPACES));
     const std::optional<Failure> again = parse_document(events, fileName);
@@ -29,7 +29,7 @@ void FreeDocument::operator()(qvox::Document* document) const {
 OwnedDocument parse_tree(qvox::DOMParser& parser, const std::string& fileName, Failure& failure) {
     failure = {};
     try {
-        return OwnedDocument(parser.parse(fileName.c_str()));
+        return OwnedDocument(parser.parse(readable_path(fileName).c_str()));
     } catch (const qvox::QVOXException& exception) {
         append_message(failure.message, exception.getMessage(), fileName, Style::PLAIN);
     } catch (const std::exception& exception) {
