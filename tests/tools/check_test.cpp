@@ -1,4 +1,5 @@
 // `qvox check`, and what the program does with its options and its output.
+#include <sstream>
 #include <string>
 
 #include <qvox/version.h>
@@ -228,6 +229,63 @@ TEST_F(CheckTest, LibraryLinesStayOffStandardOutput) {
     const Result debugged = shell("QVOX_DEBUG=1 $QVOX check bad.xml");
     EXPECT_EQ(debugged.out, "bad.xml:1:8: end tag (b) not match to start tag (a)\n");
     EXPECT_NE(debugged.err.find("QVOX error : end tag (b) not match"), std::string::npos);
+}
+
+// Of the README's section on the program, as they stand.
+TEST_F(CheckTest, ReadmeExamplesRun) {
+    std::istringstream readme(qvox_test::read_file(QVOX_EXAMPLE_DATA "/../../README.md"));
+    const std::string prompt = "    $ ";
+    const std::string go = "PATH=$(dirname $QVOX):$PATH; cp $DATA/* .; ";
+    int examples = 0;
+    for (std::string line; std::getline(readme, line);) {
+        if (line.compare(0, prompt.size(), prompt) != 0) continue;
+        const std::string command = line.substr(prompt.size());
+        std::string shown;
+        while (std::getline(readme, line) && line.compare(0, 4, "    ") == 0) {
+            shown += line.substr(4) + '\n';
+        }
+        EXPECT_EQ(shell(go + command + " 2>&1; true"), (Result{0, shown, ""})) << command;
+        ++examples;
+    }
+    EXPECT_GE(examples, 3);
+}
+
+// The man page and the completion are made of the help, and hold all of it.
+TEST_F(CheckTest, ManualAndCompletion) {
+    const std::string page = shell("$QVOX --print-manual-page | sed 's/\\\\-/-/g'").out;
+    const std::string completion = qvox("--print-bash-completion").out;
+    for (const std::string command : {"check", "convert", "events", "format", "tree"}) {
+        std::istringstream help(qvox(command + " --help").out);
+        bool isExample = false;
+        for (std::string line; std::getline(help, line);) {
+            if (isExample) {
+                EXPECT_NE(page.find(line + '\n'), std::string::npos) << line;
+            }
+            isExample = isExample || line == "Examples:";
+            const std::size_t option = line.find("--");
+            if (isExample || option == std::string::npos) continue;
+            const std::string name = line.substr(option, line.find(' ', option) - option);
+            EXPECT_NE(page.find(name), std::string::npos) << name;
+            EXPECT_NE(completion.find(name), std::string::npos) << name;
+        }
+        EXPECT_TRUE(isExample) << command;
+    }
+    const std::string complete =
+        ". ./c; COMP_CWORD=1; COMP_WORDS=(qvox con); _qvox; echo $COMPREPLY";
+    EXPECT_EQ(shell("$QVOX --print-bash-completion >c; bash -c '" + complete + "'").out,
+              "convert\n");
+}
+
+// Needs the library's feature; then also a row for each other command.
+TEST_F(CheckTest, DISABLED_NoExternal) {
+    file("f.xml", "<!DOCTYPE a SYSTEM 's' [<!ENTITY e SYSTEM 'e'>]><a>&e;</a>");
+    file("s", "]]>");
+    file("e", "]]>");
+    for (const std::string command :
+         {"check -w", "events", "tree", "format", "convert --to utf8"}) {
+        EXPECT_EQ(qvox(command + " --no-external f.xml").status, 0) << command;
+        EXPECT_EQ(qvox(command + " f.xml").status, 1) << command;
+    }
 }
 
 // The README shows the example programs as they are compiled.

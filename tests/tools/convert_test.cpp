@@ -385,6 +385,38 @@ TEST_F(ConvertTest, ExamplesComeBack) {
     }
 }
 
+// What the library doesn't read as it stands is decoded ahead of it.
+TEST_F(ConvertTest, AllOfUtf8) {
+    file("f.xml",
+         "\xEF\xBB\xBF<?xml version='1.0' encoding='utf-8'?>\n<!DOCTYPE é [<!ENTITY e \"😀é\">]>\n"
+         "<é b='ü😀'><!--é😀--><?p 😀?>&e;&#xFDD0;😀<![CDATA[😀x]]></é>");
+    EXPECT_EQ(qvox("tree f.xml"),
+              (Result{0,
+                      "document\n"
+                      "  processingInstruction target=\"xml\" data=\"version=\\\"1.0\\\" "
+                      "encoding=\\\"utf-8\\\"\"\n"
+                      "  documentType name=\"é\" publicId=null systemId=null\n"
+                      "    entity name=\"e\" publicId=null systemId=null notationName=null\n"
+                      "    declarations text=\"<!ENTITY e \\\"😀é\\\">\"\n"
+                      "  element name=\"é\" namespaceURI=null localName=null\n"
+                      "    attribute name=\"b\" namespaceURI=null localName=null value=\"ü😀\"\n"
+                      "    comment data=\"é😀\"\n"
+                      "    processingInstruction target=\"p\" data=\"😀\"\n"
+                      "    text data=\"😀é\\u{fdd0}😀\"\n"
+                      "    cdataSection data=\"😀x\"\n",
+                      ""}));
+    EXPECT_EQ(qvox("format f.xml").out,
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE é [\n"
+              "  <!ENTITY e \"&#x1F600;&#xE9;\">\n]>\n<é b=\"&#xFC;&#x1F600;\">\n  <!--é😀-->\n"
+              "  <?p 😀?>&#x1F600;&#xE9;\xEF\xB7\x90&#x1F600;<![CDATA[😀x]]>\n</é>\n");
+    EXPECT_EQ(qvox("check f.xml").status, 1);
+    file("g.xml", "<a b='é'>😀é\n</a>");
+    EXPECT_EQ(shell("cat g.xml | $QVOX convert --to utf8 -"),
+              (Result{0, "<a b=\"&#xE9;\">&#x1F600;&#xE9;\n</a>\n", ""}));
+    file("g.xml", "<a>é\n\xFF</a>");
+    EXPECT_EQ(qvox("convert --to utf8 g.xml"), (Result{1, "", "g.xml:2:5: not xml char (ffff)\n"}));
+}
+
 TEST_F(ConvertTest, Format) {
     const char* const cases[][2] = {
         {"<a/>", "<a/>\n"},

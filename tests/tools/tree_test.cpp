@@ -98,7 +98,7 @@ TEST_F(TreeTest, Refusals) {
         EXPECT_EQ(qvox(command), (Result{status, "", report})) << command;
     }
     EXPECT_EQ(shell("cat tags.xml | $QVOX tree /dev/stdin"),
-              (Result{1, "", "/dev/stdin: end tag (a) not match to start tag (b)\n"}));
+              (Result{1, "", "/dev/stdin:2:9: end tag (a) not match to start tag (b)\n"}));
     EXPECT_NE(qvox("tree --help").out.find("--no-namespaces"), std::string::npos);
 }
 

@@ -27,6 +27,12 @@ ExitStatus check(const std::vector<std::string>& fileNames, const CheckOptions& 
 Command add_check(CLI::App& program) {
     CLI::App* const options = program.add_subcommand(
         "check", "Parse files and print FILE:LINE:COLUMN: message for each bad one");
+    options->footer(
+        "Examples:\n"
+        "  qvox check order.xml                 silent if it is good\n"
+        "  qvox check -v *.xml                  each with its encoding, root and size\n"
+        "  qvox check --strict -j 0 *.xml       on all cores; warnings are failures\n"
+        "  qvox check --no-external - <in.xml   a document from a stranger");
     const CLI::Option* const verbose = options->add_flag(
         "-v,--verbose", "Print FILE: ok for each good one, with its encoding, root and size");
     const CLI::Option* const warnings =

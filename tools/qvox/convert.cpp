@@ -26,6 +26,7 @@ struct Job {
     std::string fileName;
     const TargetEncoding& encoding;
     bool isLossy;
+    Externals externals;
     std::optional<std::string> outputName;  // standard output without one
 };
 
@@ -79,7 +80,7 @@ private:
 class Conversion {
 public:
     Conversion(const Job& currentJob, const SourceFile& sourceFile)
-        : job(currentJob), source(sourceFile), way(way_to_read(source.path())) {}
+        : job(currentJob), source(sourceFile), way(way_to_read(source.path(), job.externals)) {}
 
     // Whether the result has been written and is the same document. Complains if not. Throws
     // std::system_error where the file can't be written.
@@ -127,7 +128,7 @@ void Conversion::complain(const std::string& message, int line) {
 
 bool Conversion::complain(Failure failure) {
     source.rename(failure.message);
-    ::complain(job.fileName, source.path(), failure);
+    ::complain(job.fileName, source.originalPath(), failure);
     return false;
 }
 
@@ -153,7 +154,9 @@ bool Conversion::writeEvents(DocumentSink& writer) {
     WarningPrinter warnings(*this);
     int place = 0;
     Fitting fitting(job.encoding, writer, place);
-    if (auto failure = pass_events(source.path(), &warnings, fitting, place, findings)) {
+    DisguiseRemover plain(source.mark(), fitting);
+    if (auto failure =
+            pass_events(source.path(), job.externals, &warnings, plain, place, findings)) {
         return complain(*failure);
     }
     if (!takesMisfits(fitting.misfits())) return false;
@@ -167,12 +170,15 @@ bool Conversion::writeNodes(DocumentSink& writer) {
     NullSink nobody;
     int place = 0;
     Fitting check(job.encoding, nobody, place);
-    if (auto failure = pass_events(source.path(), &warnings, check, place, findings)) {
+    DisguiseRemover plainCheck(source.mark(), check);
+    if (auto failure =
+            pass_events(source.path(), job.externals, &warnings, plainCheck, place, findings)) {
         return complain(*failure);
     }
     Misfits misfits = check.misfits();
     Fitting fitting(job.encoding, writer, findings.placeOfDocumentType);
-    if (auto failure = pass_nodes(source.path(), findings.literals, fitting)) {
+    DisguiseRemover plain(source.mark(), fitting);
+    if (auto failure = pass_nodes(source.path(), job.externals, findings.literals, plain)) {
         return complain(*failure);
     }
     // What only the tree has comes from declarations.
@@ -220,7 +226,7 @@ void Conversion::warnOfLosses(int splitSections) {
 bool Conversion::comesBack(const std::string& resultPath) {
     EventDigest copy(job.encoding);
     copy.setOriginal(digest);
-    if (auto failure = pass_document(resultPath, way, copy)) {
+    if (auto failure = pass_document(resultPath, way, job.externals, copy)) {
         replace_name(failure->message, resultPath, "the result");
         complain("not converted: the result couldn't be read: " + failure->message);
         return false;
@@ -242,8 +248,9 @@ std::string Conversion::differenceIn(std::size_t block, const std::string& resul
     copy.keep(block);
     const int place = 0;
     Fitting fitting(job.encoding, original, place);
-    pass_document(source.path(), way, fitting);
-    pass_document(resultPath, way, copy);
+    DisguiseRemover plain(source.mark(), fitting);
+    pass_document(source.path(), way, job.externals, plain);
+    pass_document(resultPath, way, job.externals, copy);
     original.finish();
     copy.finish();
     return first_difference(original, copy);
@@ -268,7 +275,7 @@ ExitStatus convert(const Job& job, const SourceFile& source, Output& output) {
 ExitStatus convert(const Job& job, Output& output) {
     std::optional<SourceFile> source;
     try {
-        source.emplace(job.fileName);
+        source.emplace(job.fileName, SourceFile::ALL_OF_UTF8);
     } catch (const std::system_error& error) {
         std::fputs(
             describe(job.fileName, {0, 0, "no copy of it can be made: " + error.code().message()})
@@ -290,6 +297,11 @@ std::string complaint_about_encoding(const std::string& name) {
 Command add_convert(CLI::App& program) {
     CLI::App* const options = program.add_subcommand(
         "convert", "Write a document in another encoding, declared so that it can be read again");
+    options->footer(
+        "Examples:\n"
+        "  qvox convert --to EUC-JP -o order-euc.xml order.xml\n"
+        "  qvox convert --to sjis order.xml >order-sjis.xml\n"
+        "  qvox convert --to utf8 -o order.xml order.xml   in place: all of it or nothing");
     const CLI::Option* const target = options->add_option("--to")
                                           ->description("The encoding: " + target_encoding_names())
                                           ->required()
@@ -300,11 +312,12 @@ Command add_convert(CLI::App& program) {
             ->type_name("OUT");
     const CLI::Option* const lossy = options->add_flag(
         "--lossy", "Write ? for what the encoding doesn't have, instead of refusing the document");
+    const CLI::Option* const noExternal = add_no_external(*options);
     const CLI::Option* const file = add_file(*options);
 
     return {options, [=](Output& output) {
                 Job job = {given_files(*file).front(), *target_encoding(target->as<std::string>()),
-                           lossy->count() > 0, std::nullopt};
+                           lossy->count() > 0, externals_of(*noExternal), std::nullopt};
                 if (outputName->count() > 0) job.outputName = given_files(*outputName).front();
                 return convert(job, output);
             }};

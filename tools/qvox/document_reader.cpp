@@ -4,6 +4,7 @@
 #include <fstream>
 #include <vector>
 
+#include "external_files.h"
 #include "source_units.h"
 #include "tree_parse.h"
 #include "tree_source.h"
@@ -35,10 +36,11 @@ public:
     void startCDATA() override {}
 };
 
-bool has_document_type(const std::string& path) {
+bool has_document_type(const std::string& path, Externals externals) {
     int place = 0;
     Prolog prolog(place);
     qvox::SAXParser parser;
+    if (externals == Externals::REFUSED) refuse_external_files(parser);
     parser.setContentHandler(&prolog);
     parser.setProperty(qvox::PROPERTY_LEXICAL_HANDLER, static_cast<qvox::LexicalHandler*>(&prolog));
     try {
@@ -93,14 +95,17 @@ void pass_declaration(const std::string& path, DocumentSink& sink) {
 
 }  // namespace
 
-Way way_to_read(const std::string& path) {
-    return has_document_type(path) || has_carriage_return_reference(path) ? Way::TREE : Way::EVENTS;
+Way way_to_read(const std::string& path, Externals externals) {
+    return has_document_type(path, externals) || has_carriage_return_reference(path) ? Way::TREE
+                                                                                     : Way::EVENTS;
 }
 
-std::optional<Failure> pass_events(const std::string& path, qvox::ErrorHandler* errorHandler,
-                                   DocumentSink& sink, int& place, Findings& findings) {
+std::optional<Failure> pass_events(const std::string& path, Externals externals,
+                                   qvox::ErrorHandler* errorHandler, DocumentSink& sink, int& place,
+                                   Findings& findings) {
     EventSource source(sink, place);
     qvox::SAXParser parser;
+    if (externals == Externals::REFUSED) refuse_external_files(parser);
     parser.setErrorHandler(errorHandler);
     source.attach(parser);
     pass_declaration(path, sink);
@@ -110,9 +115,10 @@ std::optional<Failure> pass_events(const std::string& path, qvox::ErrorHandler* 
     return failure;
 }
 
-std::optional<Failure> pass_nodes(const std::string& path, const Literals& literals,
-                                  DocumentSink& sink) {
+std::optional<Failure> pass_nodes(const std::string& path, Externals externals,
+                                  const Literals& literals, DocumentSink& sink) {
     qvox::DOMParser parser;
+    if (externals == Externals::REFUSED) refuse_external_files(parser);
     Failure failure;
     const OwnedDocument document = parse_tree(parser, path, failure);
     if (document == nullptr) return failure;
@@ -121,11 +127,14 @@ std::optional<Failure> pass_nodes(const std::string& path, const Literals& liter
     return std::nullopt;
 }
 
-std::optional<Failure> pass_document(const std::string& path, Way way, DocumentSink& sink) {
+std::optional<Failure> pass_document(const std::string& path, Way way, Externals externals,
+                                     DocumentSink& sink) {
     int place = 0;
     Findings findings;
-    if (way == Way::EVENTS) return pass_events(path, nullptr, sink, place, findings);
+    if (way == Way::EVENTS) return pass_events(path, externals, nullptr, sink, place, findings);
     NullSink nobody;
-    if (auto failure = pass_events(path, nullptr, nobody, place, findings)) return failure;
-    return pass_nodes(path, findings.literals, sink);
+    if (auto failure = pass_events(path, externals, nullptr, nobody, place, findings)) {
+        return failure;
+    }
+    return pass_nodes(path, externals, findings.literals, sink);
 }

@@ -5,15 +5,20 @@
 #include <optional>
 #include <string>
 
+#include <CLI/CLI.hpp>
+
 #include "document.h"
 #include "document_sink.h"
 #include "event_source.h"
 
 enum class Way { EVENTS, TREE };
 
+// Whether the files that a document names are opened.
+enum class Externals { OPENED, REFUSED };
+
 // How the file has to be read. A tree knows more than events do: which attributes the document type
 // supplied, the notations of unparsed entities, and carriage returns that references gave.
-Way way_to_read(const std::string& path);
+Way way_to_read(const std::string& path, Externals externals);
 
 // What a parse has noticed besides.
 struct Findings {
@@ -26,15 +31,22 @@ struct Findings {
 // Passes the events of a parse to the sink, and warnings and errors to the handler if there is one.
 // `place` is kept as MarkupCounter does. Returns what went wrong, if anything did. Lets what the
 // sink throws through, here and below.
-std::optional<Failure> pass_events(const std::string& path, qvox::ErrorHandler* errorHandler,
-                                   DocumentSink& sink, int& place, Findings& findings);
+std::optional<Failure> pass_events(const std::string& path, Externals externals,
+                                   qvox::ErrorHandler* errorHandler, DocumentSink& sink, int& place,
+                                   Findings& findings);
 
 // Parses into a tree and passes that.
-std::optional<Failure> pass_nodes(const std::string& path, const Literals& literals,
-                                  DocumentSink& sink);
+std::optional<Failure> pass_nodes(const std::string& path, Externals externals,
+                                  const Literals& literals, DocumentSink& sink);
 
 // A document without warnings, either way.
-std::optional<Failure> pass_document(const std::string& path, Way way, DocumentSink& sink);
+std::optional<Failure> pass_document(const std::string& path, Way way, Externals externals,
+                                     DocumentSink& sink);
+
+// As the flag --no-external was given.
+inline Externals externals_of(const CLI::Option& noExternal) {
+    return noExternal.count() > 0 ? Externals::REFUSED : Externals::OPENED;
+}
 
 // Takes no notice.
 class NullSink final : public DocumentSink {

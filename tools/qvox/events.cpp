@@ -39,6 +39,10 @@ ExitStatus print_events(qvox::SAXParser& parser, const std::vector<std::string>&
 Command add_events(CLI::App& program) {
     CLI::App* const options = program.add_subcommand(
         "events", "Print the events of a parse, one a line, and errors on standard error");
+    options->footer(
+        "Examples:\n"
+        "  qvox events order.xml\n"
+        "  qvox events --no-namespaces a.xml b.xml");
     const CLI::Option* const noNamespaces =
         options->add_flag("--no-namespaces", "Parse without namespace processing");
     const CLI::Option* const namespacePrefixes = options->add_flag(

@@ -62,7 +62,10 @@ struct Cause {
 
 // The first that is given counts.
 constexpr Cause CAUSES[] = {
-    {[](const Clues& clues) { return clues.startsWith("\xEF\xBB\xBF"); },
+    {[](const Clues& clues) {
+         return clues.failure.line == 1 && clues.failure.column <= 3 &&
+                clues.startsWith("\xEF\xBB\xBF");
+     },
      "the file begins with a byte order mark, which UTF-8 mustn't have here; "
      "`qvox convert --to UTF-8` writes it without"},
     {[](const Clues& clues) { return clues.refusedByte() >= 0xC2 && clues.refusedByte() <= 0xDF; },

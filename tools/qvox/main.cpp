@@ -10,6 +10,7 @@
 #include <qvox/qvox.h>
 
 #include "command.h"
+#include "manual.h"
 #include "output.h"
 #include "standard_output.h"
 
@@ -19,8 +20,17 @@ constexpr Command (*COMMANDS[])(CLI::App&) = {add_check, add_convert, add_events
                                               add_tree};
 
 constexpr const char* FOOTER =
-    "Exit status: 0 if all files are good, 1 if a file failed, 2 for wrong use or if the output\n"
-    "cannot be written.";
+    "FILE may be - for standard input. Exit status: 0 if all files are good, 1 if a file failed,\n"
+    "2 for wrong use or if the output cannot be written. NO_COLOR turns colours off.";
+
+// What the build asks the program for.
+struct Page {
+    const char* option;
+    std::string (*text)(const CLI::App& program);
+};
+
+constexpr Page PAGES[] = {{"--print-manual-page", manual_page},
+                          {"--print-bash-completion", bash_completion}};
 
 // CLI11 takes a value like "[a,b]" for a list, but it may be the name of a file. A NUL in front,
 // which no argument can hold, keeps it whole.
@@ -57,6 +67,15 @@ ExitStatus run(int argumentCount, char** arguments, Output& output) {
     std::vector<Command> commands;
     for (const auto& add : COMMANDS) commands.push_back(add(program));
 
+    if (argumentCount == 2) {
+        const std::string wanted = arguments[1];
+        for (const Page& page : PAGES) {
+            if (wanted != page.option) continue;
+            output.write(page.text(program));
+            output.close();
+            return ALL_GOOD;
+        }
+    }
     try {
         program.parse(reversed_arguments(argumentCount, arguments));
     } catch (const CLI::ParseError& outcome) {

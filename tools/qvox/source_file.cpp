@@ -32,8 +32,13 @@ void copy_all(std::FILE* from, std::FILE* to) {
 
 }  // namespace
 
-SourceFile::SourceFile(const std::string& fileName)
+SourceFile::SourceFile(const std::string& fileName, Reading reading)
     : name(fileName), place(readable_path(fileName)) {
+    copyWhatIsReadOnce();
+    if (reading == ALL_OF_UTF8) decode();
+}
+
+void SourceFile::copyWhatIsReadOnce() {
     std::error_code ignored;
     const fs::file_status status = fs::status(place, ignored);
     if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status)) return;
@@ -44,7 +49,16 @@ SourceFile::SourceFile(const std::string& fileName)
     copy->close();
 }
 
+void SourceFile::decode() {
+    survey = survey_utf8(originalPath());
+    if (!survey.needsDecoding) return;
+    decoded.emplace(fs::temp_directory_path());
+    decode_utf8_file(originalPath(), survey, decoded->stream());
+    decoded->close();
+}
+
 void SourceFile::rename(std::string& message) const {
+    if (decoded) replace_name(message, decoded->path(), shown_name(name));
     if (copy) replace_name(message, copy->path(), shown_name(name));
 }
 

@@ -60,6 +60,9 @@ std::string xml_declaration_of(const std::string& path) {
     constexpr int BYTE_ORDER_MARK = 0xFEFF;
     SourceUnits units(path);
     int unit = units.next();
+    for (const int byte : {0xEF, 0xBB, 0xBF}) {
+        if (unit == byte) unit = units.next();
+    }
     if (unit == BYTE_ORDER_MARK) unit = units.next();
     std::string text;
     for (; unit > 0 && unit < 0x80 && unit != '>' && text.size() < LONGEST; unit = units.next()) {

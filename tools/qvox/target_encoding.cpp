@@ -107,10 +107,10 @@ bool is_same_letter(char a, char b) {
 
 }  // namespace
 
-std::string target_encoding_names() {
+std::string target_encoding_names(const char* separator) {
     std::string names;
     for (const TargetEncoding& encoding : TARGET_ENCODINGS) {
-        if (!names.empty()) names += ", ";
+        if (!names.empty()) names += separator;
         names += encoding.name;
     }
     return names;

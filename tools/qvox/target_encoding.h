@@ -24,8 +24,8 @@ struct TargetEncoding {
     void (*encode)(const Units& text, std::string& bytes);
 };
 
-// The names by which encodings are chosen, in words.
-std::string target_encoding_names();
+// The names of the encodings, with a separator.
+std::string target_encoding_names(const char* separator = ", ");
 
 // By one of its names, in any case; null for another. The names that people type are known beside
 // the registered ones.

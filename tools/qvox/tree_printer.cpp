@@ -6,6 +6,7 @@
 
 #include "escape.h"
 #include "node_fields.h"
+#include "utf8_source.h"
 
 namespace {
 
@@ -13,7 +14,8 @@ using Text = qvox::Xstring;
 
 class TreePrinter {
 public:
-    explicit TreePrinter(Output& destination) : output(destination) {}
+    TreePrinter(Output& destination, unsigned short disguiseMark)
+        : output(destination), mark(disguiseMark) {}
 
     // The node and what belongs to it, but for its children.
     void print(qvox::Node* node, std::size_t level);
@@ -27,6 +29,8 @@ private:
     void end();
 
     Output& output;
+    const unsigned short mark;
+    Units buffer;
     std::string line;  // in the making
 };
 
@@ -48,7 +52,13 @@ void TreePrinter::printLine(const qvox::Node& node, std::size_t level) {
         line += ' ';
         line += field.name;
         line += '=';
-        quote(line, field.get(node));
+        const Text& text = field.get(node);
+        const UnitView plain = without_disguise(view_of(text), mark, buffer);
+        if (plain.data() == text.data()) {
+            quote(line, text);
+        } else {
+            quote(line, Text(plain.data(), static_cast<int>(plain.size())));
+        }
     }
     if (is_defaulted(node)) line += " defaulted";
     end();
@@ -60,8 +70,9 @@ void TreePrinter::printMap(const qvox::NamedNodeMap* map, std::size_t level) {
 }
 
 void TreePrinter::printDeclarations(const Text& declarations, std::size_t level) {
-    const unsigned short* unit = declarations.data();
-    const unsigned short* const behind = unit + declarations.length();
+    const UnitView plain = without_disguise(view_of(declarations), mark, buffer);
+    const unsigned short* unit = plain.data();
+    const unsigned short* const behind = unit + plain.size();
     while (unit != behind) {
         const unsigned short* const lineEnd = std::find(unit, behind, '\n');
         begin("declarations", level);
@@ -86,8 +97,8 @@ void TreePrinter::end() {
 
 }  // namespace
 
-void print_tree(qvox::Node* root, Output& output) {
-    TreePrinter printer(output);
+void print_tree(qvox::Node* root, Output& output, unsigned short mark) {
+    TreePrinter printer(output, mark);
     qvox::Node* node = root;
     for (std::size_t level = 0;;) {
         printer.print(node, level);

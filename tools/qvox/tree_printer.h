@@ -19,5 +19,6 @@
 
 constexpr std::size_t DEEPEST_INDENT = 32;  // levels
 
-// Prints the node and all below it. Lets WriteError through.
-void print_tree(qvox::Node* root, Output& output);
+// Prints the node and all below it, without the disguise of that mark (utf8_source.h). Lets
+// WriteError through.
+void print_tree(qvox::Node* root, Output& output, unsigned short mark = 0);
