@@ -19,8 +19,8 @@
 /// read. Setters of values (setData, setNodeValue and their kin) and the factories take no lock:
 /// changes by them are for the caller to order.
 ///
-/// Nothing here recurses on the depth of a tree. Running out of memory ends the process with a
-/// report. Offsets and lengths count 16-bit units.
+/// Nothing here recurses on the depth of a tree. What running out of memory does is said at Parser.
+/// Offsets and lengths count 16-bit units.
 #ifndef QVOX_DOM_H
 #define QVOX_DOM_H
 

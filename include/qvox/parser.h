@@ -77,6 +77,16 @@ inline constexpr const char* PROPERTY_DOM_NODE = "http://www.w3.org/dom/Node";
 ///    of its text from the second reading on; a definition that a further attribute-list
 ///    declaration of the same element repeats counts 64.
 /// Names, values, comments and texts may be as long as memory allows.
+///
+/// Memory that can't be had ends in one of two ways. Where the library takes it with `malloc` (the
+/// heap of a parse, nodes, and the arrays in which a tree has them) it ends the process, with a
+/// "fatal error" line on standard output, and no call returns. All else is taken with `operator
+/// new`, and its std::bad_alloc passes through the call: through the parses, the writes, the making
+/// of parsers and documents, and every operation on trees, ranges and walks but the freeing ones,
+/// which take none. It leaves no allocation, no open file and no lock behind; a failed parse leaves
+/// no tree, a failed write what it had written, and a failed operation on a tree may be done in
+/// part, with every node where it was or where it goes. The parser, the document and the process
+/// can be used further.
 class QVOX_API Parser {
 public:
     /// What getType answers.

@@ -1,0 +1,105 @@
+// Texts and their conversions. Input: a byte that says what the text is made from, and the text.
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <qvox/qvox.h>
+
+#include "support/input.h"
+#include "support/require.h"
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace qvox_fuzz {
+namespace {
+
+using qvox::Xstring;
+using Units = std::vector<unsigned short>;
+using Bytes = std::vector<unsigned char>;
+
+// Behind the bytes stands a NUL.
+Units units_of(const std::string& bytes) {
+    Units units;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        const unsigned high = static_cast<unsigned char>(bytes[i]);
+        units.push_back(
+            static_cast<unsigned short>(high << 8U | static_cast<unsigned char>(bytes[i + 1])));
+    }
+    units.push_back(0);
+    return units;
+}
+
+// In buffers of exactly the size that the interface asks for.
+void check_conversions(const Xstring& text) {
+    const auto length = static_cast<std::size_t>(text.length());
+    Bytes bytes(2 * length + 1);
+    Units units(length + 1);
+    const auto size = [&bytes] {
+        return std::string(reinterpret_cast<char*>(bytes.data())).size();
+    };
+
+    text.sjis_str(bytes.data());
+    require(size() <= 2 * length, "Shift_JIS fits");
+    const Xstring back(bytes.data());
+    Bytes again(2 * static_cast<std::size_t>(back.length()) + 1);
+    back.sjis_str(again.data());
+    require(std::string(reinterpret_cast<char*>(again.data())).size() == size(),
+            "Shift_JIS comes back as it was");
+    text.os_str(bytes.data());
+    text.euc_str(bytes.data());
+    require(size() <= 2 * length, "EUC-JP fits");
+    text.jis_str(reinterpret_cast<char*>(bytes.data()));
+    require(size() <= 2 * length, "JIS fits");
+    text.ascii_str(reinterpret_cast<char*>(bytes.data()));
+    text.unicode_str(units.data());
+    require(units[length] == 0, "a NUL stands behind the units");
+    std::ostringstream stream;
+    stream << text;
+}
+
+void check_edits(const Xstring& text, Input& input) {
+    const int start = static_cast<int>(input.byte()) - 64;
+    const int count = static_cast<int>(input.byte()) - 64;
+    const Xstring part = text.substr(start, count);
+    require(part.length() <= text.length(), "a part is no longer than the whole");
+    const Xstring joined = text.substr(0, start) + text.substr(start, text.length());
+    require(start < 0 || joined == text, "two parts are the whole");
+    Xstring grown = part;
+    grown += text;
+    grown += part.data();
+    grown += static_cast<unsigned short>(input.byte());
+    grown = grown.substr(1, grown.length());
+    const Xstring copy = grown;
+    require(copy == grown && !(copy != grown), "a copy is equal");
+    grown = grown.data();
+    check_conversions(grown);
+}
+
+void run(Input input) {
+    const unsigned kind = input.byte() % 3;
+    Input edits = input;
+    const std::string bytes = input.rest();
+    Units units = units_of(bytes);
+    const auto length = static_cast<int>(qvox::UnitTraits::length(units.data()));
+    const Xstring text = kind == 0   ? Xstring(bytes.c_str())
+                         : kind == 1 ? Xstring(units.data())
+                                     : Xstring(units.data(), length);
+    check_conversions(text);
+    check_edits(text, edits);
+    text.find(bytes.substr(0, 2).c_str());
+    require(!(text == "\x80"), "bytes from 0x80 up equal nothing");
+}
+
+}  // namespace
+}  // namespace qvox_fuzz
+
+int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
+    qvox_fuzz::silence_reports();
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    qvox_fuzz::run(qvox_fuzz::Input(data, size));
+    return 0;
+}
