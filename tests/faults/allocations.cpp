@@ -116,11 +116,16 @@ void free(void* block) noexcept {
 
 #endif
 
-void* operator new(std::size_t size) {
-    if (qvox_test::fails(Allocator::OPERATOR_NEW)) throw std::bad_alloc();
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    if (qvox_test::fails(Allocator::OPERATOR_NEW)) return nullptr;
     void* const block = std::malloc(size != 0 ? size : 1);
-    if (block == nullptr) throw std::bad_alloc();
     return countsMalloc ? block : qvox_test::counted(block, size);
+}
+
+void* operator new(std::size_t size) {
+    void* const block = operator new(size, std::nothrow);
+    if (block == nullptr) throw std::bad_alloc();
+    return block;
 }
 
 void operator delete(void* block) noexcept {
