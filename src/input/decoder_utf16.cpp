@@ -1,4 +1,5 @@
 #include "input/decoder_steps.h"
+#include "input/file_end.h"
 
 namespace qvox {
 
@@ -10,6 +11,7 @@ int read_unit(Cursor& cursor) {
     if (first == ByteStream::END) return ByteStream::END;
     const int second = cursor.curFile->get();
     if (second == ByteStream::END) {
+        check_end_of_file(*cursor.curFile);
         qvox_report(REPORT_ERROR, QVOXException::INVALID_CHAR_ERR,
                     "unexpected EOF at utf-16 second byte");
     }

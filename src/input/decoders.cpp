@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "input/decoder_steps.h"
+#include "input/file_end.h"
 
 namespace qvox {
 
@@ -18,7 +19,8 @@ Reader select_getc_proc(EncodingId encoding) {
     return {nullptr, nullptr};
 }
 
-void invalid_character(const Cursor& /*cursor*/, const char* text, int value) {
+void invalid_character(const Cursor& cursor, const char* text, int value) {
+    check_end_of_file(*cursor.curFile);
     qvox_report(REPORT_ERROR, QVOXException::INVALID_CHAR_ERR, "%s (%x)", text,
                 static_cast<unsigned>(value));
     std::abort();  // an error report always throws

@@ -1,5 +1,6 @@
 #include "input/encoding.h"
 
+#include "input/file_end.h"
 #include "runtime/report.h"
 
 namespace qvox {
@@ -60,6 +61,7 @@ const Beginning& beginning_of(ByteStream& file) {
     for (int& byte : bytes) {
         byte = file.get();
         if (byte == ByteStream::END) {
+            check_end_of_file(file);
             qvox_report(REPORT_ERROR, QVOXException::FORMAT_ERR, "not XML file");
         }
     }

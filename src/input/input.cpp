@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "input/encoding.h"
+#include "input/file_end.h"
 #include "runtime/report.h"
 
 namespace qvox {
@@ -76,6 +77,13 @@ constexpr Reader NOTHING_READER = {getc_nothing, get_run_nothing};
 constexpr Reader ENTITY_READER = {getc_entity, get_run_entity};
 constexpr Reader MEMORY_READER = {getc_memory, get_run_memory};
 
+const char* file_name_of(const char* systemId) {
+    constexpr std::size_t prefixLength = sizeof FILE_PREFIX - 1;
+    const bool hasPrefix =
+        systemId != nullptr && std::strncmp(systemId, FILE_PREFIX, prefixLength) == 0;
+    return hasPrefix ? systemId + prefixLength : systemId;
+}
+
 bool reads_file(InputKind kind) { return kind != INPUT_ENTITY_TEXT && kind != INPUT_MEMORY; }
 
 // A replacement text has no lines of its own: the line goes on from the level below it.
@@ -84,9 +92,11 @@ bool counts_lines(InputKind kind) { return kind != INPUT_ENTITY_TEXT; }
 }  // namespace
 
 std::unique_ptr<ByteStream> open_system_id(const char* path) {
-    constexpr std::size_t prefixLength = sizeof FILE_PREFIX - 1;
-    const bool hasPrefix = path != nullptr && std::strncmp(path, FILE_PREFIX, prefixLength) == 0;
-    return ByteStream::open(hasPrefix ? path + prefixLength : path);
+    return ByteStream::open(file_name_of(path));
+}
+
+std::unique_ptr<ByteStream> open_external_id(const char* path) {
+    return ByteStream::openRegular(file_name_of(path));
 }
 
 Input::Input(LevelEvents& levelEvents)
@@ -230,6 +240,7 @@ int Input::pop_input() {
     if (inputStack.empty()) {
         qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "input stack underflow");
     }
+    if (inputStack.back().file != nullptr) check_end_of_file(*inputStack.back().file);
     save_place();
     count_level(inputStack.back());
     InputLevel ended = std::move(inputStack.back());

@@ -24,6 +24,9 @@ inline constexpr int END_OF_INPUT = -1;
 // relative to the working directory. Null if that fails.
 std::unique_ptr<ByteStream> open_system_id(const char* path);
 
+// The same for what a document names: regular files only.
+std::unique_ptr<ByteStream> open_external_id(const char* path);
+
 class Input final : private Expansion::OpenLevels {
 public:
     // Without levels yet. `levelEvents` has to outlive the input.

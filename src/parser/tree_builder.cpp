@@ -41,7 +41,11 @@ TreeBuilder::~TreeBuilder() {
 
 Document* TreeBuilder::release() { return std::exchange(currentDocument, nullptr); }
 
-void TreeBuilder::add(Node* node) { pendingNodes.push_back(node); }
+void TreeBuilder::add(Node* node) {
+    OwnedNode<Node> owned(node);
+    pendingNodes.push_back(nullptr);
+    pendingNodes.back() = owned.release();
+}
 
 void TreeBuilder::open(Node* node) {
     add(node);
@@ -114,10 +118,10 @@ void TreeBuilder::ev_xml_decl(const Unit* version, const Unit* encoding, const U
 }
 
 void TreeBuilder::ev_start_element(const TagRecord& tag) {
-    ElementImpl* element =
-        maker->element(units_of(tag.uri), tag.qName->units(), tag.attributes.size());
-    if (!tag.attributes.empty()) add_attributes(element, tag);
-    open(element);
+    OwnedNode<ElementImpl> element(
+        maker->element(units_of(tag.uri), tag.qName->units(), tag.attributes.size()));
+    if (!tag.attributes.empty()) add_attributes(element.get(), tag);
+    open(element.release());
 }
 
 void TreeBuilder::ev_end_element(const TagRecord& /*tag*/) { close(); }
@@ -151,14 +155,14 @@ void TreeBuilder::ev_element_decl(const Unit* name, const Unit* model) {
 }
 
 void TreeBuilder::ev_attlist_decl(const Name& name, const ElementRecord& element) {
-    auto* declaration = new AttlistDecl(name.units());
+    OwnedNode<AttlistDecl> declaration(new AttlistDecl(name.units()));
     for (const AttDefRecord* definition : element.attDefs) {
         declaration->getAttDefs().append(
             new AttDef(definition->name->units(), definition->type->units(), definition->mode,
                        definition->value),
             NodeCollection::NO_PARENT);
     }
-    add_declaration(declaration);
+    add_declaration(declaration.release());
 }
 
 void TreeBuilder::ev_internal_entity_decl(const Unit* name, const Unit* value) {

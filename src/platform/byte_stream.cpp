@@ -57,15 +57,15 @@ OpenFile open_at_once(const char* fileName) {
 
 std::unique_ptr<ByteStream> ByteStream::open(const char* fileName) {
     if (fileName == nullptr) fileName = "";
-    return of_file(OpenFile(std::fopen(fileName, "rb")), false);
+    return of_file(fileName, OpenFile(std::fopen(fileName, "rb")), false);
 }
 
 std::unique_ptr<ByteStream> ByteStream::openRegular(const char* fileName) {
     if (fileName == nullptr) fileName = "";
-    return of_file(open_at_once(fileName), true);
+    return of_file(fileName, open_at_once(fileName), true);
 }
 
-std::unique_ptr<ByteStream> ByteStream::of_file(OpenFile file, bool onlyRegular) {
+std::unique_ptr<ByteStream> ByteStream::of_file(const char* name, OpenFile file, bool onlyRegular) {
     Status status = {};
     if (file == nullptr || !status_of(file.get(), &status)) return nullptr;
     if (is_directory(status) || (onlyRegular && !is_regular(status))) {
@@ -74,10 +74,11 @@ std::unique_ptr<ByteStream> ByteStream::of_file(OpenFile file, bool onlyRegular)
         return nullptr;
     }
     std::setvbuf(file.get(), nullptr, _IONBF, 0);  // one buffer is enough, and it is ours
-    return std::unique_ptr<ByteStream>(new ByteStream(std::move(file)));
+    return std::unique_ptr<ByteStream>(new ByteStream(name, std::move(file)));
 }
 
-ByteStream::ByteStream(OpenFile openFile) : file(std::move(openFile)), next(buffer), end(buffer) {}
+ByteStream::ByteStream(const char* name, OpenFile openFile)
+    : fileName(name), file(std::move(openFile)), next(buffer), end(buffer) {}
 
 bool ByteStream::refill() {
     std::size_t count = 0;

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "platform/open_file.h"
@@ -23,6 +24,9 @@ public:
 
     ByteStream(const ByteStream&) = delete;
     ByteStream& operator=(const ByteStream&) = delete;
+
+    // The name that the file was opened by.
+    const std::string& name() const { return fileName; }
 
     // The next byte, or END. Stays at END once there.
     int get() {
@@ -58,10 +62,11 @@ public:
 private:
     static constexpr std::size_t BUFFER_SIZE = 32768;
 
-    explicit ByteStream(OpenFile openFile);
-    static std::unique_ptr<ByteStream> of_file(OpenFile file, bool onlyRegular);
+    ByteStream(const char* name, OpenFile openFile);
+    static std::unique_ptr<ByteStream> of_file(const char* name, OpenFile file, bool onlyRegular);
     bool refill();
 
+    std::string fileName;
     OpenFile file;
     int readError = 0;  // errno of the read that failed
     const unsigned char* next;

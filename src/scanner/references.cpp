@@ -114,7 +114,7 @@ void References::push_external(const EntityRecord& entity) {
 
 std::unique_ptr<ByteStream> References::open_external(const Unit* systemId) {
     const OsTemp path(systemId);
-    std::unique_ptr<ByteStream> file = externalFiles ? open_system_id(path.get()) : nullptr;
+    std::unique_ptr<ByteStream> file = externalFiles ? open_external_id(path.get()) : nullptr;
     if (file == nullptr) {
         input.expansion.count(weight::WARNING + wide_length(systemId));
         qvox_report(REPORT_WARNING, QVOXException::FILE_OPEN_ERR, "system id (%s) can't open",

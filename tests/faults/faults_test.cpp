@@ -343,21 +343,21 @@ protected:
     }
 };
 
-TEST_F(Faults, DISABLED_MemoryOfParses) {
+TEST_F(Faults, MemoryOfParses) {
     expect_harmless(parse_events, noMemory, {"bad_alloc"});
     expect_harmless(parse_tree, noMemory, {"bad_alloc"});
 }
 
 // What the scenario needs only with malloc ends the process; a file may be one that can't be
 // opened.
-TEST_F(Faults, DISABLED_MemoryOfMalloc) {
+TEST_F(Faults, MemoryOfMalloc) {
     if (!countsMalloc) GTEST_SKIP() << "malloc is the sanitizer's";
     const Fault fault = {[](long n) { fail_allocation(Allocator::MALLOC, n); }, noMemory.end};
     expect_harmless([] { return write_tree("UTF-16"); }, fault,
                     {"bad_alloc", "same result", "exception 1 ", "fatal malloc failed : size ="});
 }
 
-TEST_F(Faults, DISABLED_MemoryOfWrites) {
+TEST_F(Faults, MemoryOfWrites) {
     for (const char* const encoding : {"UTF-16", "EUC-JP"}) {
         expect_harmless([&] { return write_tree(encoding); }, noMemory, {"bad_alloc"});
     }
@@ -370,7 +370,7 @@ TEST_F(Faults, MemoryOfTreeCalls) {
     }
 }
 
-TEST_F(Faults, DISABLED_BrokenDisk) {
+TEST_F(Faults, BrokenDisk) {
     expect_harmless(parse_events, brokenDisk, {"exception 1 'file (faults."});
 }
 

@@ -144,7 +144,7 @@ TEST(Growth, Doubled) {
     for (const Row& row : rows) expect_linear_by_both(row);
 }
 
-TEST(Growth, DISABLED_Waiting) {
+TEST(Growth, Waiting) {
     for (const Row& row : waitingRows) expect_linear_by_both(row);
 }
 
