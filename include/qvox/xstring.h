@@ -130,8 +130,8 @@ public:
     Xstring(const Xstring& other);
     /// Takes the text of an ordinary string over, which can't fail, and leaves `other` null. What
     /// only borrows its text is copied.
-    Xstring(Xstring&& other)  // NOLINT(performance-noexcept-move-constructor): memory may lack
-        : units(other.units), count(other.count), state(other.state) {
+    // NOLINTNEXTLINE(bugprone-exception-escape,performance-noexcept-move-constructor)
+    Xstring(Xstring&& other) : units(other.units), count(other.count), state(other.state) {
         if (state >= State::LENT) {
             copyText(other);
         } else {
@@ -218,7 +218,8 @@ public:
     /// A null `other` empties this string; only a string that was null is null afterwards.
     Xstring& operator=(const Xstring& other);
     /// As the copy, but takes the text of an ordinary string over and leaves `other` null.
-    Xstring& operator=(Xstring&& other);  // NOLINT(performance-noexcept-move-constructor)
+    // NOLINTNEXTLINE(bugprone-exception-escape,performance-noexcept-move-constructor)
+    Xstring& operator=(Xstring&& other);
     Xstring& operator+=(const char* s);
     /// Appends one unit. The unit 0 changes nothing.
     Xstring& operator+=(unsigned short unit);
@@ -272,6 +273,7 @@ private:
         state = State::NONE;
     }
     void release() noexcept;
+    void take(const unsigned short* text, std::size_t length, State textState) noexcept;
     void copyText(const Xstring& other);
     void own();
     void become(const unsigned short* text, std::size_t length);

@@ -90,41 +90,40 @@ Xstring::Xstring(const Xstring& other)
 
 // Makes this, which owns nothing, an ordinary string with a copy of a borrowed text.
 void Xstring::copyText(const Xstring& other) {
-    const Unit* const text = other.units;
-    const std::size_t length =
-        other.isBulk() ? wide_length(text) : static_cast<std::size_t>(other.count);
-    forget();
-    become(text, length);
+    become(other.units,
+           other.isBulk() ? wide_length(other.units) : static_cast<std::size_t>(other.count));
 }
 
 void Xstring::release() noexcept { text_block::drop(units); }
 
+// Gives up the text so far for one that is this string's to have.
+void Xstring::take(const Unit* text, std::size_t length, State textState) noexcept {
+    if (state == State::OWNED) release();
+    units = text;
+    count = static_cast<int>(length);
+    state = textState;
+}
+
 // Makes this an ordinary string of its text, which it takes from its lender.
 void Xstring::own() {
     if (state == State::NONE) state = State::PLAIN;
-    if (state < State::LENT) return;
-    Xstring copy(*this);
-    *this = std::move(copy);
+    if (state >= State::LENT) copyText(*this);
 }
 
 // Makes this an ordinary string. The text may be a part of its own.
 void Xstring::become(const Unit* text, std::size_t length) {
     checked_length(length);
     Unit* to = state == State::OWNED ? text_block::writable(units, length) : nullptr;
-    if (to == nullptr && length == 0) {
-        *this = Xstring(noText, 0, State::PLAIN);
-        return;
-    }
     if (to != nullptr) {
         UnitTraits::move(to, text, length);
+        count = static_cast<int>(length);
+    } else if (length == 0) {
+        return take(noText, 0, State::PLAIN);
     } else {
         to = UnitTraits::copy(text_block::make(length), text, length);
-        if (state == State::OWNED) release();
+        take(to, length, State::OWNED);
     }
     to[length] = 0;
-    units = to;
-    count = static_cast<int>(length);
-    state = State::OWNED;
 }
 
 // Appends to an ordinary string. The text may be a part of its own.
@@ -134,18 +133,16 @@ void Xstring::append(const Unit* text, std::size_t length) {
     const auto before = static_cast<std::size_t>(count);
     const std::size_t after = checked_length(before + length);
     Unit* to = state == State::OWNED ? text_block::writable(units, after) : nullptr;
-    if (to == nullptr) {
+    if (to != nullptr) {
+        UnitTraits::move(to + before, text, length);
+        count = static_cast<int>(after);
+    } else {
         const std::size_t capacity = std::max(after, std::min(2 * before, LONGEST_TEXT));
         to = UnitTraits::copy(text_block::make(capacity), units, before);
         UnitTraits::copy(to + before, text, length);
-        if (state == State::OWNED) release();
-    } else {
-        UnitTraits::move(to + before, text, length);
+        take(to, after, State::OWNED);
     }
     to[after] = 0;
-    units = to;
-    count = static_cast<int>(after);
-    state = State::OWNED;
 }
 
 Xstring Xstring::fromUtf8(std::string_view utf8) {
@@ -252,21 +249,18 @@ Xstring& Xstring::operator=(const Xstring& other) {
     if (this == &other) {
         if (!isNull()) own();
     } else if (other.state == State::OWNED) {
-        *this = Xstring(other);
+        text_block::hold(other.units);
+        take(other.units, static_cast<std::size_t>(other.count), State::OWNED);
     } else if (!other.isNull() || !isNull()) {
         become(other.units, static_cast<std::size_t>(other.count));
     }
     return *this;
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape,performance-noexcept-move-constructor)
 Xstring& Xstring::operator=(Xstring&& other) {
-    if (other.state >= State::LENT || other.state == State::NONE)
-        return *this = std::as_const(other);
-    if (this == &other) return *this;
-    if (state == State::OWNED) release();
-    units = other.units;
-    count = other.count;
-    state = other.state;
+    if (other.state != State::OWNED || this == &other) return *this = std::as_const(other);
+    take(other.units, static_cast<std::size_t>(other.count), State::OWNED);
     other.forget();
     return *this;
 }

@@ -94,6 +94,7 @@ TEST(Xstring, OwnsWhatItTakes) {
     taken.emplace_back() = text;
     const Xstring second = taken[1];
     taken.emplace_back("x") = second;
+    taken[1] = second;  // which shares its text
     taken[1] += "f";
     Xstring longer(std::move(taken[1]));
     taken.emplace_back() = std::move(longer);
