@@ -214,5 +214,22 @@ TEST(Easy, Events) {
     easy::reader().parse("<a/>");
 }
 
+TEST(Easy, OpensFilesThatADocumentNamesWhenAsked) {
+    write_file("named.ent", "named");
+    const std::string bytes = "<!DOCTYPE a [<!ENTITY e SYSTEM 'named.ent'>]><a>&e;</a>";
+    std::string text;
+    easy::reader reader;
+    reader.on_text = [&](const std::string& piece) { text += piece; };
+    output_of([&] { reader.parse(bytes); });
+    EXPECT_EQ(text, "");
+    reader.external = easy::external_files::allowed;
+    reader.parse(bytes);
+    EXPECT_EQ(text, "named");
+    EXPECT_EQ(easy::document::parse(bytes).root().text(), "named");
+    output_of([&] {
+        EXPECT_EQ(easy::document::parse(bytes, easy::external_files::refused).root().text(), "");
+    });
+}
+
 }  // namespace
 }  // namespace qvox_test
