@@ -124,11 +124,17 @@ TEST(DomParser, DocumentType) {
 // in it has no file whose decoder it could change.
 TEST(DomParser, Memory) {
     write_file("s.dtd", "<!ENTITY e 'v'>");
+    write_file("x.ent", "text");
     const char16_t* const cases[][2] = {
         {u"<!DOCTYPE a SYSTEM 's.dtd'><a>\u0101あ</a>", u"/(%a a('\u0101あ'))"},
         {u"<!DOCTYPE a PUBLIC 'p' 'none.dtd'><a/>", u"/(%a a)"},
         {u"<!DOCTYPE a [<!ENTITY e \"&#60;?xml encoding='UTF-16'?>x\">]><a>&e;</a>",
          u"/(%a a('x'))"},
+        // Behind the end of an external entity its encoding stays the document's, in name alone.
+        {u"<!DOCTYPE a [<!ENTITY x SYSTEM 'x.ent'>]><a>&x;<?xml encoding='Shift_JIS'?>あ"
+         u"<?xml encoding='UTF-8'?></a>",
+         u"QVOX 11 encoding decl not match to XML file format : (memory) (UTF-8) at line 1, col "
+         u"104"},
         {u"<a>\r\nあ\u0101&;", u"QVOX 9 illegal entity reference : (memory) (&;) at line 2, col 6"},
     };
     DOMParser parser;

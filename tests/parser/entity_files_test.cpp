@@ -1,6 +1,8 @@
 // External entities: which files are opened, and how they are read and closed.
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
+#include <sys/stat.h>
 
 #include "parser/tables.h"
 #include "support/encode.h"
@@ -100,6 +102,29 @@ TEST(EntityFiles, LinesAndRefusals) {
         const std::string events = content_of("<r>&e;" + row.at(1), row[0]);
         EXPECT_EQ(std::regex_replace(events.substr(0, 6), std::regex("<"), "&"), "(r; &e");
         EXPECT_EQ(behind("error ", events), row.at(2));
+    }
+}
+
+// A pipe would make the parse wait; a parse may also be told to open no file at all.
+TEST(EntityFiles, AreRegularFiles) {
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    fs::create_directory("folder");
+    write_file("plain", "<!--c-->");
+    for (const std::string name : {"pipe", "folder", "/dev/null", "plain"}) {
+        for (const bool opensFiles : {true, false}) {
+            write_file("doc.xml", "<!DOCTYPE r SYSTEM '" + name + "' [<!ENTITY e SYSTEM '" + name +
+                                      "'><!ENTITY % p SYSTEM '" + name +
+                                      "'><!ENTITY v '%p;'>]><r>&e;</r>");
+            qvox::SAXParser parser;
+            parser.setFeature(qvox::FEATURE_EXTERNAL_FILES, opensFiles);
+            Recorder recorder;
+            recorder.attach(parser);
+            const std::string output = observe([&] { parser.parse("doc.xml"); }).output;
+            const auto warnings = std::count(output.begin(), output.end(), '\n');
+            EXPECT_EQ(warnings, name == "plain" && opensFiles ? 0 : 3) << name << output;
+            EXPECT_EQ(recorder.events.find("comment 'c'") != std::string::npos, warnings == 0);
+            EXPECT_NE(recorder.events.find("externalEntityDecl 'e' - '" + name), std::string::npos);
+        }
     }
 }
 

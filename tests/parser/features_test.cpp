@@ -44,10 +44,12 @@ TEST(Features, Access) {
     SAXParser parser;
     for (const std::string feature :
          {qvox::FEATURE_NAMESPACES, qvox::FEATURE_NAMESPACE_PREFIXES, qvox::FEATURE_VALIDATION,
-          qvox::FEATURE_EXTERNAL_GENERAL_ENTITIES, qvox::FEATURE_EXTERNAL_PARAMETER_ENTITIES}) {
+          qvox::FEATURE_EXTERNAL_GENERAL_ENTITIES, qvox::FEATURE_EXTERNAL_PARAMETER_ENTITIES,
+          qvox::FEATURE_EXTERNAL_FILES, qvox::FEATURE_CONCURRENT}) {
         const char* const name = feature.c_str();
         const bool fixed = feature == qvox::FEATURE_VALIDATION;
-        const bool off = fixed || feature == qvox::FEATURE_NAMESPACE_PREFIXES;
+        const bool off = fixed || feature == qvox::FEATURE_NAMESPACE_PREFIXES ||
+                         feature == qvox::FEATURE_CONCURRENT;
         EXPECT_EQ(parser.getFeature(name), !off);
         for (const bool value : {false, true}) {
             EXPECT_EQ(result_of([&] { parser.setFeature(name, value); }),
@@ -117,6 +119,17 @@ TEST(Features, HandlersChangeAtTheNextEvent) {
     EXPECT_EQ(joined(other.events),
               "endElement - 'b' 'b'; characters '<'; endElement - 'a' 'a'; endDocument");
     EXPECT_EQ(outcome.output, "QVOX warning : entity name (u) not found\n");
+
+    // The mappings of a tag are one event, and so is their end.
+    write_file("change.xml", "<a xmlns:p='1' xmlns:q='2'/>");
+    for (const std::string event : {"startPrefixMapping", "endPrefixMapping"}) {
+        Recorder first;
+        first.when(event + " 'p'", [&] { parser.setContentHandler(nullptr); });
+        first.attach(parser);
+        parser.parse("change.xml");
+        EXPECT_NE(first.events.find(event + " 'q'"), std::string::npos);
+        EXPECT_EQ(first.events.find("endDocument"), std::string::npos);
+    }
 }
 
 TEST(Features, NoHandlerIsNeeded) {
@@ -174,6 +187,9 @@ TEST(Features, InputSources) {
         EXPECT_EQ(identifiers.told, "'<SAXParseException::SYNTAX_ERR>' " + id + " 'bad.xml'");
         source.setPublicId("-//P");
     }
+    qvox::InputSource nameless;
+    EXPECT_EQ(observe([&] { parser.parse(nameless); }).message, "file () cannot open");
+    EXPECT_EQ(observe([&] { qvox::DOMParser().parse(nameless); }).message, "file () cannot open");
 }
 
 // Whatever of the family a handler throws reaches the caller as a plain exception; others pass as
