@@ -228,15 +228,29 @@ void Input::count_level(const InputLevel& ended) {
     }
 }
 
+// The next character of the level that has come to the top, or LEVEL_END.
 int Input::next_character(InputLevel& level) {
-    if (!level.hasHeldChar) return curGetc();
+    if (!level.hasHeldChar) return reader.getc(cursor);
     level.hasHeldChar = false;
     return level.heldChar;
 }
 
-// Ends the top level and goes on in the one below: the next character there, or END_OF_INPUT behind
-// the bottom level.
+// Ends the top level, and those below it that are exhausted too, and goes on: the next character,
+// or END_OF_INPUT behind the bottom level.
 int Input::pop_input() {
+    int c = LEVEL_END;
+    while (c == LEVEL_END) {
+        end_level();
+        if (inputStack.empty()) {
+            reader = NOTHING_READER;
+            return END_OF_INPUT;
+        }
+        c = next_character(inputStack.back());
+    }
+    return c;
+}
+
+void Input::end_level() {
     if (inputStack.empty()) {
         qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "input stack underflow");
     }
@@ -250,13 +264,9 @@ int Input::pop_input() {
         cursor.curFile = ended.fileBelow;
     }
     ended.owned.reset();
-    if (inputStack.empty()) {
-        reader = NOTHING_READER;
-        return END_OF_INPUT;
-    }
+    if (inputStack.empty()) return;
     resume_level(inputStack.back());
     tell_end(ended);
-    return next_character(inputStack.back());
 }
 
 void Input::switch_encoding(EncodingId declared) {

@@ -97,6 +97,7 @@ private:
     void count_level(const InputLevel& ended);
     int next_character(InputLevel& level);
     int pop_input();
+    void end_level();
 
     LevelEvents& events;
     std::vector<InputLevel> inputStack;

@@ -53,7 +53,7 @@ Name& Names::split(Name& name) {
     }
     const auto prefixLength = static_cast<std::size_t>(colon - text);
     if (prefixLength != 0) name.prefix = &keep(text, prefixLength);
-    const std::size_t length = static_cast<std::size_t>(name.text.length());
+    const auto length = static_cast<std::size_t>(name.text.length());
     name.localPart = &keep_in_place(colon + 1, length - prefixLength - 1);
     return name;
 }
