@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <string>
 #include <utility>
 
 #include <qvox/report.h>
@@ -105,9 +106,15 @@ void qvox_debug(const char* format, ...) {
     if (!debugEnabled) return;
     std::va_list arguments;
     va_start(arguments, format);
-    std::vprintf(format, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, arguments);
     va_end(arguments);
-    std::putchar('\n');
+    if (length < 0) return;
+    std::string line(static_cast<std::size_t>(length) + 1, '\n');
+    va_start(arguments, format);
+    std::vsnprintf(line.data(), line.size(), format, arguments);
+    va_end(arguments);
+    line.back() = '\n';  // in one call, since other threads write lines too
+    std::fwrite(line.data(), 1, line.size(), stdout);
 }
 
 ReportScope::ReportScope(ReportListener* listener)

@@ -150,7 +150,7 @@ int Lexer::close_text(int tokenNumber, int closingToken, std::size_t delimiterLe
 int Lexer::scan_comment() {
     for (;;) {
         const int c = read_comment();
-        if (!token.ends_in('-', '-', static_cast<char>(c))) continue;
+        if (!token.has_before_last('-', '-')) continue;
         if (c == '>') return close_text(COMMENT_TEXT, COMMENT_END, 3);
         errors.lex_error(QVOXException::SYNTAX_ERR, "'--' found in comment", 0);
     }

@@ -53,6 +53,12 @@ public:
         return tokenLen >= 3 && ends_in(middle, lastUnit) && tokenText[tokenLen - 3] == before;
     }
 
+    // Whether these two units stand in front of the last.
+    bool has_before_last(char first, char second) const {
+        return tokenLen >= 3 && tokenText[tokenLen - 2] == second &&
+               tokenText[tokenLen - 3] == first;
+    }
+
     // Ends the text with a NUL at its present length and returns it.
     Unit* terminate() {
         tokenText[tokenLen] = 0;
