@@ -30,6 +30,7 @@ Tally parse(const char* fileName, bool namespaces) {
     qvox::SAXParser parser;
     parser.setContentHandler(&counter);
     parser.setFeature(qvox::FEATURE_NAMESPACES, namespaces);
+    parser.setFeature(qvox::FEATURE_CONCURRENT, true);
     try {
         parser.parse(fileName);
     } catch (const qvox::QVOXException& failure) {

@@ -39,7 +39,10 @@ Tally countAll(qvox::Node* root) {
 
 class QvoxTree : public LoadedTree {
 public:
-    explicit QvoxTree(const char* fileName) : document(parser.parse(fileName)) {}
+    explicit QvoxTree(const char* fileName) {
+        parser.setFeature(qvox::FEATURE_CONCURRENT, true);
+        document = parser.parse(fileName);
+    }
     ~QvoxTree() override { parser.free(document); }
 
     Tally count() override { return countAll(document); }
@@ -78,7 +81,7 @@ public:
 
 private:
     qvox::DOMParser parser;
-    qvox::Document* document;
+    qvox::Document* document = nullptr;
 };
 
 std::unique_ptr<LoadedTree> load(const char* fileName) {
