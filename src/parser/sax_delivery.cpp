@@ -1,5 +1,7 @@
 #include "parser/sax_delivery.h"
 
+#include <algorithm>
+
 #include "text/lent_text.h"
 
 namespace qvox {
@@ -11,10 +13,13 @@ constexpr std::size_t LONGEST_ORDINARY_TEXT = 8192;
 
 // A text as an event has it: lent for as long as the event lasts, or a copy where line ends are to
 // be normalised.
-Xstring event_text(const Unit* text) {
-    if (text == nullptr || wide_find_unit(text, '\r') == nullptr) return lent_text(text).string();
-    return Xstring(text);
+Xstring event_text(const LentText& text) {
+    const Unit* const end = text.units + text.length;
+    if (std::find(text.units, end, '\r') == end) return text.string();
+    return Xstring(text.units);
 }
+
+Xstring event_text(const Unit* text) { return event_text(lent_text(text)); }
 
 const Xstring& event_text(const Name* name) { return name != nullptr ? name->text : Xstring::Null; }
 
@@ -83,7 +88,7 @@ void SaxDelivery::ev_characters(const Unit* text) {
     if (static_cast<std::size_t>(lent.length) > LONGEST_ORDINARY_TEXT) {
         handler->characters(Xstring(text, lent.length));
     } else {
-        handler->characters(event_text(text));
+        handler->characters(event_text(lent));
     }
 }
 
