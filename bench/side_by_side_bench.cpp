@@ -23,7 +23,7 @@ namespace bench {
 namespace {
 
 constexpr double asked = 1.8;
-constexpr int rounds = 9;
+constexpr int rounds = 25;
 constexpr int labelWidth = 34;
 constexpr int contestantWidth = 9;
 constexpr int numberWidth = 14;
