@@ -60,27 +60,31 @@ inline constexpr const char* PROPERTY_DOM_NODE = "http://www.w3.org/dom/Node";
 /// What the parsers have in common: features, and the run of a parse.
 ///
 /// A parser can parse any number of documents, one after the other, also after a failure; features
-/// and handlers stay set. Parsers can be made, used and destroyed on any thread, but one
-/// process-wide lock lets one parse run at a time: a second one waits, without time-out. One parser
-/// object is for one thread at a time.
+/// and handlers stay set. Parsers can be made, used and destroyed on any thread; one parser object
+/// is for one thread at a time. One process-wide lock lets one parse run at a time: a second one
+/// waits, without time-out. The parses of a parser whose FEATURE_CONCURRENT is true neither take
+/// that lock nor wait for it: they run beside all others.
 ///
 /// A parse accepts UTF-8 (ASCII and three-byte characters), UTF-16 with a byte order mark or
 /// beginning with "<?", and by its XML declaration Shift_JIS, EUC-JP and ISO-2022-JP. A file of
 /// fewer than four bytes is refused. It doesn't validate. It ends at the first error with a
-/// QVOXException; every warning and error is also a line on standard output. These bounds hold, and
-/// passing one is an error of the document like any other:
+/// QVOXException; every warning and error is also a line of the report output, which is standard
+/// output or what setReportOutput() made it. These bounds hold, and passing one is an error of the
+/// document like any other:
 ///  - open elements: close to 5000;
 ///  - inputs open at a time (files and entity texts inside each other): 1024;
 ///  - replacement text of entities: up to 16,777,216 units without condition, beyond that at most
-///    100 times the bytes read from files (the units of a document in memory). Declared defaults
-///    that tags take count too; the opening of an external entity counts 128 units, and so does all
-///    of its text from the second reading on; a definition that a further attribute-list
-///    declaration of the same element repeats counts 64.
+///    100 times the bytes read from files (the units of a document in memory). What else makes much
+///    of little counts with it, in units: an external entity that is opened, 128, and from its
+///    second reading on its bytes too; a declared default that a tag takes, 8 and those of its name
+///    and value; a definition that a further attribute-list declaration of the same element
+///    repeats, 64 and those of its name, type and value; a warning of an entity or file that isn't
+///    there, 256 and those of the name; one of a declaration that is there already, 256.
 /// Names, values, comments and texts may be as long as memory allows.
 ///
 /// Memory that can't be had ends in one of two ways. Where the library takes it with `malloc` (the
 /// heap of a parse, nodes, and the arrays in which a tree has them) it ends the process, with a
-/// "fatal error" line on standard output, and no call returns. All else is taken with `operator
+/// "fatal error" line of the report output, and no call returns. All else is taken with `operator
 /// new`, and its std::bad_alloc passes through the call: through the parses, the writes, the making
 /// of parsers and documents, and every operation on trees, ranges and walks but the freeing ones,
 /// which take none. It leaves no allocation, no open file and no lock behind; a failed parse leaves
@@ -182,8 +186,8 @@ private:
 };
 
 /// Reads a document into a tree (DOM Level 2), writes trees, and frees what callers own. Text of
-/// entities stands in the tree where the references were. Warnings of a parse are lines on standard
-/// output only.
+/// entities stands in the tree where the references were. Warnings of a parse are lines of the
+/// report output only; takeErrorPlace() tells where an error is.
 class QVOX_API DOMParser : public Parser {
 public:
     /// With FEATURE_NAMESPACE_PREFIXES true, so that trees have their `xmlns` attributes.

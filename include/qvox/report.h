@@ -22,7 +22,9 @@ QVOX_API std::FILE* setReportOutput(std::FILE* stream) noexcept;
 /// Where in the document a parse found its error, as an ErrorHandler hears it: counted from 1, the
 /// column in display cells. 0 and 0 for no place.
 struct ErrorPlace {
+    /// Of the file in hand, which may be an external entity.
     int line = 0;
+    /// Where the last piece of markup or text began; a wide character takes two cells.
     int column = 0;
 };
 

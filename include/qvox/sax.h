@@ -159,7 +159,7 @@ protected:
     ~EntityResolver() = default;
 };
 
-/// Errors and warnings (SAX2 ErrorHandler). Each is a line on standard output as well.
+/// Errors and warnings (SAX2 ErrorHandler). Each is a line of the report output as well.
 class QVOX_API ErrorHandler {
 public:
     /// An error in the document, well-formedness included. The parse ends with an exception when

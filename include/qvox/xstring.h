@@ -148,17 +148,21 @@ public:
 
     /// Length in 16-bit units; 0 for a null string.
     int length() const noexcept { return count; }
+    /// Whether there is no text, which an empty string has.
     bool isNull() const noexcept { return state == State::NONE; }
+    /// Whether the text is borrowed. Changing the string or copying it ends that.
     bool isBulk() const noexcept { return state == State::BULK; }
 
     /// The units and a NUL behind them, never a null pointer. They belong to the string (to the
     /// lender of a bulk string) and stay until it is changed or destroyed.
     const unsigned short* data() const noexcept { return units; }
+    /// The same as data().
     const unsigned short* c_str() const noexcept { return data(); }
     /// The same as data().
     const char16_t* u16_str() const noexcept;
     /// The length() units at u16_str(); empty for a null string.
     std::u16string_view view() const noexcept;
+    /// The same as view().
     operator std::u16string_view() const noexcept { return view(); }
 
     /// The text in UTF-8, line ends as they are; half of a surrogate pair becomes U+FFFD. Empty for
@@ -175,20 +179,25 @@ public:
 
     /// The low byte of each unit, unchecked, line ends as they are. Needs length() + 1 bytes.
     char* ascii_str(char* buffer) const;
+    /// The same in the shared buffer.
     char* ascii_str() const;
     /// EUC-JP. Needs 2 * length() + 1 bytes.
     unsigned char* euc_str(unsigned char* buffer) const;
+    /// The same in the shared buffer.
     unsigned char* euc_str() const;
     /// Shift_JIS. Needs 2 * length() + 1 bytes.
     unsigned char* sjis_str(unsigned char* buffer) const;
+    /// The same in the shared buffer.
     unsigned char* sjis_str() const;
     /// JIS: two 7-bit bytes for a double-byte character, without escape sequences around them.
     /// Needs 2 * length() + 1 bytes.
     char* jis_str(char* buffer) const;
+    /// The same in the shared buffer.
     char* jis_str() const;
     /// The encoding of narrow text in this library, which is Shift_JIS. Needs 2 * length() + 1
     /// bytes.
     void* os_str(void* buffer) const;
+    /// The same in the shared buffer.
     void* os_str() const;
     /// A copy of the units with a NUL, line ends as they are. Needs 2 * (length() + 1) bytes.
     unsigned short* unicode_str(unsigned short* buffer) const;
@@ -211,31 +220,43 @@ public:
     /// first NUL with its line ends as they are, narrow text as by the constructor. A bulk string
     /// becomes an ordinary one that owns its text.
     /// @{
+
+    /// Becomes the text `s`, in Shift_JIS.
     Xstring& operator=(const char* s);
+    /// Becomes the units of `s`.
     Xstring& operator=(const unsigned short* s);
+    /// Becomes the units of `s`.
     Xstring& operator=(const char16_t* s);
+    /// Becomes the units of `s`; never null.
     Xstring& operator=(std::u16string_view s);
     /// A null `other` empties this string; only a string that was null is null afterwards.
     Xstring& operator=(const Xstring& other);
     /// As the copy, but takes the text of an ordinary string over and leaves `other` null.
     // NOLINTNEXTLINE(bugprone-exception-escape,performance-noexcept-move-constructor)
     Xstring& operator=(Xstring&& other);
+    /// Appends the text `s`, in Shift_JIS.
     Xstring& operator+=(const char* s);
     /// Appends one unit. The unit 0 changes nothing.
     Xstring& operator+=(unsigned short unit);
+    /// Appends the units of `s`.
     Xstring& operator+=(const unsigned short* s);
+    /// Appends the units of `s`.
     Xstring& operator+=(const char16_t* s);
+    /// Appends the units of `s`.
     Xstring& operator+=(std::u16string_view s);
+    /// Appends the text of `other`, which may be this string. A null one changes nothing.
     Xstring& operator+=(const Xstring& other);
     /// @}
 
     /// Compares unit by unit with the bytes of `s`, without conversion: meant for ASCII literals. A
     /// byte from 0x80 up equals nothing. A null string equals a null pointer and nothing else.
     bool operator==(const char* s) const;
+    /// The opposite of ==.
     bool operator!=(const char* s) const { return !(*this == s); }
 
     /// Whether both have the same units. A null string and an empty one count as equal here.
     bool operator==(const Xstring& other) const noexcept;
+    /// The opposite of ==.
     bool operator!=(const Xstring& other) const noexcept { return !(*this == other); }
 
     /// Whether both have the same units, for what converts to std::u16string_view. A null string
@@ -244,6 +265,7 @@ public:
     bool operator==(const Units& s) const noexcept {
         return isText(s);
     }
+    /// The opposite of ==.
     template <typename Units, IfUnits<Units> = 0>
     bool operator!=(const Units& s) const noexcept {
         return !isText(s);

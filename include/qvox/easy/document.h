@@ -24,14 +24,17 @@ namespace qvox::easy {
 /// read one document, and use documents of their own.
 class document {
 public:
-    /// An empty document; with `root`, one with that element.
+    /// An empty document.
     document() : tree(detail::checked([] { return DOMParser().createDocument(); })) {}
+    /// A document whose outermost element has that name and is empty.
     explicit document(const text& root) : document() { add(root); }
     /// Takes over a document of the classic interface.
     explicit document(qvox::Document* classic) noexcept : tree(classic) {}
     document(const document&) = delete;
     document& operator=(const document&) = delete;
+    /// Takes the tree over.
     document(document&& other) noexcept : tree(std::exchange(other.tree, nullptr)) {}
+    /// Changes places with `other`.
     document& operator=(document&& other) noexcept {
         std::swap(tree, other.tree);
         return *this;
@@ -84,8 +87,9 @@ public:
     node root() const { return tree->getDocumentElement(); }
     /// The document itself as a node, with its comments and processing instructions as children.
     node self() const noexcept { return tree; }
-    /// node::all() and node::all_ns() of the whole document.
+    /// node::all() of the whole document.
     std::vector<node> all(const text& name) const { return self().all(name); }
+    /// node::all_ns() of the whole document.
     std::vector<node> all_ns(const text& uri, const text& localName) const {
         return self().all_ns(uri, localName);
     }

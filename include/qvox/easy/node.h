@@ -25,44 +25,61 @@ class node_range;
 class node {
 public:
     node() = default;
+    /// A handle to a node of the classic interface, which may be null.
     node(qvox::Node* classic) noexcept : target(classic) {}
 
     /// The node for the classic interface, or null.
     qvox::Node* get() const noexcept { return target; }
+    /// Whether there is a node.
     explicit operator bool() const noexcept { return target != nullptr; }
+    /// Whether both are the same node, or both null.
     bool operator==(const node& other) const noexcept { return target == other.target; }
+    /// The opposite of ==.
     bool operator!=(const node& other) const noexcept { return target != other.target; }
 
+    /// Whether it is an element.
     bool is_element() const { return is(qvox::Node::ELEMENT_NODE); }
+    /// Whether it is an attribute.
     bool is_attribute() const { return is(qvox::Node::ATTRIBUTE_NODE); }
     /// Also for a CDATA section.
     bool is_text() const { return is(qvox::Node::TEXT_NODE) || is(qvox::Node::CDATA_SECTION_NODE); }
+    /// Whether it is a comment.
     bool is_comment() const { return is(qvox::Node::COMMENT_NODE); }
 
+    /// The qualified name; of a node without one "#text", "#comment" and the like.
     std::string name() const { return name16_().utf8(); }
+    /// name() in UTF-16.
     std::u16string_view name16() const { return name16_(); }
     /// Empty for a node without a namespace.
     std::string local_name() const { return node_().getLocalName().utf8(); }
+    /// Empty for a node without a namespace.
     std::string namespace_uri() const { return node_().getNamespaceURI().utf8(); }
     /// Of an attribute, a text, a comment or a processing instruction; else empty.
     std::string value() const { return node_().getNodeValue().utf8(); }
+    /// value() in UTF-16.
     std::u16string_view value16() const { return node_().getNodeValue(); }
     /// All text at and below the node, that of CDATA sections too, in the order of the document; of
     /// an attribute its value.
     std::string text() const { return text_().utf8(); }
+    /// text() in UTF-16; a text of its own.
     std::u16string text16() const { return std::u16string(text_().view()); }
 
-    /// Null where there is none.
+    /// The node that this one is a child of; null where there is none, as for an attribute.
     node parent() const { return node_().getParentNode(); }
+    /// The first child of any kind, or null.
     node first_child() const { return node_().getFirstChild(); }
+    /// The last child of any kind, or null.
     node last_child() const { return node_().getLastChild(); }
+    /// The child of the same parent behind this one, or null.
     node next() const { return node_().getNextSibling(); }
+    /// The child of the same parent ahead of this one, or null.
     node previous() const { return node_().getPreviousSibling(); }
 
-    /// For range-for: the children, and those that are elements, of that name if one is given. The
-    /// node in hand may be removed.
+    /// The children, for range-for. The node in hand may be removed.
     inline node_range children() const;
+    /// The children that are elements, in the same way.
     inline node_range elements() const;
+    /// The children that are elements of that name.
     inline node_range elements(const easy::text& name) const;
     /// The first child element of that name, or null.
     inline node child(const easy::text& name) const;
@@ -91,27 +108,31 @@ public:
         for (int i = 0; map != nullptr && i < map->getLength(); ++i) all.emplace_back(map->item(i));
         return all;
     }
+    /// Whether there is an attribute of that name.
     bool has(const easy::text& attribute) const { return !attribute_(attribute).isNull(); }
     /// The value of an attribute, or `otherwise` where there is none.
     std::string get(const easy::text& attribute, const std::string& otherwise = {}) const {
         const Xstring& value = attribute_(attribute);
         return value.isNull() ? otherwise : value.utf8();
     }
+    /// The value of an attribute in UTF-16; empty where there is none.
     std::u16string_view get16(const easy::text& attribute) const { return attribute_(attribute); }
     /// Sets an attribute of an element. Returns this node, to set more.
     const node& set(const easy::text& attribute, const easy::text& value) const {
         detail::checked([&] { element_().setAttribute(attribute.get(), value.get()); });
         return *this;
     }
+    /// Takes an attribute away, if it is there. Returns this node.
     const node& remove_attribute(const easy::text& attribute) const {
         detail::checked([&] { element_().removeAttribute(attribute.get()); });
         return *this;
     }
 
-    /// Adds an element behind the children and returns it; with `content` as its text.
+    /// Adds an element behind the children and returns it.
     node add(const easy::text& name) const {
         return put([&](Document& document) { return document.createElement(name.get()); });
     }
+    /// The same with `content` as its text.
     node add(const easy::text& name, const easy::text& content) const {
         const node added = add(name);
         if (content.get().length() != 0) added.add_text(content);
@@ -122,9 +143,11 @@ public:
         return put(
             [&](Document& document) { return document.createElementNS(uri.get(), name.get()); });
     }
+    /// Adds a text behind the children and returns it.
     node add_text(const easy::text& content) const {
         return put([&](Document& document) { return document.createTextNode(content.get()); });
     }
+    /// Adds a comment behind the children and returns it.
     node add_comment(const easy::text& content) const {
         return put([&](Document& document) { return document.createComment(content.get()); });
     }
@@ -217,24 +240,37 @@ private:
 /// Children of a node, one after the other.
 class node_range {
 public:
+    /// Over the nodes of a range, each once; of the range that made it, while that is there.
     class iterator {
     public:
+        /// One pass.
         using iterator_category = std::input_iterator_tag;
+        /// What it goes over.
         using value_type = node;
+        /// Of no use in one pass.
         using difference_type = std::ptrdiff_t;
+        /// What -> gives.
         using pointer = const node*;
+        /// What * gives; lives until the next step.
         using reference = const node&;
 
+        /// The end.
         iterator() = default;
+        /// At `first`, or at the next one that the range shows.
         iterator(node first, const node_range* children) : at(first), range(children) { settle(); }
+        /// The node in hand, null at the end.
         const node& operator*() const { return at; }
+        /// The node in hand.
         const node* operator->() const { return &at; }
+        /// On to the next one, also where the node in hand has been removed.
         iterator& operator++() {
             at = following;
             settle();
             return *this;
         }
+        /// Whether both are at the same node, or at the end.
         bool operator==(const iterator& other) const { return at == other.at; }
+        /// The opposite of ==.
         bool operator!=(const iterator& other) const { return at != other.at; }
 
     private:
@@ -249,11 +285,15 @@ public:
         const node_range* range = nullptr;
     };
 
+    /// The children of `parent`, or those that are elements, or those of that name.
     node_range(node parent, bool elementsOnly, const Xstring& elementName = Xstring::Null)
         : first(parent.first_child()), elements(elementsOnly), name(elementName) {}
 
+    /// At the first one.
     iterator begin() const { return {first, this}; }
+    /// Behind the last one.
     iterator end() const { return {}; }
+    /// Whether there is none.
     bool empty() const { return begin() == end(); }
 
 private:

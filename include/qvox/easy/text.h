@@ -16,6 +16,7 @@ namespace qvox::easy {
 /// What all of qvox::easy throws: what() is the message in UTF-8.
 class error : public std::runtime_error {
 public:
+    /// An error of that code; `message` is UTF-8.
     error(QVOXException::Code code, const std::string& message, int line = 0, int column = 0)
         : std::runtime_error(message), errorCode(code), errorLine(line), errorColumn(column) {}
 
@@ -24,6 +25,7 @@ public:
     /// The place in the document, or in the entity being read, counted from 1; 0 for an error that
     /// has none. Columns count display cells, two for a wide character.
     int line() const noexcept { return errorLine; }
+    /// Behind line(); 0 for an error without a place.
     int column() const noexcept { return errorColumn; }
 
 private:
@@ -36,19 +38,28 @@ private:
 /// that is none, or has a NUL in it, raises error; UTF-16 ends at a NUL.
 class text {
 public:
+    /// UTF-8 up to its NUL; a null pointer is the empty text.
     text(const char* utf8) : text(std::string_view(utf8 != nullptr ? utf8 : "")) {}
+    /// UTF-8.
     text(const std::string& utf8) : text(std::string_view(utf8)) {}
+    /// UTF-8.
     text(std::string_view utf8) : units(Xstring::fromUtf8(utf8)) {
         if (units.utf8() != utf8) throw error(QVOXException::INVALID_CHAR_ERR, "not UTF-8");
     }
 #if defined(__cpp_char8_t)
+    /// UTF-8 up to its NUL; a null pointer is the empty text.
     text(const char8_t* utf8) : text(reinterpret_cast<const char*>(utf8)) {}
 #endif
+    /// UTF-16 up to its NUL; a null pointer is the empty text.
     text(const char16_t* utf16) : text(std::u16string_view(utf16 != nullptr ? utf16 : u"")) {}
+    /// UTF-16.
     text(const std::u16string& utf16) : text(std::u16string_view(utf16)) {}
+    /// UTF-16.
     text(std::u16string_view utf16) { units = utf16; }
+    /// The text as it is, also a null one.
     text(const Xstring& ofLibrary) : units(ofLibrary) {}
 
+    /// For the classic interface; lives as long as this object.
     const Xstring& get() const noexcept { return units; }
 
 private:
