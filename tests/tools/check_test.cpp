@@ -223,14 +223,6 @@ TEST_F(CheckTest, NoticesThatItsOutputIsLost) {
               (Result{0, "", "2\n"}));
 }
 
-// With the debug log switched on, the library's lines go to standard error.
-TEST_F(CheckTest, LibraryLinesStayOffStandardOutput) {
-    file("bad.xml", "<a></b>");
-    const Result debugged = shell("QVOX_DEBUG=1 $QVOX check bad.xml");
-    EXPECT_EQ(debugged.out, "bad.xml:1:8: end tag (b) not match to start tag (a)\n");
-    EXPECT_NE(debugged.err.find("QVOX error : end tag (b) not match"), std::string::npos);
-}
-
 // Of the README's section on the program, as they stand.
 TEST_F(CheckTest, ReadmeExamplesRun) {
     std::istringstream readme(qvox_test::read_file(QVOX_EXAMPLE_DATA "/../../README.md"));
@@ -276,7 +268,6 @@ TEST_F(CheckTest, ManualAndCompletion) {
               "convert\n");
 }
 
-// Needs the library's feature; then also a row for each other command.
 TEST_F(CheckTest, NoExternal) {
     file("f.xml", "<!DOCTYPE a SYSTEM 's' [<!ENTITY e SYSTEM 'e'>]><a>&e;</a>");
     file("s", "]]>");

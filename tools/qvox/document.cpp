@@ -3,44 +3,7 @@
 #include <algorithm>
 #include <exception>
 
-#include "output.h"
-
 namespace {
-
-// Notes the place of an error, for the duration of a parse, and passes everything on to the error
-// handler that the parser had.
-class PlaceRecorder final : public qvox::ErrorHandler {
-public:
-    PlaceRecorder(qvox::SAXParser& watchedParser, Failure& noted)
-        : parser(watchedParser), next(watchedParser.getErrorHandler()), failure(noted) {
-        parser.setErrorHandler(this);
-    }
-    PlaceRecorder(const PlaceRecorder&) = delete;
-    PlaceRecorder& operator=(const PlaceRecorder&) = delete;
-    ~PlaceRecorder() { parser.setErrorHandler(next); }
-
-    void error(const qvox::SAXParseException& exception) override {
-        note(exception);
-        if (next != nullptr) next->error(exception);
-    }
-    void fatalError(const qvox::SAXParseException& exception) override {
-        note(exception);
-        if (next != nullptr) next->fatalError(exception);
-    }
-    void warning(const qvox::SAXParseException& exception) override {
-        if (next != nullptr) next->warning(exception);
-    }
-
-private:
-    void note(const qvox::SAXParseException& exception) {
-        failure.line = exception.getLineNumber();
-        failure.column = exception.getColumnNumber();
-    }
-
-    qvox::SAXParser& parser;
-    qvox::ErrorHandler* next;
-    Failure& failure;
-};
 
 // What stands around the name of the file in the library's messages. The name is looked for with
 // its surroundings, because its last byte, misread, may swallow the byte behind it.
@@ -57,18 +20,25 @@ constexpr Surroundings NAME_SURROUNDINGS[] = {
 
 }  // namespace
 
-std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string& fileName) {
+std::optional<Failure> failure_of(const std::function<void()>& parse, const std::string& fileName) {
+    qvox::takeErrorPlace();  // of an earlier error
     Failure failure;
-    const PlaceRecorder recorder(parser, failure);
     try {
-        parser.parse(readable_path(fileName).c_str());
+        parse();
         return std::nullopt;
     } catch (const qvox::QVOXException& exception) {
         append_message(failure.message, exception.getMessage(), fileName, Style::PLAIN);
     } catch (const std::exception& exception) {
         failure.message = exception.what();
     }
+    const qvox::ErrorPlace place = qvox::takeErrorPlace();
+    failure.line = place.line;
+    failure.column = place.column;
     return failure;
+}
+
+std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string& fileName) {
+    return failure_of([&] { parser.parse(readable_path(fileName).c_str()); }, fileName);
 }
 
 std::string describe_place(const std::string& fileName, const Failure& failure) {

@@ -1,6 +1,7 @@
 // One document: its parse, and what is said of a failure.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -14,8 +15,10 @@ struct Failure {
     std::string message;  // in UTF-8, escaped
 };
 
-// Parses the file of exactly this name with the parser's handlers. Returns what went wrong, if
-// anything did. Lets WriteError through.
+// Runs the parse of the file. Returns what went wrong, if anything did. Lets WriteError through.
+std::optional<Failure> failure_of(const std::function<void()>& parse, const std::string& fileName);
+
+// Parses the file of exactly this name with the parser's handlers, in the same way.
 std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string& fileName);
 
 // Where a file is that a user has named, and its name in messages. "-" is standard input.

@@ -4,7 +4,6 @@
 #include <fstream>
 #include <vector>
 
-#include "external_files.h"
 #include "source_units.h"
 #include "tree_parse.h"
 #include "tree_source.h"
@@ -40,7 +39,7 @@ bool has_document_type(const std::string& path, Externals externals) {
     int place = 0;
     Prolog prolog(place);
     qvox::SAXParser parser;
-    if (externals == Externals::REFUSED) refuse_external_files(parser);
+    parser.setFeature(qvox::FEATURE_EXTERNAL_FILES, externals == Externals::OPENED);
     parser.setContentHandler(&prolog);
     parser.setProperty(qvox::PROPERTY_LEXICAL_HANDLER, static_cast<qvox::LexicalHandler*>(&prolog));
     try {
@@ -105,7 +104,7 @@ std::optional<Failure> pass_events(const std::string& path, Externals externals,
                                    Findings& findings) {
     EventSource source(sink, place);
     qvox::SAXParser parser;
-    if (externals == Externals::REFUSED) refuse_external_files(parser);
+    parser.setFeature(qvox::FEATURE_EXTERNAL_FILES, externals == Externals::OPENED);
     parser.setErrorHandler(errorHandler);
     source.attach(parser);
     pass_declaration(path, sink);
@@ -118,7 +117,7 @@ std::optional<Failure> pass_events(const std::string& path, Externals externals,
 std::optional<Failure> pass_nodes(const std::string& path, Externals externals,
                                   const Literals& literals, DocumentSink& sink) {
     qvox::DOMParser parser;
-    if (externals == Externals::REFUSED) refuse_external_files(parser);
+    parser.setFeature(qvox::FEATURE_EXTERNAL_FILES, externals == Externals::OPENED);
     Failure failure;
     const OwnedDocument document = parse_tree(parser, path, failure);
     if (document == nullptr) return failure;

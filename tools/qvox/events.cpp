@@ -5,7 +5,6 @@
 #include "document.h"
 #include "escape.h"
 #include "event_printer.h"
-#include "external_files.h"
 #include "file_report.h"
 
 namespace {
@@ -54,7 +53,7 @@ Command add_events(CLI::App& program) {
                 qvox::SAXParser parser;
                 parser.setFeature(qvox::FEATURE_NAMESPACES, noNamespaces->count() == 0);
                 parser.setFeature(qvox::FEATURE_NAMESPACE_PREFIXES, namespacePrefixes->count() > 0);
-                if (noExternal->count() > 0) refuse_external_files(parser);
+                parser.setFeature(qvox::FEATURE_EXTERNAL_FILES, noExternal->count() == 0);
                 return print_events(parser, given_files(*files), output);
             }};
 }

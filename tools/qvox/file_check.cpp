@@ -8,7 +8,6 @@
 #include <qvox/qvox.h>
 
 #include "document.h"
-#include "external_files.h"
 #include "markup_checker.h"
 #include "markup_lines.h"
 #include "source_file.h"
@@ -56,10 +55,11 @@ CheckOutcome FileCheck::run() {
     MarkupChecker checker(place);
     WarningRecorder recorder(*this);
     qvox::SAXParser parser;
+    parser.setFeature(qvox::FEATURE_CONCURRENT, true);
     const bool looksForWarnings = options.showsWarnings || options.isStrict;
     if (looksForWarnings || options.isVerbose) checker.attach(parser);
     if (looksForWarnings) parser.setErrorHandler(&recorder);
-    if (!options.opensExternals) refuse_external_files(parser);
+    parser.setFeature(qvox::FEATURE_EXTERNAL_FILES, options.opensExternals);
     const std::optional<Failure> failure = parse_document(parser, source.path());
 
     if (looksForWarnings) addFindings(checker);

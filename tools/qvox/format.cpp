@@ -6,7 +6,6 @@
 #include "document.h"
 #include "document_reader.h"
 #include "document_writer.h"
-#include "external_files.h"
 #include "file_report.h"
 #include "source_file.h"
 #include "target_encoding.h"
@@ -18,7 +17,7 @@ std::optional<Failure> print(const SourceFile& source, Externals externals, Outp
     const std::string& path = source.path();
     const Way way = way_to_read(path, externals);
     qvox::SAXParser parser;
-    if (externals == Externals::REFUSED) refuse_external_files(parser);
+    parser.setFeature(qvox::FEATURE_EXTERNAL_FILES, externals == Externals::OPENED);
     if (const auto failure = parse_document(parser, path)) return failure;
     DocumentWriter writer(*target_encoding("UTF-8"), FORMATTED, output);
     DisguiseRemover plain(source.mark(), writer);

@@ -12,7 +12,6 @@
 #include "command.h"
 #include "manual.h"
 #include "output.h"
-#include "standard_output.h"
 
 namespace {
 
@@ -116,7 +115,8 @@ std::vector<std::string> given_files(const CLI::Option& files) {
 
 int main(int argumentCount, char** arguments) {
     try {
-        Output output(take_standard_output());
+        qvox::setReportOutput(nullptr);  // handlers and exceptions tell all of it
+        Output output(standard_output());
         return run(argumentCount, arguments, output);
     } catch (const WriteError& error) {
         if (!error.readerIsGone()) {

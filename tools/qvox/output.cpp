@@ -2,6 +2,15 @@
 
 #include <cerrno>
 
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+#else
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
 bool WriteError::readerIsGone() const { return systemCode == EPIPE; }
 
 void Output::write(std::string_view text) {
@@ -14,4 +23,16 @@ void Output::flush() {
 
 void Output::close() {
     if (std::fclose(stream) != 0) throw WriteError{errno};
+}
+
+std::FILE* standard_output() {
+#ifdef _WIN32
+    if (_fileno(stdout) < 0) throw WriteError{EBADF};
+    SetConsoleOutputCP(CP_UTF8);
+    _setmode(_fileno(stdout), _O_BINARY);
+#else
+    // A file opened later would get the number of a closed one.
+    if (fcntl(STDOUT_FILENO, F_GETFD) < 0) throw WriteError{errno};
+#endif
+    return stdout;
 }

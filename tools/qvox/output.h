@@ -30,3 +30,6 @@ public:
 private:
     std::FILE* stream;
 };
+
+// Standard output, for UTF-8 with line feeds as they are. Throws WriteError where it is closed.
+std::FILE* standard_output();

@@ -4,7 +4,6 @@
 
 #include "command.h"
 #include "document.h"
-#include "external_files.h"
 #include "file_report.h"
 #include "source_file.h"
 #include "source_units.h"
@@ -66,7 +65,7 @@ Command add_tree(CLI::App& program) {
     return {options, [=](Output& output) {
                 qvox::DOMParser parser;
                 parser.setFeature(qvox::FEATURE_NAMESPACES, noNamespaces->count() == 0);
-                if (noExternal->count() > 0) refuse_external_files(parser);
+                parser.setFeature(qvox::FEATURE_EXTERNAL_FILES, noExternal->count() == 0);
                 return print_document(parser, given_files(*file).front(), output);
             }};
 }
