@@ -22,13 +22,13 @@ Node* copy_element(const ElementImpl& source, Document* target) {
                                                 source.hasAttributes(), target));
     const NamedNodeMapImpl& attributes = source.attributeMap();
     if (attributes.isEmpty()) return copy.release();
-    MapFiller filler(copy->ownAttributeMap(), attributes.size());
+    NamedNodes copies;
     for (std::size_t i = 0; i < attributes.size(); ++i) {
         if (attributes.at(i)->getNodeType() != Node::ATTRIBUTE_NODE) continue;
         Attr* attribute = copy_attribute(static_cast<Attr*>(attributes.at(i)), copy.get(), target);
-        filler.put(attribute->getName().data(), attribute);
+        copies.put(attribute->getName().data(), attribute);
     }
-    filler.finish();
+    copies.moveTo(copy->ownAttributeMap());
     return copy.release();
 }
 

@@ -20,36 +20,23 @@ public:
 
     // Takes a node over. Its name must stay as it is until the nodes are given away.
     void put(const Unit* name, Node* node);
-    bool isEmpty() const { return nodes.empty(); }
-    // Gives all nodes to a map that has none of their names.
+    bool isEmpty() const { return entries.empty(); }
+    // Gives all nodes to a map that has none of their names. The next ones can be put then.
     void moveTo(NamedNodeMapImpl& map);
     void destroyNodes();
 
 private:
-    std::vector<Node*> nodes;  // null where one has been replaced
-    std::map<const Unit*, std::size_t, WideLess> places;
-};
+    struct Entry {
+        const Unit* name;
+        Node* node;  // null where it has been replaced
+    };
 
-// Fills a map with `count` nodes, of which the first few are searched for by the map itself: that
-// is faster than an index, and most elements have no more.
-class MapFiller {
-public:
-    MapFiller(NamedNodeMapImpl& filledMap, std::size_t count)
-        : map(filledMap), hasFew(count <= FEW) {}
-    MapFiller(const MapFiller&) = delete;
-    MapFiller& operator=(const MapFiller&) = delete;
+    Node* takeEarlier();
+    void indexEarlier();
+    void clear();
 
-    // As NamedNodes has it.
-    void put(const Unit* name, Node* node);
-    // Behind the last node.
-    void finish() { nodes.moveTo(map); }
-
-private:
-    static constexpr std::size_t FEW = 16;
-
-    NamedNodeMapImpl& map;
-    const bool hasFew;
-    NamedNodes nodes;
+    std::vector<Entry> entries;
+    std::map<const Unit*, std::size_t, WideLess> places;  // of the entries, once they are many
 };
 
 }  // namespace qvox

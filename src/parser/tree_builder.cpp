@@ -33,6 +33,7 @@ void add_pseudo_attribute(Xstring& data, const char* name, const Unit* value) {
 
 TreeBuilder::~TreeBuilder() {
     for (Node* node : pendingNodes) Tree::destroy(node);
+    attributes.destroyNodes();
     entities.destroyNodes();
     notations.destroyNodes();
     drop_aids();
@@ -90,11 +91,10 @@ AttrImpl* TreeBuilder::new_attribute(const AttributeRecord& record, ElementImpl*
 
 // A later attribute of the same name takes the place of an earlier one, at the end.
 void TreeBuilder::add_attributes(ElementImpl* element, const TagRecord& tag) {
-    MapFiller filler(element->ownAttributeMap(), tag.attributes.size());
     for (const AttributeRecord& record : tag.attributes) {
-        filler.put(record.qName->units(), new_attribute(record, element));
+        attributes.put(record.qName->units(), new_attribute(record, element));
     }
-    filler.finish();
+    attributes.moveTo(element->ownAttributeMap());
 }
 
 void TreeBuilder::ev_start_document() {

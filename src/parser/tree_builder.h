@@ -75,6 +75,7 @@ private:
     std::vector<OpenNode> nodeStack;      // the open nodes, the innermost at the end
     std::vector<Node*> pendingNodes;      // their children, which they get when they end
     std::unique_ptr<NodeMaker> maker;     // for the document under construction
+    NamedNodes attributes;                // those of the element that begins
     NamedNodes entities;                  // those of the document type, which gets them at its end
     NamedNodes notations;
     bool isInCdata = false;
