@@ -18,9 +18,14 @@ public:
 
     explicit NodeCollection(Node* collectionOwner)
         : owner(collectionOwner), items(onlyItem), capacity(1) {}
-    // With `count` slots that live as long as the collection and aren't its own.
+    // With `count` slots that live as long as the collection and aren't its own; none of them is
+    // used where the one inside is enough.
     NodeCollection(Node* collectionOwner, Node** slots, std::size_t count)
-        : owner(collectionOwner), items(slots), capacity(static_cast<unsigned>(count)) {}
+        : NodeCollection(collectionOwner) {
+        if (count < 2) return;
+        items = slots;
+        capacity = static_cast<unsigned>(count);
+    }
     NodeCollection(const NodeCollection&) = delete;
     NodeCollection& operator=(const NodeCollection&) = delete;
 

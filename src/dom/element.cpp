@@ -31,19 +31,12 @@ ElementImpl::ElementImpl(const Unit* namespaceURI, const Unit* qualifiedName, bo
       attributes(withAttributes ? new NamedNodeMapImpl(this) : nullptr),
       ownChildren(this) {}
 
-ElementImpl::ElementImpl(const QualifiedName& qualifiedName, bool hasMapBehind, Document* document)
-    : Element(document),
-      name(qualifiedName),
-      attributes(hasMapBehind ? mapBehind() : nullptr),
-      ownChildren(this) {}
+ElementImpl::ElementImpl(const QualifiedName& qualifiedName, Document* document) noexcept
+    : Element(document), name(qualifiedName), attributes(nullptr), ownChildren(this) {}
 
 ElementImpl::~ElementImpl() {
     Tree::dropChildList(this);
-    if (attributes == mapBehind() && Tree::isInChunk(this)) {
-        attributes->~NamedNodeMapImpl();
-    } else {
-        delete attributes;
-    }
+    delete attributes;
 }
 
 NamedNodeMapImpl& ElementImpl::attributeMap() const {

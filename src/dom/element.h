@@ -9,13 +9,12 @@
 
 namespace qvox {
 
-class ElementImpl final : public Element {
+class ElementImpl : public Element {
 public:
     ElementImpl(const Unit* namespaceURI, const Unit* qualifiedName, bool withAttributes,
                 Document* document);
-    // The same with pooled names. With `hasMapBehind` its attribute map is one that the caller
-    // builds right behind the element, in the same piece of memory.
-    ElementImpl(const QualifiedName& qualifiedName, bool hasMapBehind, Document* document);
+    // The same with pooled names and without attributes.
+    ElementImpl(const QualifiedName& qualifiedName, Document* document) noexcept;
     ~ElementImpl() override;
 
     int getNodeType() const override { return ELEMENT_NODE; }
@@ -55,8 +54,9 @@ public:
     // The map for writing, made if there is none.
     NamedNodeMapImpl& ownAttributeMap();
 
-    // Where a map behind the element stands.
-    NamedNodeMapImpl* mapBehind() { return reinterpret_cast<NamedNodeMapImpl*>(this + 1); }
+protected:
+    // Not the element's to free: it is to be taken back, with null, before it goes.
+    void lendAttributeMap(NamedNodeMapImpl* map) { attributes = map; }
 
 private:
     Attr* attach(Attr* attr, bool byNamespace);
@@ -67,6 +67,21 @@ private:
     QualifiedName name;
     NamedNodeMapImpl* attributes;
     NodeListImpl ownChildren;
+};
+
+// An element that has its attribute map inside itself, so that both are one piece of memory.
+class ElementWithMap final : public ElementImpl {
+public:
+    // For `count` attributes. More than one go to those slots, which live as long as the element.
+    ElementWithMap(const QualifiedName& qualifiedName, Node** slots, std::size_t count,
+                   Document* document) noexcept
+        : ElementImpl(qualifiedName, document), map(this, slots, count) {
+        lendAttributeMap(&map);
+    }
+    ~ElementWithMap() override { lendAttributeMap(nullptr); }
+
+private:
+    NamedNodeMapImpl map;
 };
 
 }  // namespace qvox

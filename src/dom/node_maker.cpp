@@ -55,25 +55,18 @@ ElementImpl* NodeMaker::element(const Unit* uri, const Unit* qualifiedName,
                                 std::size_t attributeCount) {
     const QualifiedName name = this->qualifiedName(uri, qualifiedName);
     if (attributeCount == 0) {
-        return in_chunk(::new (memory.take(sizeof(ElementImpl)))
-                            ElementImpl(name, false, &document));
+        return in_chunk(::new (memory.take(sizeof(ElementImpl))) ElementImpl(name, &document));
     }
-    const std::size_t headSize = sizeof(ElementImpl) + sizeof(NamedNodeMapImpl);
     const std::size_t slotCount = attributeCount == 1 ? 0 : attributeCount;
-    if (slotCount > (NodeMemory::LARGEST_PIECE - headSize) / SLOT_SIZE) {
-        auto* element = new ElementImpl(name, false, &document);
+    if (slotCount > (NodeMemory::LARGEST_PIECE - sizeof(ElementWithMap)) / SLOT_SIZE) {
+        OwnedNode<ElementImpl> element(new ElementImpl(name, &document));
         element->ownAttributeMap().reserve(attributeCount);
-        return element;
+        return element.release();
     }
-    void* const piece = memory.take(headSize + slotCount * SLOT_SIZE);
-    auto* element = in_chunk(::new (piece) ElementImpl(name, true, &document));
-    auto* slots = reinterpret_cast<Node**>(element->mapBehind() + 1);
-    if (slotCount == 0) {
-        ::new (element->mapBehind()) NamedNodeMapImpl(element);
-    } else {
-        ::new (element->mapBehind()) NamedNodeMapImpl(element, slots, slotCount);
-    }
-    return element;
+    void* const piece = memory.take(sizeof(ElementWithMap) + slotCount * SLOT_SIZE);
+    void* const slots = static_cast<unsigned char*>(piece) + sizeof(ElementWithMap);
+    return in_chunk(
+        ::new (piece) ElementWithMap(name, static_cast<Node**>(slots), attributeCount, &document));
 }
 
 AttrImpl* NodeMaker::attribute(const AttrImpl::Init& init) {

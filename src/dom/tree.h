@@ -88,7 +88,6 @@ struct Tree {
     static void destroy(Node* node);
     // The node has been made in a piece of NodeMemory, which it goes back to.
     static void setInChunk(Node* node) { node->isInChunk = true; }
-    static bool isInChunk(const Node* node) { return node->isInChunk; }
     // Puts nodes without a place under a parent, behind its children.
     static void appendAll(Node* parent, Node* const* nodes, std::size_t count);
 
