@@ -1,5 +1,7 @@
 #include "dom/copy.h"
 
+#include <vector>
+
 #include "dom/arguments.h"
 #include "dom/attr.h"
 #include "dom/character_data.h"
@@ -10,7 +12,6 @@
 #include "dom/small_nodes.h"
 #include "dom/tree.h"
 #include "dom/tree_visit.h"
-#include "traversal/tree_walker.h"
 
 namespace qvox {
 
@@ -43,25 +44,12 @@ Node* copy_document_type(const DocumentTypeImpl& source) {
                                 units_of(source.getSystemId()), source.getImplementation());
 }
 
-// A nested attribute, which a document type may have as a child, is copied; the topmost one isn't.
-Node* copy_below(Node* source, Document* target) {
-    if (source->getNodeType() == Node::ATTRIBUTE_NODE) {
-        return copy_attribute(static_cast<Attr*>(source), nullptr, target);
-    }
-    return cloneShallow(source, target);
-}
-
-void copy_step(TreeVisit& visit) {
-    Node* source = visit.walker->getCurrentNode();
-    Document* target = visit.target != nullptr ? visit.target : source->getOwnerDocument();
-    auto* parentCopy = static_cast<Node*>(visit.current);
-    Node* copy = copy_below(source, target);
-    if (parentCopy == nullptr) {
-        visit.found = copy;
-    } else {
-        append_owned(parentCopy, OwnedNode<Node>(copy));
-    }
-    visit.current = copy;
+// With a null target the copy belongs to the document of its source.
+OwnedNode<Node> copy_node(Node* source, Document* target) {
+    if (target == nullptr) target = source->getOwnerDocument();
+    const bool isAttribute = source->getNodeType() == Node::ATTRIBUTE_NODE;
+    return OwnedNode<Node>(isAttribute ? copy_attribute(static_cast<Attr*>(source), nullptr, target)
+                                       : cloneShallow(source, target));
 }
 
 }  // namespace
@@ -107,20 +95,23 @@ Node* cloneShallow(Node* source, Document* target) {
     }
 }
 
+// A document that stands below, as one may under a document type, is nobody's: its copy, too, dies
+// by itself where a later one fails.
 Node* copy_tree(Node* source, bool deep, Document* target) {
-    TreeWalkerImpl walker(source, NodeFilter::SHOW_ALL, nullptr, false);
-    TreeVisit visit;
-    visit.pre = copy_step;
-    visit.deep = deep;
-    visit.walker = &walker;
-    visit.target = target;
-    try {
-        runVisit(visit);
-    } catch (...) {
-        Tree::destroy(visit.found);
-        throw;
+    OwnedNode<Node> copy = copy_node(source, target);
+    if (!deep) return copy.release();
+    std::vector<OwnedNode<Node>> documents;
+    TreeVisit visit(source, NodeFilter::SHOW_ALL);
+    Node* parent = copy.get();
+    for (std::size_t parentDepth = 0; visit.next(); ++parentDepth) {
+        for (; parentDepth >= visit.depth(); --parentDepth) parent = Tree::parentOf(parent);
+        const bool isDocument = visit.node()->getNodeType() == Node::DOCUMENT_NODE;
+        if (isDocument) documents.emplace_back();
+        parent = append_owned(parent, copy_node(visit.node(), target));
+        if (isDocument) documents.back().reset(parent);
     }
-    return visit.found;
+    for (OwnedNode<Node>& document : documents) static_cast<void>(document.release());
+    return copy.release();
 }
 
 }  // namespace qvox

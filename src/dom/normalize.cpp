@@ -5,7 +5,6 @@
 #include "dom/document.h"
 #include "dom/tree.h"
 #include "dom/tree_visit.h"
-#include "traversal/tree_walker.h"
 
 namespace qvox {
 
@@ -50,11 +49,10 @@ private:
     std::vector<Node*> nodes;
 };
 
-void merge_step(TreeVisit& visit) {
-    Node* node = visit.walker->getCurrentNode();
+void merge_texts(const Node* node, const Node* root) {
     NodeListImpl* children = Tree::childrenOf(node);
     if (children == nullptr || !may_hold_text(node)) return;
-    MergedNodes merged(*children, visit.walker->getRoot());
+    MergedNodes merged(*children, root);
     Node* run = nullptr;
     for (Node* child = children->front(); child != nullptr; child = children->after(child)) {
         if (is_text(run) && is_text(child)) {
@@ -68,12 +66,10 @@ void merge_step(TreeVisit& visit) {
 }  // namespace
 
 void normalize_tree(Node* root) {
-    TreeWalkerImpl walker(root, NodeFilter::SHOW_ALL, nullptr, false);
-    TreeVisit visit;
-    visit.pre = merge_step;
-    visit.deep = true;
-    visit.walker = &walker;
-    runVisit(visit);
+    TreeVisit visit(root, NodeFilter::SHOW_ALL);
+    do {
+        merge_texts(visit.node(), root);
+    } while (visit.next());
 }
 
 }  // namespace qvox

@@ -1,28 +1,31 @@
 // The one depth-first visit on which copying, normalising and all searches stand.
 #pragma once
 
+#include <cstddef>
+
 #include <qvox/dom.h>
+
+#include "traversal/tree_walker.h"
 
 namespace qvox {
 
-// The state of one visit, made on the stack for it.
-struct TreeVisit {
-    using Step = void (*)(TreeVisit& visit);
+// Gives a node and all that is shown below it, in document order. What isn't shown is passed over
+// with its whole subtree. Needs no memory on the way.
+class TreeVisit {
+public:
+    // At the root, which is there whether shown or not.
+    TreeVisit(Node* root, unsigned long whatToShow) : walker(root, whatToShow, nullptr, false) {}
 
-    Step pre = nullptr;            // called at every node before its children
-    Step post = nullptr;           // called after them, only with `deep`
-    bool deep = false;             // go down to the children
-    TreeWalker* walker = nullptr;  // at the node being visited
-    Xstring first = "";            // arguments of a search
-    Xstring second = "";
-    void* current = nullptr;     // carried from a node to its children: each child sees what its
-                                 // parent's `pre` left here
-    Node* found = nullptr;       // result of a search for one node
-    Document* target = nullptr;  // the receiving document of an import
+    // The node being visited. Its children may change as long as it is.
+    Node* node() const { return walker.getCurrentNode(); }
+    // How far it is below the root.
+    std::size_t depth() const { return level; }
+    // Goes to the next node. False behind the last one, where the visit stands at its root again.
+    bool next();
+
+private:
+    TreeWalkerImpl walker;
+    std::size_t level = 0;
 };
-
-// Visits the walker's node and, with `deep`, what the walker shows below it. What it doesn't show
-// is passed over with its whole subtree.
-void runVisit(TreeVisit& visit);
 
 }  // namespace qvox

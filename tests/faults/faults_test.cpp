@@ -151,6 +151,19 @@ const TreeCall treeCalls[] = {
          t.parser.free(static_cast<qvox::Document*>(t.document->cloneNode(true)));
          return nullptr;
      }},
+    {"cloneNode of a document type with a document", "a",
+     [](Tree& t) {
+         qvox::DOMImplementation& all = *t.document->getImplementation();
+         const auto freed = [&all](qvox::Document* document) { all.freeDocument(document); };
+         const std::unique_ptr<qvox::Document, decltype(freed)> document(
+             all.createDocument({}, "a-long-name-here", nullptr), freed);
+         document->getDocumentElement()->setAttribute("a-long-name", "a-long-value-here");
+         qvox::Node* const type = t.drop(all.createDocumentType("a-long-name", {}, {}));
+         type->appendChild(document.get());
+         qvox::Node* const copy = type->cloneNode(true);
+         all.freeDocument(static_cast<qvox::Document*>(copy->getFirstChild()));
+         return copy;
+     }},
     {"importNode", BRANCHES, [](Tree& t) { return t.document->importNode(t["a"], true); }},
     {"importNode of many attributes",
      "a[aa='1' ab='2' ac='3' ad='4' ae='5' af='6' ag='7' ah='8' ai='9' aj='10' ak='11' al='12' "
