@@ -27,14 +27,13 @@ bool is_text(const Node* node) { return node != nullptr && node->getNodeType() =
 // memory runs out before the last.
 class MergedNodes {
 public:
-    MergedNodes(NodeListImpl& list, const Node* visitedRoot) : children(list), root(visitedRoot) {}
+    MergedNodes(NodeListImpl& list, DocumentImpl* document) : children(list), keeper(document) {}
     MergedNodes(const MergedNodes&) = delete;
     MergedNodes& operator=(const MergedNodes&) = delete;
     ~MergedNodes() {
         if (nodes.empty()) return;
         children.removeAll(nodes);
-        DocumentImpl* document = Tree::treeDocumentOfLiving(root);
-        for (Node* node : nodes) Tree::abandon(node, document);
+        for (Node* node : nodes) Tree::abandon(node, keeper);
     }
 
     void merge(Text* run, Text* node) {
@@ -45,14 +44,16 @@ public:
 
 private:
     NodeListImpl& children;
-    const Node* root;
+    DocumentImpl* keeper;
     std::vector<Node*> nodes;
 };
 
-void merge_texts(const Node* node, const Node* root) {
+// A tree without a document, such as a document type's, may hold nodes of several.
+void merge_texts(const Node* node, DocumentImpl* treeDocument) {
     NodeListImpl* children = Tree::childrenOf(node);
     if (children == nullptr || !may_hold_text(node)) return;
-    MergedNodes merged(*children, root);
+    MergedNodes merged(*children,
+                       treeDocument != nullptr ? treeDocument : Tree::treeDocumentOfLiving(node));
     Node* run = nullptr;
     for (Node* child = children->front(); child != nullptr; child = children->after(child)) {
         if (is_text(run) && is_text(child)) {
@@ -66,9 +67,10 @@ void merge_texts(const Node* node, const Node* root) {
 }  // namespace
 
 void normalize_tree(Node* root) {
+    DocumentImpl* const treeDocument = Tree::treeDocumentOfLiving(root);
     TreeVisit visit(root, NodeFilter::SHOW_ALL);
     do {
-        merge_texts(visit.node(), root);
+        merge_texts(visit.node(), treeDocument);
     } while (visit.next());
 }
 

@@ -144,6 +144,7 @@ void Tree::makeChildList(Node* parent) {
 
 // What a fragment gives up. Fragments can stand in it by a replacement.
 struct Tree::FragmentContent {
+    std::vector<Node*> nodes;  // all, in document order
     std::vector<Node*> items;
     std::vector<Node*> innerFragments;  // each behind the one that it is in
     std::size_t leadingFragments = 0;   // those that come before the first item
@@ -155,6 +156,7 @@ Tree::FragmentContent Tree::contentOf(Node* fragment) {
     Node* node = firstChildOf(fragment);
     while (node != nullptr) {
         content.endsWithItem = !is_fragment(node);
+        content.nodes.push_back(node);
         (content.endsWithItem ? content.items : content.innerFragments).push_back(node);
         if (content.items.empty()) ++content.leadingFragments;
         Node* next = content.endsWithItem ? nullptr : firstChildOf(node);
@@ -167,20 +169,19 @@ Tree::FragmentContent Tree::contentOf(Node* fragment) {
     return content;
 }
 
-// Their items have gone.
-void Tree::dropInnerFragments(const FragmentContent& content, Node* fragment) {
+// Takes everything out of the fragment, each node from the front of its list, and leaves the inner
+// fragments to its document.
+void Tree::emptyFragment(const FragmentContent& content, Node* fragment) {
+    for (Node* node : content.nodes) NodeCollection::release(node);
     if (content.innerFragments.empty()) return;
     DocumentImpl* document = treeDocumentOf(fragment);
-    for (Node* inner : content.innerFragments) {
-        NodeCollection::release(inner);
-        abandon(inner, document);
-    }
+    for (Node* inner : content.innerFragments) abandon(inner, document);
 }
 
 void Tree::takeFragment(Node* parent, Node* fragment) {
     const FragmentContent content = contentOf(fragment);
+    emptyFragment(content, fragment);
     for (Node* item : content.items) appendAsIs(parent, item);
-    dropInnerFragments(content, fragment);
 }
 
 // What was inserted last; `ref` for a fragment that is empty or ends with an empty one. Where `ref`
@@ -197,14 +198,13 @@ Node* Tree::insertFragment(Node* parent, Node* fragment, Node* ref) {
             clearParent(items.front());
             return nullptr;
         }
-        for (Node* item : items) {
-            NodeCollection::release(item);
-            noteTravel(parent, item);
-        }
+    }
+    emptyFragment(content, fragment);
+    if (!items.empty()) {
+        for (Node* item : items) noteTravel(parent, item);
         parent->children->insertAllBefore(items.data(), items.size(), ref,
                                           NodeCollection::OWNER_IS_PARENT);
     }
-    dropInnerFragments(content, fragment);
     return content.endsWithItem ? items.back() : ref;
 }
 

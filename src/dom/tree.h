@@ -103,7 +103,7 @@ private:
 
     static void makeChildList(Node* parent);
     static FragmentContent contentOf(Node* fragment);
-    static void dropInnerFragments(const FragmentContent& content, Node* fragment);
+    static void emptyFragment(const FragmentContent& content, Node* fragment);
     static void takeFragment(Node* parent, Node* fragment);
     static Node* insertFragment(Node* parent, Node* fragment, Node* ref);
     static const Node* ownerOf(const Node* node);

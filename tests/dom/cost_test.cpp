@@ -52,6 +52,24 @@ TEST(Cost, GrowingDownwards) {
     EXPECT_FALSE(innermost->hasChildNodes());
 }
 
+// Every other child of the fragment is an empty fragment.
+TEST(Cost, FragmentsInAFragment) {
+    Tree tree("a");
+    qvox::Document* const document = tree.document;
+    Node* const root = document->getDocumentElement();
+    for (const bool inFront : {false, true}) {
+        Node* const fragment = document->createDocumentFragment();
+        for (int i = 0; i < MANY / 2; ++i) {
+            fragment->appendChild(document->createTextNode("x"));
+            Node* const place = fragment->appendChild(document->createTextNode("y"));
+            tree.drop(fragment->replaceChild(document->createDocumentFragment(), place));
+        }
+        root->insertBefore(fragment, inFront ? root->getFirstChild() : nullptr);
+        tree.drop(fragment);
+    }
+    EXPECT_EQ(root->getChildNodes()->getLength(), MANY);
+}
+
 TEST(Cost, GrowingAtBothEnds) {
     const Tree tree("a");
     Node* const root = tree.document->getDocumentElement();
