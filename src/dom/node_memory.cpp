@@ -1,5 +1,6 @@
 #include "dom/node_memory.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <limits>
@@ -14,53 +15,95 @@ namespace {
 // A chunk lies at a multiple of its size, so that a piece's address tells its chunk.
 constexpr std::size_t CHUNK_SIZE = 65536;
 
+// What a single node can keep alive is bounded.
+constexpr std::size_t MOST_CHUNKS = 16;
+
 }  // namespace
+
+// At the start of a block's first chunk.
+struct NodeMemory::Block {
+    std::atomic<std::size_t> chunks;  // those that aren't finished with
+
+    void drop(std::size_t count) {
+        if (chunks.fetch_sub(count, std::memory_order_acq_rel) != count) return;
+        this->~Block();
+        qvox_aligned_free(this, CHUNK_SIZE);
+    }
+};
 
 struct NodeMemory::Chunk {
     // While the chunk is being filled it counts down from here, so that taking needs no atomic
     // operation; what was taken is added when it is full.
     static constexpr std::size_t FILLING = std::numeric_limits<std::size_t>::max() / 2;
 
-    std::atomic<std::size_t> pieces{FILLING};
+    explicit Chunk(Block* blockOfChunk) : block(blockOfChunk) {}
 
     void drop(std::size_t count) {
         if (pieces.fetch_sub(count, std::memory_order_acq_rel) != count) return;
+        Block* const left = block;
         this->~Chunk();
-        qvox_aligned_free(this, CHUNK_SIZE);
+        left->drop(1);
     }
+
+    Block* block;
+    std::atomic<std::size_t> pieces{FILLING};
 };
 
 // With an address sanitizer every piece is an allocation of its own, so that it sees wrong uses.
 #if defined(QVOX_ADDRESS_SANITIZER)
 
-void* NodeMemory::takeElsewhere(std::size_t size) { return qvox_malloc(size); }
+NodeMemory::~NodeMemory() = default;
 
-void NodeMemory::leaveChunk() {}
+void* NodeMemory::takeElsewhere(std::size_t size) { return qvox_malloc(size); }
 
 void NodeMemory::release(void* piece) { qvox_free(piece); }
 
 #else
+
+NodeMemory::~NodeMemory() {
+    leaveChunk();
+    leaveBlock();
+}
 
 void* NodeMemory::takeElsewhere(std::size_t size) {
     startChunk();
     return takeHere(size);
 }
 
+void NodeMemory::startBlock() {
+    leaveBlock();
+    const std::size_t chunks = std::min(MOST_CHUNKS, 2 * chunksOfBlock + 1);
+    block = new (qvox_aligned_malloc(chunks * CHUNK_SIZE, CHUNK_SIZE)) Block{{chunks}};
+    chunksOfBlock = chunks;
+    chunksUsed = 0;
+}
+
+// Behind the last chunk of a block, and at the very start, there is none.
 void NodeMemory::startChunk() {
     leaveChunk();
-    chunk = new (qvox_aligned_malloc(CHUNK_SIZE, CHUNK_SIZE)) Chunk;
+    if (chunksUsed == chunksOfBlock) startBlock();
+    auto* const place = reinterpret_cast<unsigned char*>(block) + chunksUsed * CHUNK_SIZE;
+    chunk = new (place + sizeof(Block)) Chunk(block);
+    ++chunksUsed;
     next = reinterpret_cast<unsigned char*>(chunk + 1);
-    left = CHUNK_SIZE - sizeof(Chunk);
+    left = CHUNK_SIZE - sizeof(Block) - sizeof(Chunk);
     taken = 0;
 }
 
 void NodeMemory::leaveChunk() {
     if (chunk != nullptr) chunk->drop(Chunk::FILLING - taken);
+    chunk = nullptr;
+}
+
+// Chunks that were never used are finished with.
+void NodeMemory::leaveBlock() {
+    if (chunksUsed != chunksOfBlock) block->drop(chunksOfBlock - chunksUsed);
 }
 
 void NodeMemory::release(void* piece) {
     const std::size_t offset = reinterpret_cast<std::uintptr_t>(piece) % CHUNK_SIZE;
-    reinterpret_cast<Chunk*>(static_cast<unsigned char*>(piece) - offset)->drop(1);
+    auto* const start = static_cast<unsigned char*>(piece) - offset;
+    reinterpret_cast<Chunk*>(start + sizeof(Block))->drop(1);
 }
 
 #endif

@@ -1,6 +1,7 @@
 // Memory for the nodes of a parsed document. Parsing makes many small objects in the order in which
-// a reader meets them, so each takes the next bytes of a chunk; a chunk goes when all that lies in
-// it has gone. Taking costs an addition, and giving back a subtraction.
+// a reader meets them, so each takes the next bytes of a chunk. Taking costs an addition, and
+// giving back a subtraction. Chunks come in blocks, the larger the more there are, so that the
+// system is seldom asked; a block goes when all that lies in it has gone.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +17,7 @@ public:
     NodeMemory(const NodeMemory&) = delete;
     NodeMemory& operator=(const NodeMemory&) = delete;
     // What was taken stays until it is released.
-    ~NodeMemory() { leaveChunk(); }
+    ~NodeMemory();
 
     // `size` bytes, not cleared, aligned for pointers. For one thread at a time.
     void* take(std::size_t size) {
@@ -30,6 +31,7 @@ public:
 private:
     static constexpr std::size_t ALIGNMENT = alignof(void*);
 
+    struct Block;
     struct Chunk;
 
     void* takeHere(std::size_t size) {
@@ -40,9 +42,14 @@ private:
         return piece;
     }
     void* takeElsewhere(std::size_t size);
+    void startBlock();
     void startChunk();
     void leaveChunk();
+    void leaveBlock();
 
+    Block* block = nullptr;
+    std::size_t chunksOfBlock = 0;
+    std::size_t chunksUsed = 0;
     Chunk* chunk = nullptr;
     unsigned char* next = nullptr;
     std::size_t left = 0;   // bytes behind `next`

@@ -18,10 +18,10 @@ std::optional<Failure> print(const SourceFile& source, Externals externals, Outp
     const Way way = way_to_read(path, externals);
     qvox::SAXParser parser;
     parser.setFeature(qvox::FEATURE_EXTERNAL_FILES, externals == Externals::OPENED);
-    if (const auto failure = parse_document(parser, path)) return failure;
+    if (auto failure = parse_document(parser, path)) return failure;
     DocumentWriter writer(*target_encoding("UTF-8"), FORMATTED, output);
     DisguiseRemover plain(source.mark(), writer);
-    const auto failure = pass_document(path, way, externals, plain);
+    auto failure = pass_document(path, way, externals, plain);
     if (!failure) writer.finish();
     return failure;
 }
