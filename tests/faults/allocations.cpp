@@ -133,4 +133,6 @@ void operator delete(void* block) noexcept {
     std::free(block);
 }
 
+#if defined(__cpp_sized_deallocation)
 void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
+#endif

@@ -23,7 +23,9 @@ void* operator new(std::size_t size) {
     return p;
 }
 void operator delete(void* p) noexcept { std::free(p); }
+#if defined(__cpp_sized_deallocation)
 void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+#endif
 
 namespace qvox {
 namespace {
