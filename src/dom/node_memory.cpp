@@ -40,9 +40,9 @@ struct NodeMemory::Chunk {
 
     void drop(std::size_t count) {
         if (pieces.fetch_sub(count, std::memory_order_acq_rel) != count) return;
-        Block* const left = block;
+        Block* const home = block;
         this->~Chunk();
-        left->drop(1);
+        home->drop(1);
     }
 
     Block* block;

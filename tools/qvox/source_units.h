@@ -28,7 +28,7 @@ private:
     int nextByte();
 
     struct CloseFile {
-        void operator()(std::FILE* file) const { std::fclose(file); }
+        void operator()(std::FILE* opened) const { std::fclose(opened); }
     };
 
     std::unique_ptr<std::FILE, CloseFile> file;

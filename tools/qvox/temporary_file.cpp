@@ -21,7 +21,8 @@ namespace fs = std::filesystem;
 constexpr std::size_t MOST_FILES = 8;
 std::array<std::atomic<const char*>, MOST_FILES> standing;
 
-extern "C" void remove_and_end(int signal) {
+extern "C" {
+static void remove_and_end(int signal) {
     for (const std::atomic<const char*>& name : standing) {
         const char* const path = name.load();
 #ifdef _WIN32
@@ -32,6 +33,7 @@ extern "C" void remove_and_end(int signal) {
     }
     std::signal(signal, SIG_DFL);
     std::raise(signal);
+}
 }
 
 // What is ignored, as under nohup, stays so.
