@@ -14,6 +14,7 @@
 bool WriteError::readerIsGone() const { return systemCode == EPIPE; }
 
 void Output::write(std::string_view text) {
+    if (text.empty()) return;
     if (std::fwrite(text.data(), 1, text.size(), stream) != text.size()) throw WriteError{errno};
 }
 
