@@ -15,9 +15,6 @@
 #include "support/require.h"
 #include "support/trees.h"
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
 namespace qvox_fuzz {
 namespace {
 
@@ -421,14 +418,7 @@ void Machine::freeNode() {
 }
 
 }  // namespace
+
+void run(Input input) { Machine(input).run(); }
+
 }  // namespace qvox_fuzz
-
-int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    qvox_fuzz::silence_reports();
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    qvox_fuzz::Machine(qvox_fuzz::Input(data, size)).run();
-    return 0;
-}

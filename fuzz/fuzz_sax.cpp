@@ -8,9 +8,6 @@
 #include "support/memory_files.h"
 #include "support/require.h"
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
 namespace qvox_fuzz {
 namespace {
 
@@ -23,6 +20,8 @@ void parse_without_handlers(qvox::SAXParser& parser) {
         // the document is refused
     }
 }
+
+}  // namespace
 
 void run(Input input) {
     const unsigned switches = input.byte();
@@ -45,16 +44,4 @@ void run(Input input) {
     require(next_handle() == handle, "a parse closes its files");
 }
 
-}  // namespace
 }  // namespace qvox_fuzz
-
-int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    qvox_fuzz::silence_reports();
-    qvox_fuzz::make_memory_files();
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    qvox_fuzz::run(qvox_fuzz::Input(data, size));
-    return 0;
-}

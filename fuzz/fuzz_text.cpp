@@ -8,9 +8,6 @@
 #include "support/input.h"
 #include "support/require.h"
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
 namespace qvox_fuzz {
 namespace {
 
@@ -76,6 +73,8 @@ void check_edits(const Xstring& text, Input& input) {
     check_conversions(grown);
 }
 
+}  // namespace
+
 void run(Input input) {
     const unsigned kind = input.byte() % 3;
     Input edits = input;
@@ -91,15 +90,4 @@ void run(Input input) {
     require(!(text == "\x80"), "bytes from 0x80 up equal nothing");
 }
 
-}  // namespace
 }  // namespace qvox_fuzz
-
-int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    qvox_fuzz::silence_reports();
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    qvox_fuzz::run(qvox_fuzz::Input(data, size));
-    return 0;
-}

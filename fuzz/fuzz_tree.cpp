@@ -10,9 +10,6 @@
 #include "support/require.h"
 #include "support/trees.h"
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-
 namespace qvox_fuzz {
 namespace {
 
@@ -120,6 +117,8 @@ void change(Document* document, Input& changes) {
     check_tree(document);
 }
 
+}  // namespace
+
 void run(Input input) {
     const unsigned switches = input.byte();
     for (std::size_t file = 0; file < CHANGES; ++file) set_memory_file(file, input.piece());
@@ -138,16 +137,4 @@ void run(Input input) {
     written(document.get());
 }
 
-}  // namespace
 }  // namespace qvox_fuzz
-
-int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    qvox_fuzz::silence_reports();
-    qvox_fuzz::make_memory_files();
-    return 0;
-}
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    qvox_fuzz::run(qvox_fuzz::Input(data, size));
-    return 0;
-}

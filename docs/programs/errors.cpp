@@ -3,13 +3,11 @@
 
 #include <qvox/qvox.h>
 
-#include "text.h"
-
 class Places : public qvox::DefaultHandler {
     static void print(const char* kind, const qvox::SAXParseException& report) {
-        std::printf("%s:%d:%d: %s %d: %s\n", utf8(report.getSystemId()).c_str(),
+        std::printf("%s:%d:%d: %s %d: %s\n", report.getSystemId().utf8().c_str(),
                     report.getLineNumber(), report.getColumnNumber(), kind, report.getCode(),
-                    utf8(report.getMessage()).c_str());
+                    report.getMessage().utf8().c_str());
     }
     void warning(const qvox::SAXParseException& report) override { print("warning", report); }
     void error(const qvox::SAXParseException& report) override { print("error", report); }

@@ -1,31 +1,30 @@
 // Prints a document's elements, attributes, texts and comments as they come.
 #include <cstdio>
+#include <string>
 
 #include <qvox/qvox.h>
-
-#include "text.h"
 
 class Printer : public qvox::DefaultHandler, public qvox::LexicalHandler {
     void startElement(const qvox::Xstring&, const qvox::Xstring&, const qvox::Xstring& qName,
                       const qvox::Attributes& attributes) override {
-        std::printf("start %s\n", utf8(qName).c_str());
+        std::printf("start %s\n", qName.utf8().c_str());
         for (int i = 0; i < attributes.getLength(); ++i) {
-            std::printf("  %s = %s\n", utf8(attributes.getQName(i)).c_str(),
-                        utf8(attributes.getValue(i)).c_str());
+            std::printf("  %s = %s\n", attributes.getQName(i).utf8().c_str(),
+                        attributes.getValue(i).utf8().c_str());
         }
     }
     void endElement(const qvox::Xstring&, const qvox::Xstring&,
                     const qvox::Xstring& qName) override {
-        std::printf("end %s\n", utf8(qName).c_str());
+        std::printf("end %s\n", qName.utf8().c_str());
     }
     void characters(const qvox::Xstring& text) override {
         // White space between elements comes here too.
-        if (utf8(text).find_first_not_of(" \n") == std::string::npos) return;
-        std::printf("text %s\n", utf8(text).c_str());
+        if (text.utf8().find_first_not_of(" \n") == std::string::npos) return;
+        std::printf("text %s\n", text.utf8().c_str());
     }
 
     void comment(const qvox::Xstring& text) override {
-        std::printf("comment%s\n", utf8(text).c_str());
+        std::printf("comment%s\n", text.utf8().c_str());
     }
     void startCDATA() override {}
     void endCDATA() override {}
@@ -45,7 +44,7 @@ int main() {
     try {
         parser.parse("tea.xml");
     } catch (const qvox::QVOXException& exception) {
-        std::printf("%s\n", utf8(exception.getMessage()).c_str());
+        std::printf("%s\n", exception.getMessage().utf8().c_str());
         return 1;
     }
 }

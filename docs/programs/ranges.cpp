@@ -3,29 +3,27 @@
 
 #include <qvox/qvox.h>
 
-#include "text.h"
-
 int main() {
-    std::u16string source = u"<文>在庫がないときは代替品を。</文>";
+    const qvox::Xstring source = u"<文>在庫がないときは代替品を。</文>";
     qvox::DOMParser parser;
     try {
-        qvox::Document* document = parser.parse(reinterpret_cast<unsigned short*>(source.data()));
+        qvox::Document* document = parser.parse(source.unicode_str());
         qvox::Node* text = document->getDocumentElement()->getFirstChild();
 
         qvox::Range* range = document->createRange();
         range->setStart(text, 3);  // offsets count 16-bit units
         range->setEnd(text, 8);
-        std::printf("%s\n", utf8(range->toString()).c_str());
+        std::printf("%s\n", range->toString().utf8().c_str());
 
-        range->surroundContents(document->createElement(wide(u"条件")));
+        range->surroundContents(document->createElement(u"条件"));
         // The text of a range has the opening tags of its elements in it.
         range->selectNodeContents(document->getDocumentElement());
-        std::printf("%s\n", utf8(range->toString()).c_str());
+        std::printf("%s\n", range->toString().utf8().c_str());
 
         document->freeRange(range);
         parser.free(document);
     } catch (const qvox::QVOXException& exception) {
-        std::printf("%s\n", utf8(exception.getMessage()).c_str());
+        std::printf("%s\n", exception.getMessage().utf8().c_str());
         return 1;
     }
 }

@@ -3,8 +3,6 @@
 
 #include <qvox/qvox.h>
 
-#include "text.h"
-
 int main() {
     qvox::DOMParser parser;
     try {
@@ -12,27 +10,27 @@ int main() {
         qvox::Element* root = order->getDocumentElement();
 
         // A node that was made is the program's, until it is attached.
-        qvox::Element* item = order->createElement(wide(u"品"));
-        item->setAttribute(wide(u"数量"), wide(u"2"));
-        item->appendChild(order->createTextNode(wide(u"番茶")));
+        qvox::Element* item = order->createElement(u"品");
+        item->setAttribute(u"数量", u"2");
+        item->appendChild(order->createTextNode(u"番茶"));
         root->appendChild(item);
 
         // A node that was taken out is the program's again: attach it elsewhere, or free it.
-        qvox::Node* first = order->getElementsByTagName(wide(u"品"))->item(0);
+        qvox::Node* first = order->getElementsByTagName(u"品")->item(0);
         parser.freeNode(root->removeChild(first));
 
         parser.write(order, "tea-euc.xml", "EUC-JP");
         parser.free(order);
 
         qvox::Document* again = parser.parse("tea-euc.xml");
-        qvox::NodeList* items = again->getElementsByTagName(wide(u"品"));
+        qvox::NodeList* items = again->getElementsByTagName(u"品");
         for (int i = 0; i < items->getLength(); ++i) {
-            std::printf("%s\n", utf8(items->item(i)->getFirstChild()->getNodeValue()).c_str());
+            std::printf("%s\n", items->item(i)->getFirstChild()->getNodeValue().utf8().c_str());
         }
-        std::printf("%s\n", utf8(again->getFirstChild()->getNodeValue()).c_str());
+        std::printf("%s\n", again->getFirstChild()->getNodeValue().utf8().c_str());
         parser.free(again);
     } catch (const qvox::QVOXException& exception) {
-        std::printf("%s\n", utf8(exception.getMessage()).c_str());
+        std::printf("%s\n", exception.getMessage().utf8().c_str());
         return 1;
     }
 }

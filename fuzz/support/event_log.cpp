@@ -19,15 +19,6 @@ std::string key_of(const qvox::Xstring& text) {
 
 }  // namespace
 
-void EventLog::attach(qvox::SAXParser& parser) {
-    parser.setContentHandler(this);
-    parser.setDTDHandler(this);
-    parser.setEntityResolver(this);
-    parser.setErrorHandler(this);
-    parser.setProperty(qvox::PROPERTY_LEXICAL_HANDLER, static_cast<qvox::LexicalHandler*>(this));
-    parser.setProperty(qvox::PROPERTY_DECL_HANDLER, static_cast<qvox::DeclHandler*>(this));
-}
-
 int EventLog::parse(qvox::SAXParser& parser, const char* fileName) {
     attach(parser);
     int code = 0;
@@ -35,7 +26,7 @@ int EventLog::parse(qvox::SAXParser& parser, const char* fileName) {
         parser.parse(fileName);
     } catch (const qvox::QVOXException& exception) {
         code = exception.getCode();
-        line("exception", {&exception.getMessage()});
+        event("exception", {&exception.getMessage()});
     }
     finish(code);
     return code;
@@ -84,8 +75,8 @@ void EventLog::add(const Text& added) {
     add('\'');
 }
 
-void EventLog::line(const char* event, std::initializer_list<const Text*> texts) {
-    for (const char* c = event; *c != 0; ++c) add(*c);
+void EventLog::event(const char* name, std::initializer_list<const Text*> texts) {
+    for (const char* c = name; *c != 0; ++c) add(*c);
     for (const Text* each : texts) {
         add(' ');
         add(*each);
@@ -93,40 +84,40 @@ void EventLog::line(const char* event, std::initializer_list<const Text*> texts)
     add('\n');
 }
 
-void EventLog::report(const char* event, const Exception& exception) {
-    char place[64];
-    std::snprintf(place, sizeof place, "%s %d %d:%d", event, int(exception.getCode()),
-                  exception.getLineNumber(), exception.getColumnNumber());
-    line(place, {&exception.getMessage(), &exception.getSystemId()});
+void EventLog::report(const char* level, const Exception& exception) {
     require(!hasError, "nothing is told behind an error");
+    char place[64];
+    std::snprintf(place, sizeof place, "%s %d %d:%d", level, int(exception.getCode()),
+                  exception.getLineNumber(), exception.getColumnNumber());
+    event(place, {&exception.getMessage(), &exception.getSystemId()});
 }
 
 void EventLog::characters(const Text& content) {
     require(!openElements.empty() && !isInDtd, "text stands in an element");
-    line(content.isBulk() ? "characters bulk" : "characters", {&content});
+    EventLines::characters(content);
 }
 
 void EventLog::startDocument() {
     require(!isStarted, "a document starts once");
     isStarted = true;
-    line("startDocument", {});
+    EventLines::startDocument();
 }
 
 void EventLog::endDocument() {
     require(isStarted && !isEnded && !hasError, "a document ends once");
     isEnded = true;
-    line("endDocument", {});
+    EventLines::endDocument();
 }
 
 void EventLog::startElement(const Text& uri, const Text& local, const Text& qName,
                             const qvox::Attributes& attributes) {
     require(isStarted && !isEnded && !isInDtd && !isInCdata, "elements stand in the document");
     openElements.push_back(key_of(qName));
-    line("startElement", {&uri, &local, &qName});
+    event("startElement", {&uri, &local, &qName});
     for (int i = 0; i < attributes.getLength(); ++i) {
-        line(" attribute",
-             {&attributes.getURI(i), &attributes.getLocalName(i), &attributes.getQName(i),
-              &attributes.getType(i), &attributes.getValue(i)});
+        event(" attribute",
+              {&attributes.getURI(i), &attributes.getLocalName(i), &attributes.getQName(i),
+               &attributes.getType(i), &attributes.getValue(i)});
         const int found = attributes.getIndex(attributes.getQName(i));
         require(found >= 0 && found <= i, "an attribute is found by its name");
     }
@@ -135,52 +126,51 @@ void EventLog::startElement(const Text& uri, const Text& local, const Text& qNam
 void EventLog::endElement(const Text& uri, const Text& local, const Text& qName) {
     require(!openElements.empty() && openElements.back() == key_of(qName), "tags match");
     openElements.pop_back();
-    line("endElement", {&uri, &local, &qName});
+    EventLines::endElement(uri, local, qName);
 }
 
 void EventLog::startPrefixMapping(const Text& prefix, const Text& uri) {
     openPrefixes.push_back(key_of(prefix));
-    line("startPrefixMapping", {&prefix, &uri});
+    EventLines::startPrefixMapping(prefix, uri);
 }
 
 void EventLog::endPrefixMapping(const Text& prefix) {
     const auto open = std::find(openPrefixes.begin(), openPrefixes.end(), key_of(prefix));
     require(open != openPrefixes.end(), "a prefix mapping that ends has begun");
     openPrefixes.erase(open);
-    line("endPrefixMapping", {&prefix});
+    EventLines::endPrefixMapping(prefix);
 }
 
 void EventLog::startCDATA() {
     require(!isInCdata && !openElements.empty(), "a CDATA section stands in an element");
     isInCdata = true;
-    line("startCDATA", {});
+    EventLines::startCDATA();
 }
 
 void EventLog::endCDATA() {
     require(isInCdata, "a CDATA section that ends has begun");
     isInCdata = false;
-    line("endCDATA", {});
+    EventLines::endCDATA();
 }
 
 void EventLog::startDTD(const Text& name, const Text& publicId, const Text& systemId) {
     require(!isInDtd && openElements.empty(), "a document type stands in front of the root");
     isInDtd = true;
-    line("startDTD", {&name, &publicId, &systemId});
+    EventLines::startDTD(name, publicId, systemId);
 }
 
 void EventLog::endDTD() {
     require(isInDtd, "a document type that ends has begun");
     isInDtd = false;
-    line("endDTD", {});
+    EventLines::endDTD();
 }
 
 void EventLog::error(const Exception& exception) {
-    report("error", exception);
+    EventLines::error(exception);
     hasError = true;
 }
 
 void EventLog::fatalError(const Exception&) { require(false, "no document is fatal"); }
-void EventLog::warning(const Exception& exception) { report("warning", exception); }
 void EventLog::ignorableWhiteSpace(const Text&) { require(false, "white space is text"); }
 void EventLog::setDocumentLocator(const qvox::Locator&) { require(false, "no locator is told"); }
 void EventLog::skippedEntity(const Text&) { require(false, "no entity is skipped"); }
@@ -190,29 +180,6 @@ void EventLog::unparsedEntityDecl(const Text&, const Text&, const Text&, const T
 qvox::InputSource EventLog::resolveEntity(const Text&, const Text&) {
     require(false, "no entity is resolved");
     return {};
-}
-
-void EventLog::processingInstruction(const Text& target, const Text& data) {
-    line("processingInstruction", {&target, &data});
-}
-void EventLog::comment(const Text& content) { line("comment", {&content}); }
-void EventLog::startEntity(const Text& name) { line("startEntity", {&name}); }
-void EventLog::endEntity(const Text& name) { line("endEntity", {&name}); }
-void EventLog::notationDecl(const Text& name, const Text& publicId, const Text& systemId) {
-    line("notationDecl", {&name, &publicId, &systemId});
-}
-void EventLog::attributeDecl(const Text& element, const Text& attribute, const Text& type,
-                             const Text& valueDefault, const Text& value) {
-    line("attributeDecl", {&element, &attribute, &type, &valueDefault, &value});
-}
-void EventLog::elementDecl(const Text& name, const Text& model) {
-    line("elementDecl", {&name, &model});
-}
-void EventLog::externalEntityDecl(const Text& name, const Text& publicId, const Text& systemId) {
-    line("externalEntityDecl", {&name, &publicId, &systemId});
-}
-void EventLog::internalEntityDecl(const Text& name, const Text& value) {
-    line("internalEntityDecl", {&name, &value});
 }
 
 }  // namespace qvox_fuzz

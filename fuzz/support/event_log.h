@@ -8,26 +8,12 @@
 
 #include <qvox/qvox.h>
 
+#include "support/event_lines.h"
+
 namespace qvox_fuzz {
 
-class EventLog : public qvox::ContentHandler,
-                 public qvox::DTDHandler,
-                 public qvox::EntityResolver,
-                 public qvox::ErrorHandler,
-                 public qvox::LexicalHandler,
-                 public qvox::DeclHandler {
+class EventLog : public qvox_test::EventLines {
 public:
-    using Text = qvox::Xstring;
-    using Exception = qvox::SAXParseException;
-
-    EventLog() = default;
-    EventLog(const EventLog&) = delete;
-    EventLog& operator=(const EventLog&) = delete;
-    virtual ~EventLog() = default;
-
-    // Makes this all six handlers of the parser.
-    void attach(qvox::SAXParser& parser);
-
     // A parse with this log, from its beginning. Returns the code of its exception, or 0.
     int parse(qvox::SAXParser& parser, const char* fileName);
 
@@ -35,48 +21,34 @@ public:
     // compared line by line, what comes behind it by its hash.
     static std::string difference(const EventLog& a, const EventLog& b);
 
-    void characters(const Text& text) override;
+    void characters(const Text& content) override;
     void endDocument() override;
     void endElement(const Text& uri, const Text& local, const Text& qName) override;
     void endPrefixMapping(const Text& prefix) override;
-    void ignorableWhiteSpace(const Text& text) override;
-    void processingInstruction(const Text& target, const Text& data) override;
-    void setDocumentLocator(const qvox::Locator& locator) override;
-    void skippedEntity(const Text& name) override;
     void startDocument() override;
     void startElement(const Text& uri, const Text& local, const Text& qName,
                       const qvox::Attributes& attributes) override;
     void startPrefixMapping(const Text& prefix, const Text& uri) override;
-
-    void notationDecl(const Text& name, const Text& publicId, const Text& systemId) override;
-    void unparsedEntityDecl(const Text& name, const Text& publicId, const Text& systemId,
-                            const Text& notation) override;
-
-    qvox::InputSource resolveEntity(const Text& publicId, const Text& systemId) override;
-
-    void error(const Exception& exception) override;
-    void fatalError(const Exception& exception) override;
-    void warning(const Exception& exception) override;
-
-    void comment(const Text& text) override;
     void endCDATA() override;
     void endDTD() override;
-    void endEntity(const Text& name) override;
     void startCDATA() override;
     void startDTD(const Text& name, const Text& publicId, const Text& systemId) override;
-    void startEntity(const Text& name) override;
+    void error(const Exception& exception) override;
 
-    void attributeDecl(const Text& element, const Text& attribute, const Text& type,
-                       const Text& valueDefault, const Text& value) override;
-    void elementDecl(const Text& name, const Text& model) override;
-    void externalEntityDecl(const Text& name, const Text& publicId, const Text& systemId) override;
-    void internalEntityDecl(const Text& name, const Text& value) override;
+    // Never told: these are faults.
+    void fatalError(const Exception& exception) override;
+    void ignorableWhiteSpace(const Text& content) override;
+    void setDocumentLocator(const qvox::Locator& locator) override;
+    void skippedEntity(const Text& name) override;
+    void unparsedEntityDecl(const Text& name, const Text& publicId, const Text& systemId,
+                            const Text& notation) override;
+    qvox::InputSource resolveEntity(const Text& publicId, const Text& systemId) override;
 
 private:
-    void line(const char* event, std::initializer_list<const Text*> texts);
+    void event(const char* name, std::initializer_list<const Text*> texts) override;
+    void report(const char* level, const Exception& exception) override;
     void add(char byte);
     void add(const Text& text);
-    void report(const char* event, const Exception& exception);
     void finish(int code);
 
     std::string text;        // the first events, a line each

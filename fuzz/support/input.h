@@ -42,4 +42,7 @@ private:
     const std::uint8_t* end;
 };
 
+// What a fuzzer does with an input. Each has its own.
+void run(Input input);
+
 }  // namespace qvox_fuzz

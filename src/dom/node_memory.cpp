@@ -15,12 +15,9 @@ namespace {
 // A chunk lies at a multiple of its size, so that a piece's address tells its chunk.
 constexpr std::size_t CHUNK_SIZE = 65536;
 
-// What a single node can keep alive is bounded.
-constexpr std::size_t MOST_CHUNKS = 16;
-
 }  // namespace
 
-// At the start of a block's first chunk.
+// At the start of a block's first chunk; the others keep its place free, so that all are alike.
 struct NodeMemory::Block {
     std::atomic<std::size_t> chunks;  // those that aren't finished with
 
@@ -60,9 +57,10 @@ void NodeMemory::release(void* piece) { qvox_free(piece); }
 
 #else
 
+// Chunks that were never used are finished with.
 NodeMemory::~NodeMemory() {
     leaveChunk();
-    leaveBlock();
+    if (chunksUsed != chunksOfBlock) block->drop(chunksOfBlock - chunksUsed);
 }
 
 void* NodeMemory::takeElsewhere(std::size_t size) {
@@ -70,15 +68,16 @@ void* NodeMemory::takeElsewhere(std::size_t size) {
     return takeHere(size);
 }
 
+// What a single node can keep alive is bounded.
 void NodeMemory::startBlock() {
-    leaveBlock();
+    constexpr std::size_t MOST_CHUNKS = 16;
     const std::size_t chunks = std::min(MOST_CHUNKS, 2 * chunksOfBlock + 1);
     block = new (qvox_aligned_malloc(chunks * CHUNK_SIZE, CHUNK_SIZE)) Block{{chunks}};
     chunksOfBlock = chunks;
     chunksUsed = 0;
 }
 
-// Behind the last chunk of a block, and at the very start, there is none.
+// A block is started when all chunks of the one before are in use.
 void NodeMemory::startChunk() {
     leaveChunk();
     if (chunksUsed == chunksOfBlock) startBlock();
@@ -92,12 +91,6 @@ void NodeMemory::startChunk() {
 
 void NodeMemory::leaveChunk() {
     if (chunk != nullptr) chunk->drop(Chunk::FILLING - taken);
-    chunk = nullptr;
-}
-
-// Chunks that were never used are finished with.
-void NodeMemory::leaveBlock() {
-    if (chunksUsed != chunksOfBlock) block->drop(chunksOfBlock - chunksUsed);
 }
 
 void NodeMemory::release(void* piece) {

@@ -45,7 +45,6 @@ private:
     void startBlock();
     void startChunk();
     void leaveChunk();
-    void leaveBlock();
 
     Block* block = nullptr;
     std::size_t chunksOfBlock = 0;

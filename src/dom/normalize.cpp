@@ -27,12 +27,17 @@ bool is_text(const Node* node) { return node != nullptr && node->getNodeType() =
 // memory runs out before the last.
 class MergedNodes {
 public:
-    MergedNodes(NodeListImpl& list, DocumentImpl* document) : children(list), keeper(document) {}
+    // A null document is looked for from the parent on: a tree without one, such as a document
+    // type's, may hold nodes of several.
+    MergedNodes(const Node* parentNode, NodeListImpl& list, DocumentImpl* document)
+        : parent(parentNode), children(list), treeDocument(document) {}
     MergedNodes(const MergedNodes&) = delete;
     MergedNodes& operator=(const MergedNodes&) = delete;
     ~MergedNodes() {
         if (nodes.empty()) return;
         children.removeAll(nodes);
+        DocumentImpl* const keeper =
+            treeDocument != nullptr ? treeDocument : Tree::treeDocumentOfLiving(parent);
         for (Node* node : nodes) Tree::abandon(node, keeper);
     }
 
@@ -43,17 +48,16 @@ public:
     }
 
 private:
+    const Node* parent;
     NodeListImpl& children;
-    DocumentImpl* keeper;
+    DocumentImpl* treeDocument;
     std::vector<Node*> nodes;
 };
 
-// A tree without a document, such as a document type's, may hold nodes of several.
 void merge_texts(const Node* node, DocumentImpl* treeDocument) {
     NodeListImpl* children = Tree::childrenOf(node);
     if (children == nullptr || !may_hold_text(node)) return;
-    MergedNodes merged(*children,
-                       treeDocument != nullptr ? treeDocument : Tree::treeDocumentOfLiving(node));
+    MergedNodes merged(node, *children, treeDocument);
     Node* run = nullptr;
     for (Node* child = children->front(); child != nullptr; child = children->after(child)) {
         if (is_text(run) && is_text(child)) {

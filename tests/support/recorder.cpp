@@ -69,23 +69,18 @@ std::string joined(const std::string& lines) {
     return out.substr(0, out.empty() ? 0 : out.size() - 2);
 }
 
-void Recorder::attach(qvox::SAXParser& parser) {
-    parser.setContentHandler(this);
-    parser.setDTDHandler(this);
-    parser.setEntityResolver(this);
-    parser.setErrorHandler(this);
-    parser.setProperty(qvox::PROPERTY_LEXICAL_HANDLER, static_cast<qvox::LexicalHandler*>(this));
-    parser.setProperty(qvox::PROPERTY_DECL_HANDLER, static_cast<qvox::DeclHandler*>(this));
+void Recorder::event(const char* name, std::initializer_list<const Text*> texts) {
+    line(name, texts);
 }
 
-void Recorder::line(std::string event, const std::vector<const Text*>& texts) {
-    for (const Text* text : texts) event += ' ' + quoted(*text);
-    events += event + '\n';
-    if (reaction && event.compare(0, awaited.size(), awaited) == 0) reaction();
+void Recorder::line(std::string text, std::initializer_list<const Text*> texts) {
+    for (const Text* each : texts) text += ' ' + quoted(*each);
+    events += text + '\n';
+    if (reaction && text.compare(0, awaited.size(), awaited) == 0) reaction();
 }
 
-void Recorder::report(const std::string& event, const Exception& exception) {
-    line(event + ' ' + std::to_string(exception.getCode()) + ' ' +
+void Recorder::report(const char* level, const Exception& exception) {
+    line(std::string(level) + ' ' + std::to_string(exception.getCode()) + ' ' +
              std::to_string(exception.getLineNumber()) + ':' +
              std::to_string(exception.getColumnNumber()),
          {&exception.getMessage()});
@@ -93,13 +88,13 @@ void Recorder::report(const std::string& event, const Exception& exception) {
 
 void Recorder::startElement(const Text& uri, const Text& local, const Text& qName,
                             const qvox::Attributes& attributes) {
-    std::string event = "startElement " + quoted(uri) + ' ' + quoted(local) + ' ' + quoted(qName);
+    std::string text = "startElement " + quoted(uri) + ' ' + quoted(local) + ' ' + quoted(qName);
     for (int i = 0; i < attributes.getLength(); ++i) {
-        event += " [" + quoted(attributes.getURI(i)) + ' ' + quoted(attributes.getLocalName(i)) +
-                 ' ' + quoted(attributes.getQName(i)) + ' ' + quoted(attributes.getType(i)) + ' ' +
-                 quoted(attributes.getValue(i)) + ']';
+        text += " [" + quoted(attributes.getURI(i)) + ' ' + quoted(attributes.getLocalName(i)) +
+                ' ' + quoted(attributes.getQName(i)) + ' ' + quoted(attributes.getType(i)) + ' ' +
+                quoted(attributes.getValue(i)) + ']';
     }
-    line(event, {});
+    line(text, {});
 }
 
 void write_file(const std::string& name, const std::string& bytes) {
