@@ -77,7 +77,7 @@ def write(folder, seeds):
 def main():
     target = pathlib.Path(sys.argv[1])
     all_documents = [d for d in documents() if len(d) < LARGEST]
-    for folder in ("sax", "tree"):
+    for folder in ("sax", "tree", "reading"):
         seeds = [b"\0" + d for d in all_documents]
         seeds += [b"\x03" + d for d in all_documents[::7]]
         seeds += [b"\x07" + d for d in all_documents[3::7]]

@@ -44,8 +44,10 @@ public:
                             const Text& notation) override;
     qvox::InputSource resolveEntity(const Text& publicId, const Text& systemId) override;
 
-private:
+protected:
     void event(const char* name, std::initializer_list<const Text*> texts) override;
+
+private:
     void report(const char* level, const Exception& exception) override;
     void add(char byte);
     void add(const Text& text);

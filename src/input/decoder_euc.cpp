@@ -23,12 +23,4 @@ int getc_euc(Cursor& cursor) {
     return finish_character(cursor, pair_character(cursor, byte));
 }
 
-std::size_t get_run_euc(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
-    return get_run(cursor, to, room, stops, [](const unsigned char* bytes, std::ptrdiff_t count) {
-        if (count < 2) return NO_CHARACTER;
-        const int cells = bytes[0] == HALF_WIDTH_KANA_LEAD ? 1 : 2;
-        return WideCharacter{euc_to_unicode(bytes[0] << 8 | bytes[1]), 2, cells};
-    });
-}
-
 }  // namespace qvox

@@ -31,22 +31,6 @@ int kanji_character(Cursor& cursor, int first) {
     return jis_to_unicode(first << 8 | second);
 }
 
-// In kanji mode every two bytes up to the next escape sequence are a character.
-std::size_t get_kanji_run(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
-    if (stops.wide) return 0;
-    const unsigned char* next = cursor.curFile->ready();
-    const unsigned char* const end = cursor.curFile->readyEnd();
-    std::size_t count = 0;
-    for (; count < room && end - next >= 2 && *next != ESC; next += 2) {
-        const int unit = jis_to_unicode(next[0] << 8 | next[1]);
-        if (!is_wide_xml_char(unit)) break;
-        to[count++] = static_cast<Unit>(unit);
-    }
-    cursor.curFile->take(next);
-    cursor.curCol += 2 * static_cast<int>(count);
-    return count;
-}
-
 }  // namespace
 
 int getc_jis(Cursor& cursor) {
@@ -60,13 +44,6 @@ int getc_jis(Cursor& cursor) {
     if (byte < 0x80) return finish_ascii(cursor, byte);
     ++cursor.curCol;
     return finish_character(cursor, jis_to_unicode(byte));
-}
-
-std::size_t get_run_jis(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
-    if (cursor.decoder.kanjiMode) return get_kanji_run(cursor, to, room, stops);
-    return get_run(cursor, to, room, stops, [](const unsigned char* bytes, std::ptrdiff_t) {
-        return WideCharacter{jis_to_unicode(bytes[0]), 1, 1};
-    });
 }
 
 }  // namespace qvox

@@ -40,24 +40,4 @@ int getc_utf16(Cursor& cursor) {
     return finish_character(cursor, unit);
 }
 
-std::size_t get_run_utf16(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
-    if (cursor.decoder.pendingUnit16 != -1) return 0;
-    const int high = cursor.byteOrder == BYTES_BIG_ENDIAN ? 0 : 1;
-    const unsigned char* next = cursor.curFile->ready();
-    const unsigned char* const end = cursor.curFile->readyEnd();
-    Unit* const first = to;
-    Unit* const limit = to + room;
-    int cells = 0;
-    for (; to != limit && end - next >= 2; next += 2) {
-        const int unit = next[high] << 8 | next[1 - high];
-        const bool stop = unit < 0x80 ? stops.ascii[unit] : stops.wide || !is_wide_xml_char(unit);
-        if (stop) break;
-        *to++ = static_cast<Unit>(unit);
-        cells += unit > 0xFF ? 2 : 1;
-    }
-    cursor.curFile->take(next);
-    cursor.curCol += cells;
-    return static_cast<std::size_t>(to - first);
-}
-
 }  // namespace qvox

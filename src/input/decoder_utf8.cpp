@@ -32,12 +32,4 @@ int getc_utf8(Cursor& cursor) {
     return finish_character(cursor, three_byte_character(cursor, byte));
 }
 
-std::size_t get_run_utf8(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
-    return get_run(cursor, to, room, stops, [](const unsigned char* bytes, std::ptrdiff_t count) {
-        if (count < 3 || (bytes[0] & 0xF0) != 0xE0) return NO_CHARACTER;
-        if (!is_continuation(bytes[1]) || !is_continuation(bytes[2])) return NO_CHARACTER;
-        return WideCharacter{joined(bytes[0], bytes[1], bytes[2]), 3, 2};
-    });
-}
-
 }  // namespace qvox

@@ -7,16 +7,16 @@
 
 namespace qvox {
 
-Reader select_getc_proc(EncodingId encoding) {
+Decoder select_getc_proc(EncodingId encoding) {
     switch (encoding) {
-        case UTF8: return {getc_utf8, get_run_utf8};
-        case UTF16: return {getc_utf16, get_run_utf16};
-        case SJIS: return {getc_sjis, get_run_sjis};
-        case EUC: return {getc_euc, get_run_euc};
-        case JIS: return {getc_jis, get_run_jis};
+        case UTF8: return getc_utf8;
+        case UTF16: return getc_utf16;
+        case SJIS: return getc_sjis;
+        case EUC: return getc_euc;
+        case JIS: return getc_jis;
     }
     qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "(*select_getc_proc())() fail");
-    return {nullptr, nullptr};
+    return nullptr;
 }
 
 void invalid_character(const Cursor& cursor, const char* text, int value) {

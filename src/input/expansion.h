@@ -44,6 +44,9 @@ public:
         if (expanded > limit) check();
     }
 
+    // Whether that many more may be counted, for sure.
+    bool has_room(Amount units) const { return expanded <= limit && units <= limit - expanded; }
+
     // What was read of a file or string that is closed now.
     void count_read(Amount amount) { closedAmount += amount; }
 

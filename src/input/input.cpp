@@ -1,10 +1,13 @@
 #include "input/input.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
+#include "input/cells.h"
 #include "input/encoding.h"
 #include "input/file_end.h"
+#include "input/reading.h"
 #include "runtime/report.h"
 
 namespace qvox {
@@ -19,26 +22,6 @@ constexpr char FILE_PREFIX[] = "file:";
 // The reader behind the end of the bottom level.
 int getc_nothing(Cursor& /*cursor*/) { return END_OF_INPUT; }
 
-std::size_t get_run_nothing(Cursor& /*cursor*/, Unit* /*to*/, std::size_t /*room*/,
-                            const RunStops& /*stops*/) {
-    return 0;
-}
-
-bool ends_run(Unit unit, const RunStops& stops) {
-    return unit < 0x80 ? stops.ascii[unit] : stops.wide;
-}
-
-// The plain units of a text, which a NUL ends.
-std::size_t take_run(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
-    std::size_t count = 0;
-    while (count < room && !ends_run(cursor.text[count], stops)) {
-        to[count] = cursor.text[count];
-        ++count;
-    }
-    cursor.text += count;
-    return count;
-}
-
 int getc_entity(Cursor& cursor) {
     const Unit unit = *cursor.text;
     if (unit == 0) return LEVEL_END;
@@ -47,19 +30,11 @@ int getc_entity(Cursor& cursor) {
     return unit;
 }
 
-std::size_t get_run_entity(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
-    const std::size_t count = take_run(cursor, to, room, stops);
-    cursor.expansion.count(count);
-    return count;
-}
-
-constexpr int cells_of(Unit unit) { return unit > 0xFF ? 2 : 1; }
-
 int getc_memory(Cursor& cursor) {
     const Unit unit = *cursor.text;
     if (unit == 0) return LEVEL_END;
     ++cursor.text;
-    cursor.curCol += cells_of(unit);
+    cursor.curCol += unit > 0xFF ? 2 : 1;
     if (unit == '\n') {
         cursor.curCol = 0;
         ++cursor.curLine;
@@ -67,15 +42,9 @@ int getc_memory(Cursor& cursor) {
     return unit;
 }
 
-std::size_t get_run_memory(Cursor& cursor, Unit* to, std::size_t room, const RunStops& stops) {
-    const std::size_t count = take_run(cursor, to, room, stops);
-    for (std::size_t i = 0; i < count; ++i) cursor.curCol += cells_of(to[i]);
-    return count;
+bool ends_run(Unit unit, const RunStops& stops) {
+    return unit < 0x80 ? stops.ascii[unit] : stops.wide;
 }
-
-constexpr Reader NOTHING_READER = {getc_nothing, get_run_nothing};
-constexpr Reader ENTITY_READER = {getc_entity, get_run_entity};
-constexpr Reader MEMORY_READER = {getc_memory, get_run_memory};
 
 const char* file_name_of(const char* systemId) {
     constexpr std::size_t prefixLength = sizeof FILE_PREFIX - 1;
@@ -100,12 +69,16 @@ std::unique_ptr<ByteStream> open_external_id(const char* path) {
 }
 
 Input::Input(LevelEvents& levelEvents)
-    : expansion(*this), events(levelEvents), cursor(expansion), reader(NOTHING_READER) {}
+    : expansion(*this),
+      events(levelEvents),
+      cursor(expansion),
+      reader(getc_nothing),
+      windowSize(reading_of_thread().windowUnits) {}
 
 void Input::open_input(const char* name, ByteStream* file, const Unit* memory) {
     cursor.curLine = 1;
     cursor.curCol = 1;
-    columnOfToken = 1;
+    cursor.tokenCol = 1;
     nameOfDocument = name != nullptr ? name : MEMORY_NAME;
     memoryStart = memory;
 
@@ -115,7 +88,8 @@ void Input::open_input(const char* name, ByteStream* file, const Unit* memory) {
     if (memory != nullptr) {
         encoding = UTF16;
         cursor.text = memory;
-        reader = MEMORY_READER;
+        reader = getc_memory;
+        window.open(windowSize, nullptr, {copy_units, select_count_cells(UTF16)});
     } else {
         start_file(level, file);
     }
@@ -128,7 +102,7 @@ void Input::push_entity_text(const Unit* name, const Unit* text) {
     level.kind = INPUT_ENTITY_TEXT;
     start_level(level, name);
     cursor.text = text;
-    reader = ENTITY_READER;
+    reader = getc_entity;
     inputStack.push_back(std::move(level));
 }
 
@@ -164,7 +138,7 @@ void Input::start_level(InputLevel& level, const Unit* name) {
     if (inputStack.size() >= DEEPEST_STACK) {
         qvox_report(REPORT_ERROR, QVOXException::INVALID_ENTITY_REF_ERR, "input stack overflow");
     }
-    save_place();
+    save_level();
     level.name = name;
     if (name != nullptr) {
         events.ev_start_entity(name);
@@ -173,9 +147,12 @@ void Input::start_level(InputLevel& level, const Unit* name) {
     }
 }
 
-void Input::save_place() {
+// What the top level goes on with when the one above it has ended.
+void Input::save_level() {
+    counted();
     if (inputStack.empty()) return;
     InputLevel& below = inputStack.back();
+    below.window = std::exchange(window, Window());
     below.savedText = cursor.text;
     if (counts_lines(below.kind)) below.savedLine = cursor.curLine;
 }
@@ -192,18 +169,56 @@ void Input::start_file(InputLevel& level, ByteStream* file) {
     cursor.byteOrder = detected.byteOrder;
     reader = select_getc_proc(encoding);
     cursor.curLine = 1;
+    window.open(windowSize, file, file_window_reader());
+}
+
+WindowReader Input::file_window_reader() const {
+    return {select_bulk_decoder(encoding, cursor.byteOrder), select_count_cells(encoding)};
+}
+
+const Cursor& Input::counted() {
+    if (window.is_open()) window.count(cursor);
+    return cursor;
+}
+
+std::size_t Input::curGetRun(Unit* to, std::size_t room, const RunStops& stops) {
+    room = std::min(room, static_cast<std::size_t>(window.end - window.next));
+    std::size_t count = 0;
+    for (; count < room && !ends_run(window.next[count], stops); ++count) {
+        to[count] = window.next[count];
+    }
+    window.next += count;
+    return count;
+}
+
+int Input::read_beyond_window() {
+    const int c = getc();
+    return c != LEVEL_END ? c : pop_input();
+}
+
+// The next character of the current level, or LEVEL_END. Where the window has none, the decoder
+// reads one, or says what is wrong with it.
+int Input::getc() {
+    if (window.next != window.end) return *window.next++;
+    if (window.is_open()) {
+        const Unit* last = window.has_last() ? window.next - 1 : window.next;
+        if (window.more(cursor, last) != 0) return *window.next++;
+        window.leave(cursor);
+    }
+    return reader(cursor);
 }
 
 // Makes the level that has come to the top current again.
-void Input::resume_level(const InputLevel& level) {
+void Input::resume_level(InputLevel& level) {
+    window = std::exchange(level.window, Window());
     cursor.text = level.savedText;
     if (level.kind == INPUT_ENTITY_TEXT) {
-        reader = ENTITY_READER;
+        reader = getc_entity;
         return;
     }
     cursor.curLine = level.savedLine;
     if (level.kind == INPUT_MEMORY) {
-        reader = MEMORY_READER;
+        reader = getc_memory;
         return;
     }
     encoding = level.encoding;
@@ -230,7 +245,7 @@ void Input::count_level(const InputLevel& ended) {
 
 // The next character of the level that has come to the top, or LEVEL_END.
 int Input::next_character(InputLevel& level) {
-    if (!level.hasHeldChar) return reader.getc(cursor);
+    if (!level.hasHeldChar) return getc();
     level.hasHeldChar = false;
     return level.heldChar;
 }
@@ -242,7 +257,7 @@ int Input::pop_input() {
     while (c == LEVEL_END) {
         end_level();
         if (inputStack.empty()) {
-            reader = NOTHING_READER;
+            reader = getc_nothing;
             return END_OF_INPUT;
         }
         c = next_character(inputStack.back());
@@ -255,8 +270,9 @@ void Input::end_level() {
         qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "input stack underflow");
     }
     if (inputStack.back().file != nullptr) check_end_of_file(*inputStack.back().file);
-    save_place();
     count_level(inputStack.back());
+    counted();
+    window = Window();
     InputLevel ended = std::move(inputStack.back());
     inputStack.pop_back();
     if (reads_file(ended.kind)) {
@@ -274,6 +290,9 @@ void Input::switch_encoding(EncodingId declared) {
     if (!reads_file(inputStack.back().kind)) return;
     inputStack.back().encoding = declared;
     reader = select_getc_proc(declared);
+    if (!window.is_open()) return;
+    window.give_back(cursor);
+    window.change_reader(file_window_reader());
 }
 
 Amount Input::amount_read() const {
@@ -284,12 +303,14 @@ Amount Input::amount_read() const {
 
 // Bytes of a file level, units of a string in memory; nothing for what only repeats.
 Amount Input::amount_read_of(const InputLevel& level) const {
+    const bool isCurrent = &level == &inputStack.back();
+    const Window& ahead = isCurrent ? window : level.window;
     if (level.kind == INPUT_MEMORY) {
-        const bool isCurrent = &level == &inputStack.back();
-        const Unit* position = isCurrent ? cursor.text : level.savedText;
-        return static_cast<Amount>(position - memoryStart);
+        const Unit* decoded = isCurrent ? cursor.text : level.savedText;
+        return static_cast<Amount>(decoded - memoryStart - (ahead.end - ahead.next));
     }
-    return level.file != nullptr && !level.isRepeated ? level.file->position() : 0;
+    if (level.file == nullptr || level.isRepeated) return 0;
+    return ahead.is_open() ? ahead.position() : level.file->position();
 }
 
 }  // namespace qvox

@@ -12,6 +12,8 @@
 #include "input/expansion.h"
 #include "input/input_level.h"
 #include "input/level_events.h"
+#include "input/run_stops.h"
+#include "input/window.h"
 #include "platform/byte_stream.h"
 #include "text/encoding_id.h"
 #include "text/wide.h"
@@ -40,28 +42,43 @@ public:
     void open_input(const char* name, ByteStream* file, const Unit* memory);
 
     // The next character, or END_OF_INPUT.
-    int curGetc() {
-        const int c = reader.getc(cursor);
-        return c != LEVEL_END ? c : pop_input();
-    }
+    int curGetc() { return window.next != window.end ? *window.next++ : read_beyond_window(); }
     // The same by runs: stores plain characters that lie ready, at most `room`, and returns how
     // many.
-    std::size_t curGetRun(Unit* to, std::size_t room, const RunStops& stops) {
-        return reader.getRun(cursor, to, room, stops);
-    }
+    std::size_t curGetRun(Unit* to, std::size_t room, const RunStops& stops);
 
     // The one character of look-ahead; the lexer's to write.
     int curChar = END_OF_INPUT;
     void read_char() { curChar = curGetc(); }
 
     // A token begins with the character in hand.
-    void begin_token() { columnOfToken = cursor.curCol; }
+    void begin_token() {
+        window.mark = window.next;
+        cursor.tokenCol = cursor.curCol;
+    }
 
     // The place, as messages show it: the line, from 1 in each file and memory level, the column in
     // display cells, and that in which the current token began.
-    int curLine() const { return cursor.curLine; }
-    int curCol() const { return cursor.curCol; }
-    int tokenCol() const { return columnOfToken; }
+    int curLine() { return counted().curLine; }
+    int curCol() { return counted().curCol; }
+    int tokenCol() { return counted().tokenCol; }
+
+    // What lies ready of the current level, from the character in hand to windowEnd(); null where
+    // that isn't to be had in one piece. The units may be written to behind those that were taken,
+    // if they are put back before they are read.
+    Unit* windowChar() const {
+        return window.has_last() && window.next[-1] == curChar ? window.next - 1 : nullptr;
+    }
+    const Unit* windowEnd() const { return window.end; }
+    // Decodes more behind windowEnd(); false where that can't be. The units move.
+    bool extend_window() { return window.more(cursor, window.next - 1) != 0; }
+    // Takes units of the window, so that the one in front of `next` is the character in hand.
+    void take_up_to(Unit* next) {
+        window.next = next;
+        curChar = next[-1];
+    }
+    // Where the token began whose events are raised: behind its first character.
+    void set_token(const Unit* behindFirst) { window.mark = behindFirst; }
     // Name of the document in messages.
     const char* docName() const { return nameOfDocument.c_str(); }
 
@@ -91,20 +108,25 @@ private:
 
     void start_level(InputLevel& level, const Unit* name);
     void start_file(InputLevel& level, ByteStream* file);
-    void save_place();
-    void resume_level(const InputLevel& level);
+    void save_level();
+    void resume_level(InputLevel& level);
     void tell_end(const InputLevel& ended);
     void count_level(const InputLevel& ended);
     int next_character(InputLevel& level);
+    int getc();
+    int read_beyond_window();
+    const Cursor& counted();
+    WindowReader file_window_reader() const;
     int pop_input();
     void end_level();
 
     LevelEvents& events;
     std::vector<InputLevel> inputStack;
+    Window window;  // of the current level
     Cursor cursor;
-    Reader reader;
+    Decoder reader;
     EncodingId encoding = UTF8;
-    int columnOfToken = 0;
+    std::size_t windowSize;
     std::string nameOfDocument;
     const Unit* memoryStart = nullptr;  // first unit of a document in memory
 };

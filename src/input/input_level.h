@@ -6,6 +6,7 @@
 #include <string>
 
 #include "input/cursor.h"
+#include "input/window.h"
 #include "platform/byte_stream.h"
 #include "text/encoding_id.h"
 #include "text/wide.h"
@@ -31,7 +32,8 @@ struct InputLevel {
     bool isRepeated = false;              // an external entity that was read before in this parse
 
     // What waits here while another level lies on this one.
-    const Unit* savedText = nullptr;  // read position of a text
+    Window window;                    // with what was decoded ahead
+    const Unit* savedText = nullptr;  // read position of a text, behind what was decoded ahead
     int savedLine = 0;                // curLine, but for a replacement text
     bool hasHeldChar = false;         // a character that comes first when the level goes on
     int heldChar = -1;

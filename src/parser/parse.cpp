@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "input/reading.h"
 #include "runtime/allocation.h"
 
 namespace qvox {
@@ -24,10 +25,11 @@ Parse::Parse(Parser& parser, InputSource* source, std::unique_ptr<ByteStream> fi
       names(heap),
       dtd(heap, input.expansion, names),
       elements(
-          heap, input.expansion, names,
+          heap, receiver, input.expansion, names,
           {parser.getFeature(FEATURE_NAMESPACES), parser.getFeature(FEATURE_NAMESPACE_PREFIXES)}),
       lexer(heap, input, names, dtd, elements, parser.getFeature(FEATURE_EXTERNAL_FILES)),
-      grammar(heap, dtd, elements, lexer, events) {}
+      content(heap, input, names, elements, lexer, events, reading_of_thread().byPieces),
+      grammar(heap, dtd, elements, lexer, content, events) {}
 
 Parse::~Parse() {
     if (!hasEnded) end();

@@ -12,6 +12,7 @@
 #include "platform/byte_stream.h"
 #include "runtime/heap.h"
 #include "runtime/report.h"
+#include "scanner/content.h"
 #include "scanner/document_actions.h"
 #include "scanner/dtd_actions.h"
 #include "scanner/events.h"
@@ -63,7 +64,8 @@ private:
     Names names;        // kept once each
     Declarations dtd;   // elements, attributes, entities
     Elements elements;  // the open ones, the namespaces in force, the tag in hand
-    Lexer lexer;        // tokens for the grammar
+    Lexer lexer;        // the exact way: tokens for the grammar
+    Content content;    // the straight way: pieces of content
     Grammar grammar;
     bool hasEnded = false;
 };

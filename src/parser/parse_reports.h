@@ -10,14 +10,14 @@ namespace qvox {
 
 class ParseReports final : public ReportListener {
 public:
-    ParseReports(Parser& runningParser, const Input& inputOfParse)
+    ParseReports(Parser& runningParser, Input& inputOfParse)
         : parser(runningParser), input(inputOfParse) {}
 
     void hear(ReportLevel level, QVOXException::Code code, const char* message) override;
 
 private:
     Parser& parser;
-    const Input& input;
+    Input& input;
     // What the handler itself causes, such as the refusal of a parse that it starts, isn't told
     // again.
     bool tellingErrorHandler = false;

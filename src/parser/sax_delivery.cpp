@@ -47,7 +47,8 @@ void SaxDelivery::ev_start_element(const TagRecord& tag) {
     attributes.renew(tag.attributes.size());
     for (const AttributeRecord& record : tag.attributes) {
         attributes.add(record.uri, record.localName, *record.qName,
-                       record.decl != nullptr ? record.decl->type : nullptr, record.value);
+                       record.decl != nullptr ? record.decl->type : nullptr,
+                       lent_text(record.value, record.length));
     }
     handler->startElement(event_text(tag.uri), event_text(tag.localName), tag.qName->text,
                           attributes);
@@ -81,11 +82,11 @@ ContentHandler* SaxDelivery::mapping_handler(const TagRecord& tag) const {
     return reader.getContentHandler();
 }
 
-void SaxDelivery::ev_characters(const Unit* text) {
+void SaxDelivery::ev_characters(const Unit* text, std::size_t length) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler == nullptr) return;
-    const LentText lent = lent_text(text);
-    if (static_cast<std::size_t>(lent.length) > LONGEST_ORDINARY_TEXT) {
+    const LentText lent = lent_text(text, length);
+    if (length > LONGEST_ORDINARY_TEXT) {
         handler->characters(Xstring(text, lent.length));
     } else {
         handler->characters(event_text(lent));

@@ -4,14 +4,14 @@ namespace qvox {
 
 int AttributesImpl::getIndex(const Xstring& uri, const Xstring& localName) const {
     for (std::size_t i = 0; i < records.size(); ++i) {
-        if (records[i].uri == uri && records[i].localName == localName) return static_cast<int>(i);
+        if (*records[i].uri == uri && *records[i].localName == localName) return static_cast<int>(i);
     }
     return -1;
 }
 
 int AttributesImpl::getIndex(const Xstring& qName) const {
     for (std::size_t i = 0; i < records.size(); ++i) {
-        if (records[i].qName == qName) return static_cast<int>(i);
+        if (*records[i].qName == qName) return static_cast<int>(i);
     }
     return -1;
 }
@@ -44,23 +44,20 @@ const Xstring& AttributesImpl::getValue(const Xstring& qName) const {
     return getValue(getIndex(qName));
 }
 
-const Xstring& AttributesImpl::getValue(int index) const { return member(index, &Record::value); }
+const Xstring& AttributesImpl::getValue(int index) const {
+    if (index < 0 || index >= getLength()) return Xstring::Null;
+    return records[static_cast<std::size_t>(index)].value;
+}
 
 void AttributesImpl::renew(std::size_t count) {
     records.clear();
     records.reserve(count);
 }
 
-void AttributesImpl::add(const Name* uri, const Name* localName, const Name& qName,
-                         const Name* type, const Unit* value) {
-    records.emplace_back(lent_text(uri), lent_text(localName), lent_text(&qName), lent_text(type),
-                         lent_text(value));
-}
-
 // Any index is allowed: one that is out of range, as a search that failed gives it, has null texts.
-const Xstring& AttributesImpl::member(int index, Xstring Record::*field) const {
+const Xstring& AttributesImpl::member(int index, const Xstring* Record::*field) const {
     if (index < 0 || index >= getLength()) return Xstring::Null;
-    return records[static_cast<std::size_t>(index)].*field;
+    return *(records[static_cast<std::size_t>(index)].*field);
 }
 
 LocatorImpl::LocatorImpl(int column, int line, const Xstring& publicIdentifier,

@@ -32,26 +32,31 @@ public:
     // Appends an attribute, for which there must be room. The names may be null; the texts are
     // lent, not copied.
     void add(const Name* uri, const Name* localName, const Name& qName, const Name* type,
-             const Unit* value);
+             const LentText& value) {
+        records.emplace_back(text_of(uri), text_of(localName), &qName.text, text_of(type), value);
+    }
 
 private:
     struct Record {
-        Record(const LentText& uriText, const LentText& localText, const LentText& qText,
-               const LentText& typeText, const LentText& valueText)
-            : uri(uriText.string()),
-              localName(localText.string()),
-              qName(qText.string()),
-              type(typeText.string()),
+        Record(const Xstring* uriText, const Xstring* localText, const Xstring* qText,
+               const Xstring* typeText, const LentText& valueText)
+            : uri(uriText),
+              localName(localText),
+              qName(qText),
+              type(typeText),
               value(valueText.string()) {}
 
-        Xstring uri;
-        Xstring localName;
-        Xstring qName;
-        Xstring type;
+        const Xstring* uri;
+        const Xstring* localName;
+        const Xstring* qName;
+        const Xstring* type;
         Xstring value;
     };
 
-    const Xstring& member(int index, Xstring Record::*field) const;
+    static const Xstring* text_of(const Name* name) {
+        return name != nullptr ? &name->text : &Xstring::Null;
+    }
+    const Xstring& member(int index, const Xstring* Record::*field) const;
 
     std::vector<Record> records;
 };

@@ -126,7 +126,7 @@ void TreeBuilder::ev_start_element(const TagRecord& tag) {
 
 void TreeBuilder::ev_end_element(const TagRecord& /*tag*/) { close(); }
 
-void TreeBuilder::ev_characters(const Unit* text) {
+void TreeBuilder::ev_characters(const Unit* text, std::size_t /*length*/) {
     add(isInCdata ? new CDATASectionImpl(text, currentDocument) : maker->text(text));
 }
 

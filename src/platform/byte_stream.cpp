@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <cstring>
 #include <sys/stat.h>
 #include <sys/types.h>
 
@@ -80,10 +81,11 @@ std::unique_ptr<ByteStream> ByteStream::of_file(const char* name, OpenFile file,
 ByteStream::ByteStream(const char* name, OpenFile openFile)
     : fileName(name), file(std::move(openFile)), next(buffer), end(buffer) {}
 
-bool ByteStream::refill() {
+// Bytes that were read; none at the end and behind a failure, for good.
+std::size_t ByteStream::read(unsigned char* to, std::size_t size) {
     std::size_t count = 0;
-    while (count == 0 && readError == 0) {
-        count = std::fread(buffer, 1, BUFFER_SIZE, file.get());
+    while (count == 0 && readError == 0 && std::feof(file.get()) == 0) {
+        count = std::fread(to, 1, size, file.get());
         if (std::ferror(file.get()) == 0) break;
         if (errno == EINTR) {
             std::clearerr(file.get());  // a signal came; nothing is wrong with the file
@@ -91,14 +93,30 @@ bool ByteStream::refill() {
             readError = errno;
         }
     }
+    filled += count;
+    return count;
+}
+
+bool ByteStream::refill() {
+    const std::size_t count = read(buffer, BUFFER_SIZE);
     if (count == 0) {  // the buffer keeps its last bytes for unget() at the end
         if (failed()) errno = readError;
         return false;
     }
-    filled += count;
     next = buffer;
     end = buffer + count;
     return true;
+}
+
+bool ByteStream::more(Position kept) {
+    const unsigned char* const firstKept = at(kept);
+    const auto size = static_cast<std::size_t>(end - firstKept);
+    if (size == BUFFER_SIZE) return false;
+    next = buffer + (next - firstKept);
+    std::memmove(buffer, firstKept, size);
+    const std::size_t count = read(buffer + size, BUFFER_SIZE - size);
+    end = buffer + size + count;
+    return count != 0;
 }
 
 ByteStream::Identity ByteStream::identity() const {

@@ -14,6 +14,9 @@ class ByteStream {
 public:
     static constexpr int END = -1;
 
+    // A place in a file, in bytes.
+    using Position = unsigned long long;
+
     // Opens a file for binary reading, a pipe or a device too. Null if that fails, for a null or
     // empty name, and for a directory; errno says why.
     static std::unique_ptr<ByteStream> open(const char* fileName);
@@ -50,28 +53,37 @@ public:
     // Goes back to the first byte. Only within the first BUFFER_SIZE bytes of the file.
     void rewind() { next = buffer; }
 
+    // Reads on while bytes lie ready, so that more do. Those from `kept` on, a position up to the
+    // present one, can be gone back to. False where nothing more is to be had: at the end, behind a
+    // failure, and where the buffer is full; get() meets the first two when it comes there.
+    bool more(Position kept);
+
+    // The byte at a position, which is still in the buffer.
+    const unsigned char* at(Position position) const {
+        return end - static_cast<std::size_t>(filled - position);
+    }
+
     // What tells two files apart, whatever their names are.
     using Identity = std::pair<unsigned long long, unsigned long long>;
     Identity identity() const;
 
     // Bytes handed out so far.
-    unsigned long long position() const {
-        return filled - static_cast<unsigned long long>(end - next);
-    }
+    Position position() const { return filled - static_cast<Position>(end - next); }
 
 private:
-    static constexpr std::size_t BUFFER_SIZE = 32768;
+    static constexpr std::size_t BUFFER_SIZE = 65536;
 
     ByteStream(const char* name, OpenFile openFile);
     static std::unique_ptr<ByteStream> of_file(const char* name, OpenFile file, bool onlyRegular);
     bool refill();
+    std::size_t read(unsigned char* to, std::size_t size);
 
     std::string fileName;
     OpenFile file;
     int readError = 0;  // errno of the read that failed
     const unsigned char* next;
     const unsigned char* end;
-    unsigned long long filled = 0;  // bytes of the file that have passed through the buffer
+    Position filled = 0;  // bytes of the file that have been in the buffer
     unsigned char buffer[BUFFER_SIZE];
 };
 

@@ -4,12 +4,8 @@ namespace qvox {
 
 namespace {
 
-bool is_cdata(const Unit* type) {
-    return type == nullptr || wide_narrow_compare(type, "CDATA") == 0;
-}
-
-// A tab becomes a blank, and so does a run of line ends, which a tab ends.
-void blank_white_space(Unit* value) {
+// Both return the new end. A tab becomes a blank, and so does a run of line ends, which a tab ends.
+Unit* blank_white_space(Unit* value) {
     Unit* to = value;
     bool afterLineEnd = false;
     for (const Unit* from = value; *from != 0; ++from) {
@@ -19,10 +15,11 @@ void blank_white_space(Unit* value) {
         afterLineEnd = isLineEnd;
     }
     *to = 0;
+    return to;
 }
 
 // Blanks at the start and at the end go, and every blank behind a blank.
-void collapse_blanks(Unit* value) {
+Unit* collapse_blanks(Unit* value) {
     Unit* to = value;
     for (const Unit* from = value; *from != 0; ++from) {
         if (*from == ' ' && (to == value || to[-1] == ' ')) continue;
@@ -30,13 +27,19 @@ void collapse_blanks(Unit* value) {
     }
     if (to != value && to[-1] == ' ') --to;
     *to = 0;
+    return to;
 }
 
 }  // namespace
 
-void normalize_att_value(const Unit* type, Unit* value) {
-    blank_white_space(value);
-    if (!is_cdata(type)) collapse_blanks(value);
+bool is_cdata(const Unit* type) {
+    return type == nullptr || wide_narrow_compare(type, "CDATA") == 0;
+}
+
+std::size_t normalize_att_value(const Unit* type, Unit* value) {
+    const Unit* end = blank_white_space(value);
+    if (!is_cdata(type)) end = collapse_blanks(value);
+    return static_cast<std::size_t>(end - value);
 }
 
 }  // namespace qvox

@@ -25,14 +25,20 @@ void TagAttributes::append_default(TagRecord& tag, const AttDefRecord& definitio
                     static_cast<Amount>(definition.name->text.length()) +
                     wide_length(definition.normalized));
     tag.attributes.append(heap, {definition.firstOfName, nullptr, nullptr, definition.name,
-                                 definition.normalized, false, false});
+                                 definition.normalized, wide_length(definition.normalized), true,
+                                 false, false});
 }
 
-void TagAttributes::normalize(TagRecord& tag) {
+void TagAttributes::normalize(TagRecord& tag, Heap& values) {
     for (AttributeRecord& attribute : tag.attributes) {
         if (!attribute.specified) continue;
-        normalize_att_value(attribute.decl != nullptr ? attribute.decl->type->units() : nullptr,
-                            attribute.value);
+        const Unit* type = attribute.decl != nullptr ? attribute.decl->type->units() : nullptr;
+        if (attribute.isLent) {
+            if (is_cdata(type)) continue;
+            attribute.value = values.halloc_copy(attribute.value, attribute.length);
+            attribute.isLent = false;
+        }
+        attribute.length = normalize_att_value(type, attribute.value);
     }
 }
 

@@ -23,8 +23,9 @@ public:
     // that don't stand in it.
     void apply_declaration(TagRecord& tag, const ElementRecord& declaration);
 
-    // Normalises the values that stand in the tag; declared defaults are normalised already.
-    static void normalize(TagRecord& tag);
+    // Normalises the values that stand in the tag; declared defaults are normalised already. One
+    // that was lent gets a copy in `values` if it isn't normalised.
+    static void normalize(TagRecord& tag, Heap& values);
 
     // Resolves the names of the attributes, and drops the namespace declarations unless the options
     // keep them.

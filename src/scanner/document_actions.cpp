@@ -5,15 +5,24 @@
 
 namespace qvox {
 
-Elements::Elements(Heap& parseHeap, Expansion& expansion, Names& namesOfParse,
-                   NamespaceOptions namespaceOptions)
+Elements::Elements(Heap& parseHeap, Events& eventsOfParse, Expansion& expansion,
+                   Names& namesOfParse, NamespaceOptions namespaceOptions)
     : heap(parseHeap),
+      events(eventsOfParse),
       names(namesOfParse),
       options(namespaceOptions),
       namespaces(parseHeap, namesOfParse),
       attributes(parseHeap, expansion, namesOfParse, namespaces, namespaceOptions) {}
 
-void Elements::begin_tag() { tagInHand = new_tag(); }
+void Elements::begin_tag() {
+    values.clear();
+    tagInHand = new_tag();
+}
+
+void Elements::drop_tag() {
+    spareTags.push_back(tagInHand);
+    tagInHand = tagStack.empty() ? nullptr : tagStack.back();
+}
 
 TagRecord* Elements::new_tag() {
     if (spareTags.empty()) return heap.halloc_record<TagRecord>();
@@ -26,8 +35,16 @@ TagRecord* Elements::new_tag() {
     return tag;
 }
 
-void Elements::add_attribute(Name& qName, Unit* value) {
-    tagInHand->attributes.append(heap, {nullptr, nullptr, nullptr, &qName, value, false, true});
+void Elements::end_values() {
+    for (AttributeRecord& attribute : tagInHand->attributes) {
+        if (attribute.isLent) attribute.value[attribute.length] = 0;
+    }
+}
+
+void Elements::start_element(Name& qName) {
+    process_start_tag(qName);
+    events.ev_start_prefix_mappings(*tagInHand);
+    events.ev_start_element(*tagInHand);
 }
 
 // With namespaces on, an element is matched with the declaration of its local name.
@@ -39,10 +56,17 @@ void Elements::process_start_tag(Name& qName) {
     if (options.namespaces) tag.localName = names.split(qName).localPart;
     const Name& declaredName = options.namespaces ? *tag.localName : qName;
     if (declaredName.element != nullptr) attributes.apply_declaration(tag, *declaredName.element);
-    attributes.normalize(tag);
+    attributes.normalize(tag, values);
     namespaces.take_uris(tag);
     if (options.namespaces) tag.uri = namespaces.element_uri(qName);
     attributes.resolve(tag);
+}
+
+// The element has ended before its name is compared.
+void Elements::end_element(const Name& qName) {
+    events.ev_end_element(*tagInHand);
+    events.ev_end_prefix_mappings(*tagInHand);
+    end_tag(qName);
 }
 
 void Elements::end_tag(const Name& qName) {

@@ -36,8 +36,8 @@ Declarations::Declarations(Heap& parseHeap, Expansion& expansionOfParse, Names& 
 }
 
 EntityRecord* Declarations::find_entity_decl(const Unit* name) {
-    const auto found = entityTable.find(name);
-    return found != entityTable.end() ? &found->second : nullptr;
+    const Name* known = names.known(name, wide_length(name));
+    return known != nullptr ? known->entity : nullptr;
 }
 
 AttDefRecord* find_att_def(const ElementRecord& element, const Name& name) {
@@ -85,7 +85,12 @@ void Declarations::add_att_def(Name& name, const Unit* type, const Unit* mode, c
 }
 
 void Declarations::register_entity_decl(const EntityRecord& entity) {
-    if (!entityTable.emplace(entity.name, entity).second) warn_registered("entity", entity.name);
+    Name& name = names.keep_in_place(entity.name, wide_length(entity.name));
+    if (name.entity != nullptr) {
+        warn_registered("entity", entity.name);
+    } else {
+        name.entity = &entityTable.emplace_back(entity);
+    }
 }
 
 void Declarations::warn_registered(const char* kind, const Unit* name) {

@@ -35,12 +35,18 @@ struct ElementRecord {
     Amount repetition = 0;  // what it counts for to report all of attDefs again
 };
 
+struct PlainEntity;
+
 struct EntityRecord {
     const Unit* name;      // a parameter entity's begins with '%'
     const Unit* value;     // replacement text of an internal entity, or null
     const Unit* publicId;  // or null
     const Unit* systemId;  // or null
     const Unit* notation;  // or null
+
+    // What PlainEntities keeps here.
+    const PlainEntity* plain = nullptr;
+    bool wasLookedAt = false;
 };
 
 class Declarations {
@@ -50,7 +56,8 @@ public:
     Declarations(const Declarations&) = delete;
     Declarations& operator=(const Declarations&) = delete;
 
-    // The record of exactly this name, or null. That of an element is with its name.
+    // The record of the entity of exactly this name, or null. It is with the name, like that of an
+    // element.
     EntityRecord* find_entity_decl(const Unit* name);
 
     // Enters an element. A declaration of a name that is there already is a warning and changes
@@ -77,7 +84,7 @@ private:
     Expansion& expansion;
     Names& names;
     std::deque<ElementRecord> elementTable;  // in order of declaration
-    std::map<const Unit*, EntityRecord, WideLess> entityTable;
+    std::deque<EntityRecord> entityTable;
     std::set<ByteStream::Identity> readFiles;
     ElementRecord* currentElementDecl = nullptr;
 };

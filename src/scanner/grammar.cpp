@@ -8,19 +8,6 @@ constexpr Unit PERCENT[] = {'%', 0};
 
 }  // namespace
 
-void Grammar::start_element(Name& name) {
-    elements.process_start_tag(name);
-    events.ev_start_prefix_mappings(*elements.currentTag());
-    events.ev_start_element(*elements.currentTag());
-}
-
-// The element has ended, under its start tag's name, before the end tag is compared with it.
-void Grammar::end_element(const Name& name) {
-    events.ev_end_element(*elements.currentTag());
-    events.ev_end_prefix_mappings(*elements.currentTag());
-    elements.end_tag(name);
-}
-
 void Grammar::declare_element(Name& name, const Unit* model) {
     dtd.register_element_decl(name, model);
     events.ev_element_decl(name.units(), model);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "runtime/heap.h"
+#include "scanner/content.h"
 #include "scanner/document_actions.h"
 #include "scanner/dtd_actions.h"
 #include "scanner/events.h"
@@ -13,11 +14,12 @@ namespace qvox {
 class Grammar {
 public:
     Grammar(Heap& parseHeap, Declarations& declarations, Elements& elementsOfParse,
-            Lexer& lexerOfParse, Events& eventsOfParse)
+            Lexer& lexerOfParse, Content& contentOfParse, Events& eventsOfParse)
         : heap(parseHeap),
           dtd(declarations),
           elements(elementsOfParse),
           lexer(lexerOfParse),
+          content(contentOfParse),
           events(eventsOfParse),
           values(parseHeap) {}
 
@@ -27,8 +29,6 @@ public:
     void grammar_run();
 
     // Actions of more than one step.
-    void start_element(Name& name);
-    void end_element(const Name& name);
     void declare_element(Name& name, const Unit* model);
     void declare_internal_entity(const Unit* name, const Unit* value);
     void declare_external_entity(const Unit* name, const ExternalId& id, const Unit* notation);
@@ -39,6 +39,7 @@ public:
     Declarations& dtd;
     Elements& elements;
     Lexer& lexer;
+    Content& content;
     Events& events;
     GrammarValues values;
 };

@@ -50,6 +50,8 @@ struct Pieces;
 #define YYFREE(block) static_cast<void>(block)
 
 static int yylex(YYSTYPE* value, qvox::Grammar& grammar) {
+    const int readByPieces = grammar.content.read();
+    if (readByPieces != qvox::Content::NOTHING) return readByPieces;
     const int token = grammar.lexer.next_token();
     value->token = grammar.lexer.tokenValue;
     return token;
@@ -126,6 +128,11 @@ static void yyerror(qvox::Grammar& grammar, const char*) {
 %token        EXT_SUBSET_END 321
 %token        NO_TOKEN 322 "no token"
 
+/* Elements that were opened and closed on the straight way through content. */
+
+%token        ELEMENT_OPENED 323
+%token        ELEMENT_CLOSED 324
+
 %type <token.name> Name
 %type <token.value> AttValue
 %type <token.text> Nmtoken EntityValue SystemLiteral PubidLiteral PITarget
@@ -167,7 +174,7 @@ PubidLiteral  : PUBID_LITERAL;
 /* Text, comments, processing instructions, CDATA sections. */
 
 CharData
-    : CHARDATA { grammar.events.ev_characters($1); }
+    : CHARDATA { grammar.events.ev_characters($1, qvox::wide_length($1)); }
     ;
 
 Comment
@@ -190,7 +197,7 @@ CDStart
     ;
 
 CData
-    : CDATA_TEXT { grammar.events.ev_characters($1); }
+    : CDATA_TEXT { grammar.events.ev_characters($1, qvox::wide_length($1)); }
     ;
 
 CDEnd
@@ -331,7 +338,8 @@ element
     ;
 
 STag
-    : STAG_OPEN Name AttributeList Sopt TAG_CLOSE { grammar.start_element(*$2); }
+    : STAG_OPEN Name AttributeList Sopt TAG_CLOSE { grammar.elements.start_element(*$2); }
+    | ELEMENT_OPENED
     ;
 
 AttributeList
@@ -344,7 +352,8 @@ Attribute
     ;
 
 ETag
-    : ETAG_OPEN Name Sopt TAG_CLOSE { grammar.end_element(*$2); }
+    : ETAG_OPEN Name Sopt TAG_CLOSE { grammar.elements.end_element(*$2); }
+    | ELEMENT_CLOSED
     ;
 
 content
@@ -369,8 +378,8 @@ contentItem
 EmptyElemTag
     : STAG_OPEN Name AttributeList Sopt EMPTY_TAG_CLOSE
       {
-          grammar.start_element(*$2);
-          grammar.end_element(*$2);
+          grammar.elements.start_element(*$2);
+          grammar.elements.end_element(*$2);
       }
     ;
 

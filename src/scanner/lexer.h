@@ -37,6 +37,14 @@ public:
     // instructions until the next token is scanned.
     TokenValue tokenValue = {nullptr};
 
+    // Whether the next token is one of an element's content; and an element that isn't read by
+    // tokens begins or ends there.
+    bool is_in_content() const {
+        return pending.token == 0 && states.main_state() == LEX_CONTENT;
+    }
+    void enter_element() { states.push_frame(LEX_CONTENT); }
+    void leave_element() { states.pop_frame(); }
+
     // The text of the token in hand.
     const TokenBuffer& text_in_hand() const { return token; }
 
@@ -159,7 +167,6 @@ private:
     References references;
     Literals literals;
 
-    Heap tagValues;  // of the attributes of the start tag in hand
     PendingToken pending = {0, nullptr};
     // The end of an external subset that was met while another token was pending: it comes out
     // behind that one.

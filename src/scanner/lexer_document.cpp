@@ -36,7 +36,6 @@ int Lexer::scan_markup() {
         return ETAG_OPEN;
     }
     if (!is_name_start(c)) return NO_TOKEN;
-    tagValues.clear();
     elements.begin_tag();
     return open_frame(STAG_OPEN, LEX_START_TAG);
 }
@@ -211,7 +210,7 @@ int Lexer::scan_start_tag() {
 // The value lasts as long as the tag in hand.
 int Lexer::scan_attribute_value() {
     input.curChar = literals.read_literal(curChar(), ATT_VALUE);
-    tokenValue.value = tagValues.halloc_copy(token.text(), token.length());
+    tokenValue.value = elements.keep_value(token);
     return ATT_VALUE;
 }
 

@@ -16,6 +16,7 @@
 namespace qvox {
 
 struct ElementRecord;
+struct EntityRecord;
 struct PrefixMapping;
 
 struct Name {
@@ -30,6 +31,7 @@ struct Name {
     Name* prefix = nullptr;
     Name* localPart = nullptr;
     ElementRecord* element = nullptr;  // the declaration of the element of this name
+    EntityRecord* entity = nullptr;    // that of the entity of this name
     PrefixMapping* mapping = nullptr;  // the innermost declaration of this prefix
     std::uint32_t hash;
     Name* next;  // in its bucket
@@ -53,6 +55,11 @@ public:
     Name& keep(const Unit* text, std::size_t length);
     // The same for a text that lasts as long as the names, with a NUL behind it: it isn't copied.
     Name& keep_in_place(const Unit* text, std::size_t length);
+
+    // The name, if it is kept; else null.
+    Name* known(const Unit* text, std::size_t length) const {
+        return find(text, length, hash_of(text, length));
+    }
 
     // Sets the parts of a qualified name. Returns it.
     Name& split(Name& name);

@@ -10,7 +10,8 @@ void Namespaces::collect_namespace_decls(TagRecord& tag, bool namespaces) {
         attribute.isNamespaceDecl = true;
         if (!namespaces) continue;
         Name* prefix = isDefault ? nullptr : name.localPart;
-        tag.prefixMappings.append(heap, {prefix, attribute.value, nullptr, &tag, nullptr, false});
+        const auto index = static_cast<std::size_t>(&attribute - tag.attributes.begin());
+        tag.prefixMappings.append(heap, {prefix, index, nullptr, &tag, nullptr, false});
     }
     // Only now, since the array has its place in memory when the last one is in it.
     for (PrefixMapping& mapping : tag.prefixMappings) put_in_force(mapping);
@@ -18,7 +19,8 @@ void Namespaces::collect_namespace_decls(TagRecord& tag, bool namespaces) {
 
 void Namespaces::take_uris(TagRecord& tag) {
     for (PrefixMapping& mapping : tag.prefixMappings) {
-        mapping.uri = &names.keep(mapping.value, wide_length(mapping.value));
+        const AttributeRecord& attribute = tag.attributes.begin()[mapping.attribute];
+        mapping.uri = &names.keep(attribute.value, attribute.length);
     }
 }
 

@@ -1,24 +1,11 @@
 #include "scanner/references.h"
 
 #include "runtime/report.h"
+#include "scanner/char_reference.h"
 #include "text/char_classes.h"
 #include "text/temporaries.h"
 
 namespace qvox {
-
-namespace {
-
-constexpr int NO_DIGIT = -1;
-constexpr long long LARGEST_CHARACTER = 0x10FFFF;
-
-int digit_value(int c, int base) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (base == 16 && c >= 'A' && c <= 'F') return c - 'A' + 10;
-    if (base == 16 && c >= 'a' && c <= 'f') return c - 'a' + 10;
-    return NO_DIGIT;
-}
-
-}  // namespace
 
 int References::read_reference(int c, bool* isCharRef) {
     const std::size_t start = token.length();
@@ -53,26 +40,15 @@ int References::read_and_append() {
     return c;
 }
 
-// Behind "&#", up to and with the ';'. A number that is too large stays so: it isn't a character.
+// Behind "&#", up to and with the ';'.
 int References::read_character_reference(std::size_t start) {
-    int base = 10;
+    CharReference number;
     int c = input.curGetc();
-    if (c == 'x') {
-        token.append_char(c);
-        base = 16;
-        c = input.curGetc();
-    }
-    long long number = 0;
-    bool hasDigits = false;
-    for (; digit_value(c, base) != NO_DIGIT; c = input.curGetc()) {
-        token.append_char(c);
-        hasDigits = true;
-        if (number <= LARGEST_CHARACTER) number = number * base + digit_value(c, base);
-    }
-    if (c != ';' || !hasDigits) reference_error("illegal character reference", start);
-    if (!is_xml_char(number)) reference_error("illegal character reference value", start);
+    for (; number.take(c); c = input.curGetc()) token.append_char(c);
+    if (c != ';' || !number.has_number()) reference_error("illegal character reference", start);
+    if (!number.is_character()) reference_error("illegal character reference value", start);
     token.shorten_to(start);
-    return static_cast<int>(number);
+    return number.value();
 }
 
 // Reads the rest of an entity's name up to the ';' behind it, which isn't appended.

@@ -2,8 +2,8 @@
 // over single characters looks at.
 #pragma once
 
-#include "input/decoders.h"
 #include "input/input.h"
+#include "input/run_stops.h"
 #include "scanner/token_buffer.h"
 
 namespace qvox {

@@ -12,7 +12,7 @@ namespace qvox {
 
 class ScannerErrors {
 public:
-    ScannerErrors(const Input& inputOfParse, TokenBuffer& tokenInHand)
+    ScannerErrors(Input& inputOfParse, TokenBuffer& tokenInHand)
         : input(inputOfParse), token(tokenInHand) {}
 
     // An error found by the scanner: "message : document (token text) at line L, col C" with the
@@ -28,7 +28,7 @@ private:
     [[noreturn]] void error_at(QVOXException::Code code, const char* first, const char* second,
                                const Unit* text, int column) const;
 
-    const Input& input;
+    Input& input;
     TokenBuffer& token;
 };
 

@@ -14,6 +14,8 @@ struct AttributeRecord {
     const Name* localName;     // or null
     Name* qName;               // the name as written
     Unit* value;               // normalised in place
+    std::size_t length;        // of the value, in units
+    bool isLent;               // a value that needs no change and may not be changed
     bool isNamespaceDecl;      // "xmlns" or "xmlns:..."
     bool specified;            // false for a default
 };
@@ -22,8 +24,8 @@ struct TagRecord;
 
 // A namespace declaration.
 struct PrefixMapping {
-    Name* prefix;       // null for the default namespace
-    const Unit* value;  // of the attribute, which is normalised before it is the URI
+    Name* prefix;           // null for the default namespace
+    std::size_t attribute;  // whose value, once it is normalised, is the URI
     const Name* uri;
     const TagRecord* tag;     // the tag that it stands on
     PrefixMapping* shadowed;  // what the prefix stood for outside, while this is in force

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 
 #include "text/wide.h"
 
@@ -25,6 +26,12 @@ public:
     void append_unit(Unit unit) {
         if (tokenLen == tokenCap) grow();
         tokenText[tokenLen++] = unit;
+    }
+
+    void append_all(const Unit* units, std::size_t count) {
+        while (tokenCap - tokenLen < count) grow();
+        std::memcpy(tokenText + tokenLen, units, count * sizeof(Unit));
+        tokenLen += count;
     }
 
     // Appends a character, one above U+FFFF as a surrogate pair.

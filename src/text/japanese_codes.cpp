@@ -4,8 +4,6 @@ namespace qvox {
 
 namespace {
 
-constexpr int FIRST_KANA_BYTE = 0xA1;
-constexpr int LAST_KANA_BYTE = 0xDF;
 constexpr int EUC_KANA_LEAD = 0x8E;
 
 // From this code on Shift_JIS goes beyond row 95, the last that a first byte of EUC-JP or JIS can
@@ -32,8 +30,6 @@ int low_byte(int code) { return code & 0xFF; }
 
 int pair_of(int high, int low) { return (high & 0xFF) * 256 + (low & 0xFF); }
 
-bool is_kana_byte(int code) { return code >= FIRST_KANA_BYTE && code <= LAST_KANA_BYTE; }
-
 // Trail bytes are 0x40 to 0xFC without 0x7F.
 constexpr int CELLS = 188;
 
@@ -58,34 +54,15 @@ int find_code_within_euc(int code) {
 
 }  // namespace
 
-int euc_to_sjis(int code) {
-    const int high = high_byte(code);
-    const int low = low_byte(code);
-    if (high == EUC_KANA_LEAD) return low;
-
-    const bool isFirstBlock = high < 0xDF;
-    if (high % 2 != 0) {
-        return pair_of(high / 2 + (isFirstBlock ? 0x31 : 0x71), low - (low < 0xE0 ? 0x61 : 0x60));
-    }
-    return pair_of(high / 2 + (isFirstBlock ? 0x30 : 0x70), low - 2);
-}
-
 int sjis_to_euc(int code) {
     if (code >= 0 && code < 0x80) return code;
-    if (is_kana_byte(code)) return pair_of(EUC_KANA_LEAD, code);
+    if (is_half_width_kana_byte(code)) return pair_of(EUC_KANA_LEAD, code);
 
     const int high = high_byte(code);
     const int low = low_byte(code);
     const bool isFirstBlock = high < 0xE0;
     if (low >= 0x9F) return pair_of(high * 2 - (isFirstBlock ? 0x60 : 0xE0), low + 2);
     return pair_of(high * 2 - (isFirstBlock ? 0x61 : 0xE1), low + (low >= 0x7F ? 0x60 : 0x61));
-}
-
-// Bytes that aren't EUC's are not looked for: Shift_JIS judges what the arithmetic makes of them.
-int euc_to_unicode(int code) { return sjis_to_unicode(euc_to_sjis(code)); }
-
-int jis_to_unicode(int code) {
-    return is_kana_byte(code) ? sjis_to_unicode(code) : euc_to_unicode(code | 0x8080);
 }
 
 int unicode_to_euc(int unit) {
@@ -95,7 +72,7 @@ int unicode_to_euc(int unit) {
 
 int unicode_to_jis(int unit) {
     const int code = unicode_to_sjis(unit);
-    return is_kana_byte(code) ? code : unicode_to_euc(unit) & 0x7F7F;
+    return is_half_width_kana_byte(code) ? code : unicode_to_euc(unit) & 0x7F7F;
 }
 
 }  // namespace qvox

@@ -19,17 +19,31 @@ inline int sjis_to_unicode(int code) {
     return code_page_pair_to_unit(bits >> 8, bits & 0xFF);
 }
 
+inline bool is_half_width_kana_byte(int byte) { return byte >= 0xA1 && byte <= 0xDF; }
+
 inline int unicode_to_sjis(int unit) { return code_page_from_unit(static_cast<unsigned>(unit)); }
 
 // Arithmetic only: the bytes needn't be a character. sjis_to_euc leaves an ASCII byte as it is,
 // euc_to_sjis takes pairs.
-int euc_to_sjis(int code);
+inline int euc_to_sjis(int code) {
+    constexpr int KANA_LEAD = 0x8E;
+    const int high = (code >> 8) & 0xFF;
+    const int low = code & 0xFF;
+    if (high == KANA_LEAD) return low;
+    const int block = high < 0xDF ? 0x30 : 0x70;
+    const bool isOdd = high % 2 != 0;
+    const int trail = isOdd ? low - (low < 0xE0 ? 0x61 : 0x60) : low - 2;
+    return ((high / 2 + block + (isOdd ? 1 : 0)) & 0xFF) << 8 | (trail & 0xFF);
+}
 int sjis_to_euc(int code);
 
 // By the same arithmetic: 0 where it leads to no character of Shift_JIS, while a second byte below
 // the usual range may well lead to one.
-int euc_to_unicode(int code);
-int jis_to_unicode(int code);
+// Bytes that aren't EUC's are not looked for: Shift_JIS judges what the arithmetic makes of them.
+inline int euc_to_unicode(int code) { return sjis_to_unicode(euc_to_sjis(code)); }
+inline int jis_to_unicode(int code) {
+    return is_half_width_kana_byte(code) ? sjis_to_unicode(code) : euc_to_unicode(code | 0x8080);
+}
 
 // A character that Shift_JIS has in rows which the other two lack is taken from its second place in
 // a lower row, where it has one.

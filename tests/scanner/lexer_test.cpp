@@ -3,6 +3,7 @@
 
 #include <map>
 
+#include "parser/sax_delivery.h"
 #include "parser/tables.h"
 
 namespace qvox_test {
@@ -26,7 +27,9 @@ std::string tokens_of(const std::string& bytes) {
     Input input(events);
     Names kept(heap);
     Declarations dtd(heap, input.expansion, kept);
-    Elements elements(heap, input.expansion, kept, {true, false});
+    SAXParser parser;
+    SaxDelivery unheard(parser);
+    Elements elements(heap, unheard, input.expansion, kept, {true, false});
     Lexer lexer(heap, input, kept, dtd, elements, true);
     input.open_input("doc.xml", document.get(), nullptr);
     std::map<int, std::string> names = {

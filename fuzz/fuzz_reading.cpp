@@ -1,0 +1,86 @@
+// The two ways through a document, and windows of all sizes: every document is read character by
+// character, then by pieces over windows, and what is told has to be the same: events, arguments,
+// reports, and the place at each event. Input: that of the fuzzer of SAX parses.
+#include <qvox/qvox.h>
+
+#include "input/reading.h"
+#include "runtime/report.h"
+#include "support/event_log.h"
+#include "support/input.h"
+#include "support/memory_files.h"
+#include "support/require.h"
+#include "support/trees.h"
+
+namespace qvox_fuzz {
+namespace {
+
+enum Switch : unsigned { NO_NAMESPACES = 1, NAMESPACE_PREFIXES = 2, IN_MEMORY = 4 };
+
+// A window that is cut all the time, one of an odd size, and the usual one.
+constexpr qvox::Reading WAYS[] = {{64, true}, {64, false}, {203, true}, {16384, true}};
+constexpr qvox::Reading EXACT = {0, false};
+
+// Asks for the place at every event.
+class PlacedLog final : public EventLog {
+protected:
+    void event(const char* name, std::initializer_list<const Text*> texts) override {
+        EventLog::event(name, texts);
+        if (isAsking) return;
+        isAsking = true;
+        qvox::qvox_report(qvox::REPORT_WARNING, 0, "here");
+        isAsking = false;
+    }
+
+private:
+    bool isAsking = false;
+};
+
+void parse(const qvox::Reading& way, unsigned switches, EventLog& log) {
+    qvox::reading_of_thread() = way;
+    qvox::SAXParser parser;
+    parser.setFeature(qvox::FEATURE_NAMESPACES, (switches & NO_NAMESPACES) == 0);
+    parser.setFeature(qvox::FEATURE_NAMESPACE_PREFIXES, (switches & NAMESPACE_PREFIXES) != 0);
+    log.parse(parser, memory_file_name(0));
+}
+
+// The tree of a document in memory, or what is wrong with that.
+std::string tree(const qvox::Reading& way, const qvox::Xstring& text) {
+    qvox::reading_of_thread() = way;
+    qvox::DOMParser parser;
+    try {
+        qvox::Document* document = parser.parse(const_cast<unsigned short*>(text.data()));
+        const std::string result = shown(document);
+        parser.free(document);
+        return result;
+    } catch (const qvox::QVOXException& exception) {
+        return exception.getMessage().utf8();
+    }
+}
+
+}  // namespace
+
+void run(Input input) {
+    const unsigned switches = input.byte();
+    std::string document;
+    for (std::size_t file = 0; file < OUTPUT_FILE; ++file) {
+        const std::string piece = input.piece();
+        if (file == 0) document = piece;
+        set_memory_file(file, piece);
+    }
+    PlacedLog exact;
+    parse(EXACT, switches, exact);
+    for (const qvox::Reading& way : WAYS) {
+        PlacedLog other;
+        parse(way, switches, other);
+        const std::string difference = EventLog::difference(exact, other);
+        require(difference.empty(), difference.c_str());
+    }
+    if ((switches & IN_MEMORY) == 0) return;
+    const qvox::Xstring text = qvox::Xstring::fromUtf8(document);
+    const std::string asIs = tree(EXACT, text);
+    for (const qvox::Reading& way : WAYS) {
+        require(asIs == tree(way, text), "a document in memory gives the same tree");
+    }
+}
+
+}  // namespace qvox_fuzz

@@ -1,0 +1,269 @@
+// Eight units, or sixteen bytes, looked at in one go: the few operations that the loops over text
+// are made of, with SSE2, with NEON, and in plain C++ for everything else and for those who define
+// QVOX_NO_SIMD. All three give the same results.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "text/wide.h"
+
+#if !defined(QVOX_NO_SIMD) && (defined(__SSE2__) || defined(_M_X64))
+#define QVOX_SSE2
+#include <emmintrin.h>
+#elif !defined(QVOX_NO_SIMD) && defined(__AARCH64EL__) && defined(__ARM_NEON)
+#define QVOX_NEON
+#include <arm_neon.h>
+#endif
+#if defined(_MSC_VER)
+#include <intrin.h>
+#endif
+
+namespace qvox::lanes {
+
+inline constexpr std::size_t UNITS = 8;
+inline constexpr std::size_t BYTES = 16;
+
+// The number of the lowest bit that is set, of one at least.
+inline unsigned lowest_bit(std::uint64_t bits) {
+#if defined(_MSC_VER)
+    unsigned long number = 0;
+    _BitScanForward64(&number, bits);
+    return number;
+#else
+    return static_cast<unsigned>(__builtin_ctzll(bits));
+#endif
+}
+
+#if defined(QVOX_SSE2)
+
+using Units8 = __m128i;
+using Match = __m128i;  // all bits of a lane that matches, none of the others
+
+inline Units8 load(const Unit* units) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
+}
+inline Units8 load_units(const unsigned char* bytes) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+}
+inline void store(Unit* to, Units8 units) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), units);
+}
+inline Units8 all(Unit unit) { return _mm_set1_epi16(static_cast<short>(unit)); }
+inline Units8 swapped(Units8 units) {
+    return _mm_or_si128(_mm_slli_epi16(units, 8), _mm_srli_epi16(units, 8));
+}
+inline Units8 masked(Units8 units, Unit mask) { return _mm_and_si128(units, all(mask)); }
+inline Match equal(Units8 units, Unit unit) { return _mm_cmpeq_epi16(units, all(unit)); }
+inline Match up_to(Units8 units, Unit largest) {
+    return _mm_cmpeq_epi16(_mm_subs_epu16(units, all(largest)), _mm_setzero_si128());
+}
+inline Match from(Units8 units, Unit smallest) {
+    return _mm_cmpeq_epi16(_mm_subs_epu16(all(smallest), units), _mm_setzero_si128());
+}
+inline Match either(Match a, Match b) { return _mm_or_si128(a, b); }
+inline Match except(Match a, Match b) { return _mm_andnot_si128(b, a); }
+inline std::uint64_t bits(Match match) {
+    return static_cast<unsigned>(_mm_movemask_epi8(match));
+}
+inline constexpr unsigned BITS_PER_LANE = 2;
+
+// A sum for each lane of how often it matched, up to 65,535.
+inline Match counted(Match sums, Match match) { return _mm_sub_epi16(sums, match); }
+
+using Bytes16 = __m128i;
+
+inline Bytes16 load(const unsigned char* bytes) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+}
+// The bytes that aren't ASCII, or controls other than tab and LF: a bit each.
+inline std::uint64_t unusual(Bytes16 bytes) {
+    const __m128i controls = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
+    const __m128i allowed = _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\t')),
+                                         _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n')));
+    return static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_or_si128(_mm_andnot_si128(allowed, controls), bytes)));
+}
+inline constexpr unsigned BITS_PER_BYTE = 1;
+inline void widen(Unit* to, Bytes16 bytes) {
+    store(to, _mm_unpacklo_epi8(bytes, _mm_setzero_si128()));
+    store(to + UNITS, _mm_unpackhi_epi8(bytes, _mm_setzero_si128()));
+}
+
+#elif defined(QVOX_NEON)
+
+using Units8 = uint16x8_t;
+using Match = uint16x8_t;
+
+inline Units8 load(const Unit* units) { return vld1q_u16(units); }
+inline Units8 load_units(const unsigned char* bytes) {
+    return vreinterpretq_u16_u8(vld1q_u8(bytes));
+}
+inline void store(Unit* to, Units8 units) { vst1q_u16(to, units); }
+inline Units8 swapped(Units8 units) {
+    return vreinterpretq_u16_u8(vrev16q_u8(vreinterpretq_u8_u16(units)));
+}
+inline Units8 masked(Units8 units, Unit mask) { return vandq_u16(units, vdupq_n_u16(mask)); }
+inline Match equal(Units8 units, Unit unit) { return vceqq_u16(units, vdupq_n_u16(unit)); }
+inline Match up_to(Units8 units, Unit largest) { return vcleq_u16(units, vdupq_n_u16(largest)); }
+inline Match from(Units8 units, Unit smallest) { return vcgeq_u16(units, vdupq_n_u16(smallest)); }
+inline Match either(Match a, Match b) { return vorrq_u16(a, b); }
+inline Match except(Match a, Match b) { return vbicq_u16(a, b); }
+inline std::uint64_t bits(Match match) {
+    return vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(match, 4)), 0);
+}
+inline constexpr unsigned BITS_PER_LANE = 8;
+inline Match counted(Match sums, Match match) { return vsubq_u16(sums, match); }
+
+using Bytes16 = uint8x16_t;
+
+inline Bytes16 load(const unsigned char* bytes) { return vld1q_u8(bytes); }
+inline std::uint64_t unusual(Bytes16 bytes) {
+    const uint8x16_t allowed =
+        vorrq_u8(vceqq_u8(bytes, vdupq_n_u8('\t')), vceqq_u8(bytes, vdupq_n_u8('\n')));
+    const uint8x16_t controls = vbicq_u8(vcleq_u8(bytes, vdupq_n_u8(0x1F)), allowed);
+    const uint8x16_t found = vorrq_u8(controls, vcgeq_u8(bytes, vdupq_n_u8(0x80)));
+    return vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(vreinterpretq_u16_u8(found), 4)), 0);
+}
+inline constexpr unsigned BITS_PER_BYTE = 4;
+inline void widen(Unit* to, Bytes16 bytes) {
+    vst1q_u16(to, vmovl_u8(vget_low_u8(bytes)));
+    vst1q_u16(to + UNITS, vmovl_u8(vget_high_u8(bytes)));
+}
+
+#else
+
+struct Units8 {
+    Unit lane[UNITS];
+};
+using Match = Units8;
+
+inline Units8 load(const Unit* units) {
+    Units8 loaded;
+    std::memcpy(&loaded, units, sizeof loaded);
+    return loaded;
+}
+// The first byte of a unit is its low one.
+inline Units8 load_units(const unsigned char* bytes) {
+    Units8 loaded;
+    for (std::size_t i = 0; i < UNITS; ++i) {
+        loaded.lane[i] = static_cast<Unit>(bytes[2 * i + 1] << 8 | bytes[2 * i]);
+    }
+    return loaded;
+}
+inline void store(Unit* to, const Units8& units) { std::memcpy(to, &units, sizeof units); }
+template <typename Operation>
+inline Units8 each(const Units8& units, Operation operation) {
+    Units8 result;
+    for (std::size_t i = 0; i < UNITS; ++i) {
+        result.lane[i] = static_cast<Unit>(operation(units.lane[i]));
+    }
+    return result;
+}
+inline Unit lane_of(bool matches) { return matches ? Unit{0xFFFF} : Unit{0}; }
+inline Units8 swapped(const Units8& units) {
+    return each(units, [](Unit u) { return u << 8 | u >> 8; });
+}
+inline Units8 masked(const Units8& units, Unit mask) {
+    return each(units, [mask](Unit u) { return u & mask; });
+}
+inline Match equal(const Units8& units, Unit unit) {
+    return each(units, [unit](Unit u) { return lane_of(u == unit); });
+}
+inline Match up_to(const Units8& units, Unit largest) {
+    return each(units, [largest](Unit u) { return lane_of(u <= largest); });
+}
+inline Match from(const Units8& units, Unit smallest) {
+    return each(units, [smallest](Unit u) { return lane_of(u >= smallest); });
+}
+inline Match either(Match a, const Match& b) {
+    for (std::size_t i = 0; i < UNITS; ++i) a.lane[i] |= b.lane[i];
+    return a;
+}
+inline Match except(Match a, const Match& b) {
+    for (std::size_t i = 0; i < UNITS; ++i) a.lane[i] = static_cast<Unit>(a.lane[i] & ~b.lane[i]);
+    return a;
+}
+inline std::uint64_t bits(const Match& match) {
+    std::uint64_t result = 0;
+    for (std::size_t i = 0; i < UNITS; ++i) result |= std::uint64_t{match.lane[i] & 1U} << i;
+    return result;
+}
+inline constexpr unsigned BITS_PER_LANE = 1;
+inline Match counted(Match sums, const Match& match) {
+    for (std::size_t i = 0; i < UNITS; ++i) {
+        sums.lane[i] = static_cast<Unit>(sums.lane[i] - match.lane[i]);
+    }
+    return sums;
+}
+
+struct Bytes16 {
+    unsigned char lane[BYTES];
+};
+
+inline Bytes16 load(const unsigned char* bytes) {
+    Bytes16 loaded;
+    std::memcpy(&loaded, bytes, sizeof loaded);
+    return loaded;
+}
+inline std::uint64_t unusual(const Bytes16& bytes) {
+    std::uint64_t result = 0;
+    for (std::size_t i = 0; i < BYTES; ++i) {
+        const unsigned char c = bytes.lane[i];
+        const bool isUsual = c < 0x20 ? c == '\t' || c == '\n' : c < 0x80;
+        result |= std::uint64_t{isUsual ? 0U : 1U} << i;
+    }
+    return result;
+}
+inline constexpr unsigned BITS_PER_BYTE = 1;
+inline void widen(Unit* to, const Bytes16& bytes) {
+    for (std::size_t i = 0; i < BYTES; ++i) to[i] = bytes.lane[i];
+}
+
+#endif
+
+inline std::size_t first_lane(std::uint64_t bitsOfMatch) {
+    return lowest_bit(bitsOfMatch) / BITS_PER_LANE;
+}
+
+// The first of the units that is one of `stops`, or `end`. Looks at up to seven units behind the
+// end.
+template <Unit stop, Unit... otherStops>
+inline const Unit* find_any(const Unit* next, const Unit* end) {
+    for (; next < end; next += UNITS) {
+        const Units8 units = load(next);
+        Match match = equal(units, stop);
+        ((match = either(match, equal(units, otherStops))), ...);
+        const std::uint64_t found = bits(match);
+        if (found == 0) continue;
+        next += first_lane(found);
+        return next < end ? next : end;
+    }
+    return end;
+}
+
+// How many of the units match. Looks at the units only.
+template <typename Matches>
+inline std::size_t count_if(const Unit* next, const Unit* end, Matches matches) {
+    constexpr std::size_t MOST_ROUNDS = 65535;
+    std::size_t count = 0;
+    while (static_cast<std::size_t>(end - next) >= UNITS) {
+        std::size_t rounds = static_cast<std::size_t>(end - next) / UNITS;
+        if (rounds > MOST_ROUNDS) rounds = MOST_ROUNDS;
+        Match sums = masked(load(next), 0);
+        for (; rounds != 0; --rounds, next += UNITS) sums = counted(sums, matches(load(next)));
+        Unit lane[UNITS];
+        store(lane, sums);
+        for (const Unit sum : lane) count += sum;
+    }
+    if (next == end) return count;
+    Unit rest[UNITS] = {};
+    const auto size = static_cast<std::size_t>(end - next);
+    std::memcpy(rest, next, size * sizeof(Unit));
+    const std::uint64_t found = bits(matches(load(rest)));
+    for (std::size_t i = 0; i < size; ++i) count += found >> (i * BITS_PER_LANE) & 1U;
+    return count;
+}
+
+}  // namespace qvox::lanes
