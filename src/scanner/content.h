@@ -73,14 +73,14 @@ private:
 
     Outcome read_text(Unit* piece);
     Outcome read_text_with_references(Unit* piece, Unit* reference);
-    Outcome tell_text(Unit* piece, Unit* close, const Unit* text, std::size_t length);
+    Outcome tell_text(Unit* close, const Unit* text, std::size_t length);
 
     void begin_references();
     Unit* read_reference(Unit* reference, const Unit* token, Unit quote, Unit** failed);
     Unit* read_character_reference(Unit* digits, Unit** failed);
     Unit* read_entity_reference(Unit* name, const Unit* token, Unit quote, Unit** failed);
     void append(const Unit* from, const Unit* to);
-    void tell_references();
+    void tell_references(const Unit* token);
 
     Input& input;
     Names& names;

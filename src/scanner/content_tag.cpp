@@ -101,7 +101,7 @@ Unit* Content::read_changed_value(Name& name, Unit* value, Unit quote, Unit** fa
 }
 
 Content::Outcome Content::open_tag(Name& name, Unit* close) {
-    tell_references();
+    tell_references(nullptr);
     const bool isEmpty = *close == '/';
     elements.end_values();
     take(close + 1, isEmpty ? close + 2 : close + 1);

@@ -27,7 +27,8 @@ Content::Outcome Content::read_text(Unit* piece) {
         if (place == end) return INCOMPLETE;
         if (*place == '&') return read_text_with_references(piece, place);
         if (*place == '<') {
-            return tell_text(piece, place, piece, static_cast<std::size_t>(place - piece));
+            input.set_token(piece + 1);
+            return tell_text(place, piece, static_cast<std::size_t>(place - piece));
         }
         if (place - piece >= 2 && place[-1] == ']' && place[-2] == ']') return UNUSUAL;
     }
@@ -49,14 +50,14 @@ Content::Outcome Content::read_text_with_references(Unit* piece, Unit* reference
     const Unit* const text = gathered.terminate();
     // References that stand for nothing are no text.
     if (gathered.length() == 0 || has_section_end(text, text + gathered.length())) return UNUSUAL;
-    tell_references();
-    return tell_text(piece, place, text, gathered.length());
+    input.set_token(piece + 1);
+    tell_references(piece + 1);
+    return tell_text(place, text, gathered.length());
 }
 
 // The text of a piece that ends in front of the '<' at `close`.
-Content::Outcome Content::tell_text(Unit* piece, Unit* close, const Unit* text,
-                                    std::size_t length) {
-    take(piece + 1, close);
+Content::Outcome Content::tell_text(Unit* close, const Unit* text, std::size_t length) {
+    input.take_up_to(close + 1);
     *close = 0;
     events.ev_characters(text, length);
     *close = '<';
@@ -106,9 +107,9 @@ Unit* Content::read_entity_reference(Unit* name, const Unit* token, Unit quote, 
     return end + 1;
 }
 
-// The scanner meets references ahead of the text that they stand in.
-void Content::tell_references() {
-    const Unit* token = nullptr;
+// The scanner meets references ahead of the text that they stand in. `token` is the one that has
+// begun already.
+void Content::tell_references(const Unit* token) {
     for (const Reference& reference : references) {
         if (reference.token != token) input.set_token(reference.token);
         token = reference.token;
