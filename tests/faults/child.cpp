@@ -12,6 +12,7 @@
 #include "faults/allocations.h"
 #include "support/encode.h"
 #include "support/recorder.h"
+#include "support/system.h"
 
 namespace qvox_test {
 
@@ -41,7 +42,7 @@ std::string difference(const char* what, long before, long after) {
 std::string report_on(const Scenario& scenario, const std::string& expected,
                       const std::function<void()>& prepare, const std::function<bool()>& repair) {
     std::thread([] {}).join();  // the system keeps what the first thread needed for the next one
-    const std::ptrdiff_t files = open_descriptors();
+    const std::ptrdiff_t files = os::open_descriptors();
     std::string outcome;
     outcome.reserve(1 << 20);
     const long blocks = live_blocks();
@@ -52,7 +53,7 @@ std::string report_on(const Scenario& scenario, const std::string& expected,
     }
     if (!repair()) return "\n\n";
     std::string damage = difference("blocks lost: ", blocks, live_blocks()) +
-                         difference("files open: ", files, open_descriptors());
+                         difference("files open: ", files, os::open_descriptors());
     std::string next;
     std::thread([&] { next = outcome_of(scenario); }).join();
     if (next != "result " + expected) damage += "next run: " + joined(next + '\n');

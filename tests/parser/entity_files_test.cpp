@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <filesystem>
 #include <stdexcept>
-#include <sys/stat.h>
 
 #include "parser/tables.h"
 #include "support/encode.h"
+#include "support/system.h"
 
 namespace qvox_test {
 namespace {
@@ -107,10 +107,10 @@ TEST(EntityFiles, LinesAndRefusals) {
 
 // A pipe would make the parse wait; a parse may also be told to open no file at all.
 TEST(EntityFiles, AreRegularFiles) {
-    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    ASSERT_EQ(os::make_pipe("pipe"), os::HAS_PIPES);
     fs::create_directory("folder");
     write_file("plain", "<!--c-->");
-    for (const std::string name : {"pipe", "folder", "/dev/null", "plain"}) {
+    for (const std::string name : {"pipe", "folder", os::NULL_DEVICE, "plain"}) {
         for (const bool opensFiles : {true, false}) {
             write_file("doc.xml", "<!DOCTYPE r SYSTEM '" + name + "' [<!ENTITY e SYSTEM '" + name +
                                       "'><!ENTITY % p SYSTEM '" + name +
@@ -139,7 +139,7 @@ TEST(EntityFiles, AreClosed) {
     } thrower;
     qvox::SAXParser parser;
     thrower.attach(parser);
-    const std::ptrdiff_t before = open_descriptors();
+    const std::ptrdiff_t before = os::open_descriptors();
     write_file("f.ent", "&g; ");
     write_file("g.ent", "&h; ");
     write_file("doc.xml",
@@ -158,7 +158,7 @@ TEST(EntityFiles, AreClosed) {
             }
         });
         EXPECT_EQ(isGood, subset + innermost == "<!---->text") << subset << innermost;
-        EXPECT_EQ(open_descriptors(), before) << subset << innermost;
+        EXPECT_EQ(os::open_descriptors(), before) << subset << innermost;
     };
     for (const char* const innermost : {"text", "<c>", "<1>  ", "<?p?> ", "<!--c-->", "&u; ",
                                         "&f; ", "no", "<a b='", "<?xml encoding='x'?>"}) {

@@ -1,9 +1,8 @@
 // The bounds of a parse, that honest documents don't meet them, and what has none.
-#include <sys/resource.h>
-
 #include <gtest/gtest.h>
 
 #include "support/recorder.h"
+#include "support/system.h"
 
 namespace qvox_test {
 namespace {
@@ -84,15 +83,11 @@ TEST(Limits, LongTokens) {
 #if !defined(QVOX_ADDRESS_SANITIZER)  // the sanitizers need file handles themselves
 // Where no more files can be opened, a reference stands for nothing.
 TEST(Limits, OpenFiles) {
-    rlimit before{};
-    getrlimit(RLIMIT_NOFILE, &before);
-    const rlimit few{64, before.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &few);
+    const os::OpenFilesLimit few(64);
     Options options;
     options.files = {{"e.ent", "&e;xyz"}};
     const Outcome outcome =
         parse_bytes("<!DOCTYPE a [<!ENTITY e SYSTEM 'e.ent'>]><a>&e;</a>", options);
-    setrlimit(RLIMIT_NOFILE, &before);
     EXPECT_EQ(outcome.output, "QVOX warning : system id (e.ent) can't open\n");
     EXPECT_NE(outcome.events.find("characters 'xyzxyz"), std::string::npos);
 }
@@ -188,10 +183,7 @@ TEST(Limits, InternalEntities) {
 // repetition.
 TEST(Limits, ExternalEntities) {
     // Each open entity holds a file, of which the system may allow fewer.
-    rlimit files{};
-    getrlimit(RLIMIT_NOFILE, &files);
-    files.rlim_cur = std::min<rlim_t>(4096, files.rlim_max);
-    setrlimit(RLIMIT_NOFILE, &files);
+    const os::OpenFilesLimit many(2048);
     write_file("a.ent", "x&a;");
     write_file("b.ent", "<c/>&c;");
     write_file("c.ent", "&b;&b;");

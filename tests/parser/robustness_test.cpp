@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "support/recorder.h"
+#include "support/system.h"
 
 namespace qvox_test {
 namespace {
@@ -38,7 +39,7 @@ protected:
 
 // A document is complete behind the root element's end, at its earliest.
 TEST_F(Robustness, Truncations) {
-    const std::ptrdiff_t descriptors = open_descriptors();
+    const std::ptrdiff_t descriptors = os::open_descriptors();
     const std::pair<const char*, std::size_t> cases[] = {
         {"utf8", 1},    {"sjis", 7},    {"eucjp", 7},       {"iso2022jp", 3},
         {"utf16be", 7}, {"utf16le", 7}, {"utf16be-bom", 7}, {"utf16le-bom", 7}};
@@ -56,14 +57,14 @@ TEST_F(Robustness, Truncations) {
             if (size % 16 == 0) expect_ready();
         }
     }
-    EXPECT_EQ(open_descriptors(), descriptors);
+    EXPECT_EQ(os::open_descriptors(), descriptors);
 }
 
 TEST_F(Robustness, ChangedBytes) {
     const std::string document =
         "<?xml version='1.0' encoding='utf-8'?><!DOCTYPE a [<!ENTITY e 'x'><!ATTLIST a b CDATA "
         "#IMPLIED>]><p:a b='&lt;\xE3\x81\x82' xmlns:p='u'>&e;<!--c--><?t d?><![CDATA[d]]></p:a>\n";
-    const std::ptrdiff_t descriptors = open_descriptors();
+    const std::ptrdiff_t descriptors = os::open_descriptors();
     for (std::size_t i = 0; i < document.size(); ++i) {
         for (int change = 255; change >= 0; --change) {
             std::string changed = document;
@@ -73,7 +74,7 @@ TEST_F(Robustness, ChangedBytes) {
         }
         expect_ready();
     }
-    EXPECT_EQ(open_descriptors(), descriptors);
+    EXPECT_EQ(os::open_descriptors(), descriptors);
 }
 
 }  // namespace

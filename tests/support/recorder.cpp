@@ -4,13 +4,12 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <typeinfo>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 
 #include "support/encode.h"
+#include "support/system.h"
 
 namespace qvox_test {
 
@@ -20,11 +19,7 @@ namespace fs = std::filesystem;
 
 class WorkingDirectory : public testing::Environment {
 public:
-    void SetUp() override {
-        std::string pattern = testing::TempDir() + "qvox-XXXXXX";
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        fs::current_path(pattern);
-    }
+    void SetUp() override { fs::current_path(os::new_folder(testing::TempDir())); }
     void TearDown() override {
         const fs::path folder = fs::current_path();
         fs::current_path(folder.parent_path());
@@ -107,21 +102,10 @@ std::string read_file(const std::string& name) {
     return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
-std::ptrdiff_t open_descriptors() {
-    return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
-}
-
 std::string output_of(const std::function<void()>& action) {
-    std::fflush(stdout);
-    const int own = dup(STDOUT_FILENO);
-    std::FILE* const capture = std::tmpfile();
-    dup2(fileno(capture), STDOUT_FILENO);
+    std::FILE* const capture = os::temporary_file();
     {
-        const std::shared_ptr<void> restored(nullptr, [own](void*) {
-            std::fflush(stdout);
-            dup2(own, STDOUT_FILENO);
-            close(own);
-        });
+        const os::OutputDiversion diversion(capture);
         action();
     }
     std::fseek(capture, 0, SEEK_END);

@@ -1,7 +1,6 @@
 // What a test sees of a parse: its events, its exception, and its lines on standard output.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -67,8 +66,6 @@ struct Options {
 // that they write and parse have names without a folder.
 void write_file(const std::string& name, const std::string& bytes);
 std::string read_file(const std::string& name);
-
-std::ptrdiff_t open_descriptors();
 
 // The lines in one, joined by "; ".
 std::string joined(const std::string& lines);

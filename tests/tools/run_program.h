@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "support/recorder.h"
+#include "support/system.h"
 
 struct Result {
     int status;
@@ -29,11 +30,6 @@ inline std::ostream& operator<<(std::ostream& stream, const Result& result) {
 
 class ProgramTest : public testing::Test {
 protected:
-    ProgramTest() {
-        std::string pattern = testing::TempDir() + "qvox-XXXXXX";
-        EXPECT_NE(mkdtemp(pattern.data()), nullptr);
-        folder = pattern;
-    }
     ~ProgramTest() override { std::filesystem::remove_all(folder); }
 
     void file(const std::string& name, const std::string& bytes) const {
@@ -64,5 +60,5 @@ protected:
         return result.out;
     }
 
-    std::filesystem::path folder;
+    const std::filesystem::path folder = qvox_test::os::new_folder(testing::TempDir());
 };
