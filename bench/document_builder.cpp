@@ -12,20 +12,6 @@ long utf8Bytes(std::u16string_view text) {
 
 long lengthOf(std::u16string_view text) { return static_cast<long>(text.size()); }
 
-std::u16string escaped(std::u16string_view text) {
-    std::u16string result;
-    for (const char16_t unit : text) {
-        if (unit == u'&') {
-            result += u"&amp;";
-        } else if (unit == u'<') {
-            result += u"&lt;";
-        } else {
-            result += unit;
-        }
-    }
-    return result;
-}
-
 }  // namespace
 
 Tally Contents::expected(LengthUnit unit, bool declarationsAreAttributes) const {
@@ -37,10 +23,20 @@ Tally Contents::expected(LengthUnit unit, bool declarationsAreAttributes) const 
 }
 
 DocumentBuilder::DocumentBuilder(Encoding encoding) : encoder(encoding) {
-    if (encoding == Encoding::Utf16) document = "\xFF\xFE";
+    if (encoding == Encoding::Utf16Little || encoding == Encoding::Utf16Big) write(u"\uFEFF");
     markup("<?xml version=\"1.0\" encoding=\"");
     markup(nameOf(encoding));
     markup("\"?>\n");
+}
+
+DocumentBuilder& DocumentBuilder::internalSubset(std::string_view root,
+                                                 std::string_view declarations) {
+    markup("<!DOCTYPE ");
+    markup(root);
+    markup(" [\n");
+    markup(declarations);
+    markup("]>\n");
+    return *this;
 }
 
 DocumentBuilder& DocumentBuilder::openTag(std::string_view name) {
@@ -51,14 +47,22 @@ DocumentBuilder& DocumentBuilder::openTag(std::string_view name) {
 }
 
 DocumentBuilder& DocumentBuilder::attribute(std::string_view name, std::u16string_view value) {
-    ++counted.attributes;
-    counted.valueUnits += lengthOf(value);
-    counted.valueUtf8Bytes += utf8Bytes(value);
+    return attribute(name, value, value);
+}
+
+DocumentBuilder& DocumentBuilder::attribute(std::string_view name, std::u16string_view value,
+                                            std::u16string_view written) {
+    countValue(value);
     markup(" ");
     markup(name);
     markup("=\"");
-    encoder.append(value, document);
+    write(written);
     markup("\"");
+    return *this;
+}
+
+DocumentBuilder& DocumentBuilder::defaulted(std::u16string_view value) {
+    countValue(value);
     return *this;
 }
 
@@ -91,9 +95,40 @@ DocumentBuilder& DocumentBuilder::endTag(std::string_view name) {
 }
 
 DocumentBuilder& DocumentBuilder::text(std::u16string_view content) {
-    counted.textUnits += lengthOf(content);
-    counted.textUtf8Bytes += utf8Bytes(content);
-    encoder.append(escaped(content), document);
+    countText(content);
+    write(escaped(content));
+    return *this;
+}
+
+DocumentBuilder& DocumentBuilder::reference(std::string_view name, std::u16string_view content) {
+    countText(content);
+    markup("&");
+    markup(name);
+    markup(";");
+    return *this;
+}
+
+DocumentBuilder& DocumentBuilder::cdataSection(std::u16string_view content) {
+    countText(content);
+    markup("<![CDATA[");
+    write(content);
+    markup("]]>");
+    return *this;
+}
+
+DocumentBuilder& DocumentBuilder::comment(std::u16string_view content) {
+    markup("<!--");
+    write(content);
+    markup("-->");
+    return *this;
+}
+
+DocumentBuilder& DocumentBuilder::instruction(std::string_view target, std::u16string_view data) {
+    markup("<?");
+    markup(target);
+    markup(" ");
+    write(data);
+    markup("?>");
     return *this;
 }
 
@@ -102,7 +137,31 @@ DocumentBuilder& DocumentBuilder::element(std::string_view name, std::u16string_
 }
 
 void DocumentBuilder::markup(std::string_view ascii) {
-    encoder.append(std::u16string(ascii.begin(), ascii.end()), document);
+    write(std::u16string(ascii.begin(), ascii.end()));
+}
+
+void DocumentBuilder::countValue(std::u16string_view value) {
+    ++counted.attributes;
+    counted.valueUnits += lengthOf(value);
+    counted.valueUtf8Bytes += utf8Bytes(value);
+}
+
+void DocumentBuilder::countText(std::u16string_view content) {
+    counted.textUnits += lengthOf(content);
+    counted.textUtf8Bytes += utf8Bytes(content);
+}
+
+std::u16string DocumentBuilder::escaped(std::u16string_view text) const {
+    std::u16string result;
+    for (const char16_t unit : text) {
+        switch (unit) {
+            case u'&': result += u"&amp;"; break;
+            case u'<': result += u"&lt;"; break;
+            case u'\n': result += lineEnd; break;
+            default: result += unit;
+        }
+    }
+    return result;
 }
 
 }  // namespace bench

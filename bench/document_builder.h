@@ -28,20 +28,38 @@ struct Contents {
     long textUtf8Bytes = 0;
 };
 
-/// Writes one document from front to back. Names are ASCII; values need no escaping, text is
-/// escaped here. Well-formedness is the caller's.
+/// Writes one document from front to back. Names are ASCII, text is escaped here. Well-formedness
+/// is the caller's.
 class DocumentBuilder {
 public:
     /// Begins with the XML declaration, and in UTF-16 with a byte order mark.
     explicit DocumentBuilder(Encoding encoding);
 
+    /// From now on a line feed of the text is written as CR LF.
+    void useCrLf() { lineEnd = u"\r\n"; }
+
+    /// The document type declaration with nothing but these declarations.
+    DocumentBuilder& internalSubset(std::string_view root, std::string_view declarations);
+
     DocumentBuilder& openTag(std::string_view name);
+    /// A value without anything to escape.
     DocumentBuilder& attribute(std::string_view name, std::u16string_view value);
+    /// A value that is `written` in another way, with references.
+    DocumentBuilder& attribute(std::string_view name, std::u16string_view value,
+                               std::u16string_view written);
+    /// An attribute of the tag in hand that the internal subset supplies.
+    DocumentBuilder& defaulted(std::u16string_view value);
     DocumentBuilder& declareNamespace(std::string_view name, std::string_view uri);
     DocumentBuilder& closeTag();
     DocumentBuilder& closeEmptyTag();
     DocumentBuilder& endTag(std::string_view name);
+
     DocumentBuilder& text(std::u16string_view content);
+    /// `&name;`, which stands for the content.
+    DocumentBuilder& reference(std::string_view name, std::u16string_view content);
+    DocumentBuilder& cdataSection(std::u16string_view content);
+    DocumentBuilder& comment(std::u16string_view content);
+    DocumentBuilder& instruction(std::string_view target, std::u16string_view data);
 
     /// An element with nothing but text.
     DocumentBuilder& element(std::string_view name, std::u16string_view content);
@@ -51,8 +69,13 @@ public:
 
 private:
     void markup(std::string_view ascii);
+    void write(std::u16string_view text) { encoder.append(text, document); }
+    void countValue(std::u16string_view value);
+    void countText(std::u16string_view content);
+    std::u16string escaped(std::u16string_view text) const;
 
     Encoder encoder;
+    std::u16string lineEnd = u"\n";
     std::string document;
     Contents counted;
 };

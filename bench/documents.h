@@ -1,41 +1,44 @@
 /// \file
-/// The documents that are parsed, and the directory in which they stand.
-///
-/// Generation is deterministic: the same kind and size give the same bytes on every machine.
+/// Documents in memory and in files, and the directory of these.
 #ifndef QVOX_BENCH_DOCUMENTS_H
 #define QVOX_BENCH_DOCUMENTS_H
 
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "document_builder.h"
-#include "encodings.h"
+#include "document_kinds.h"
 
 namespace bench {
 
-/// A sort of document, by the name that the tables show.
-struct DocumentKind {
-    std::string name;
-    Encoding encoding;
-    /// Fills the builder until the document has about `size` bytes.
-    void (*generate)(DocumentBuilder& builder, std::size_t size);
+/// What a library reads: ours a file, the others the same bytes in memory.
+struct Source {
+    std::string fileName;
+    std::string bytes;
 };
 
-/// Records of short elements and attributes, long prose, and Japanese text in each encoding.
-const std::vector<DocumentKind>& documentKinds();
+/// A document whose file stands as long as the object.
+class Document {
+public:
+    /// About `size` bytes, half a thousand for a small kind.
+    Document(const DocumentKind& kind, std::size_t size, const std::filesystem::path& directory);
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+    ~Document();
 
-/// A document in a file.
-struct Document {
-    DocumentKind kind;
-    std::filesystem::path path;
-    std::size_t size = 0;
-    Contents contents;
+    const char* name() const { return kind.name; }
+    Encoding encoding() const { return kind.encoding; }
+    const Source& source() const { return written; }
+    const Contents& contents() const { return counted; }
+    /// How often the document is read in a turn: small ones many times.
+    int repetitions() const { return timesRead; }
+
+private:
+    const DocumentKind& kind;
+    int timesRead;
+    Source written;
+    Contents counted;
 };
-
-/// Generates a document and writes it into `directory`.
-Document writeDocument(const DocumentKind& kind, std::size_t size,
-                       const std::filesystem::path& directory);
 
 /// A new directory below the system's one for temporary files, removed with all in it by the
 /// destructor.

@@ -92,12 +92,18 @@ void appendUtf8(char16_t unit, std::string& bytes) {
 const char* nameOf(Encoding encoding) {
     switch (encoding) {
         case Encoding::Utf8: return "UTF-8";
-        case Encoding::Utf16: return "UTF-16";
+        case Encoding::Utf16Little:
+        case Encoding::Utf16Big: return "UTF-16";
         case Encoding::ShiftJis: return "Shift_JIS";
         case Encoding::EucJp: return "EUC-JP";
         case Encoding::Iso2022Jp: return "ISO-2022-JP";
     }
     throw std::invalid_argument("no such encoding");
+}
+
+bool isJapaneseCode(Encoding encoding) {
+    return encoding == Encoding::ShiftJis || encoding == Encoding::EucJp ||
+           encoding == Encoding::Iso2022Jp;
 }
 
 int utf8Length(char16_t unit) {
@@ -128,7 +134,8 @@ void Encoder::append(std::u16string_view text, std::string& bytes) {
 
 void Encoder::appendUnit(char16_t unit, std::string& bytes) {
     if (encoding == Encoding::Utf8) return appendUtf8(unit, bytes);
-    if (encoding == Encoding::Utf16) return appendPair(unit & 0xFFU, unit >> 8U, bytes);
+    if (encoding == Encoding::Utf16Little) return appendPair(unit & 0xFFU, unit >> 8U, bytes);
+    if (encoding == Encoding::Utf16Big) return appendPair(unit >> 8U, unit & 0xFFU, bytes);
     if (unit >= 0x80) return appendJis(unit, bytes);
     if (inKanji) bytes += "\x1B(J";
     inKanji = false;

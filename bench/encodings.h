@@ -8,10 +8,13 @@
 
 namespace bench {
 
-enum class Encoding { Utf8, Utf16, ShiftJis, EucJp, Iso2022Jp };
+enum class Encoding { Utf8, Utf16Little, Utf16Big, ShiftJis, EucJp, Iso2022Jp };
 
 /// The name in an XML declaration.
 const char* nameOf(Encoding encoding);
+
+/// Whether it is one of Shift_JIS, EUC-JP and ISO-2022-JP, which not every contestant reads.
+bool isJapaneseCode(Encoding encoding);
 
 /// The bytes of `unit` in UTF-8: 1 or 3. Other lengths raise std::invalid_argument, because not
 /// every contestant reads them.
@@ -21,8 +24,8 @@ int utf8Length(char16_t unit);
 const std::u16string& commonKanji();
 
 /// Appends text to bytes in one encoding. The text is ASCII and JIS X 0208, anything else raises
-/// std::invalid_argument. UTF-16 is little-endian. ISO-2022-JP leaves kanji by ESC ( J, so its text
-/// must not have the two characters in which JIS Roman differs from ASCII.
+/// std::invalid_argument. ISO-2022-JP leaves kanji by ESC ( J, so its text must not have the two
+/// characters in which JIS Roman differs from ASCII.
 class Encoder {
 public:
     explicit Encoder(Encoding target) : encoding(target) {}

@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
@@ -9,8 +8,6 @@
 
 namespace bench {
 namespace {
-
-constexpr int blockSize = 64 * 1024;
 
 void startElement(void* data, const XML_Char*, const XML_Char** attributes) {
     Tally& tally = *static_cast<Tally*>(data);
@@ -32,41 +29,28 @@ struct FreeParser {
 };
 using OwnedParser = std::unique_ptr<XML_ParserStruct, FreeParser>;
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using OwnedFile = std::unique_ptr<std::FILE, CloseFile>;
-
-Tally run(OwnedParser parser, const char* fileName) {
+Tally parse(const Source& source) {
+    const OwnedParser parser(XML_ParserCreateNS(nullptr, ' '));
     Tally tally;
     XML_SetUserData(parser.get(), &tally);
     XML_SetElementHandler(parser.get(), startElement, endElement);
     XML_SetCharacterDataHandler(parser.get(), characters);
 
-    const OwnedFile file(std::fopen(fileName, "rb"));
-    if (!file) throw std::runtime_error(std::string("expat: cannot open ") + fileName);
-    std::setvbuf(file.get(), nullptr, _IONBF, 0);
-    for (bool last = false; !last;) {
-        void* const block = XML_GetBuffer(parser.get(), blockSize);
-        if (block == nullptr) throw std::bad_alloc();
-        const std::size_t count = std::fread(block, 1, blockSize, file.get());
-        last = count < blockSize;
-        if (XML_ParseBuffer(parser.get(), static_cast<int>(count), last) != XML_STATUS_OK) {
-            throw std::runtime_error(std::string("expat: ") +
-                                     XML_ErrorString(XML_GetErrorCode(parser.get())));
-        }
+    const int size = static_cast<int>(source.bytes.size());
+    if (XML_Parse(parser.get(), source.bytes.data(), size, XML_TRUE) != XML_STATUS_OK) {
+        throw std::runtime_error(std::string("expat: ") +
+                                 XML_ErrorString(XML_GetErrorCode(parser.get())));
     }
     return tally;
 }
 
-const SaxParserRegistration withNamespaces(
-    {"expat", "with namespaces (XML_ParserCreateNS), blocks of 64 KB", LengthUnit::Utf8Byte, false,
-     false,
-     [](const char* file) { return run(OwnedParser(XML_ParserCreateNS(nullptr, ' ')), file); }});
-const SaxParserRegistration withoutNamespaces(
-    {"expat-no-ns", "without namespaces (XML_ParserCreate), blocks of 64 KB", LengthUnit::Utf8Byte,
-     true, false,
-     [](const char* file) { return run(OwnedParser(XML_ParserCreate(nullptr)), file); }});
+std::string version() {
+    const XML_Expat_Version one = XML_ExpatVersionInfo();
+    return std::to_string(one.major) + "." + std::to_string(one.minor) + "." +
+           std::to_string(one.micro);
+}
+
+const SaxParserRegistration registration({"expat", version(), LengthUnit::Utf8Byte, false, parse});
 
 }  // namespace
 }  // namespace bench

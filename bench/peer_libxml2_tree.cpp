@@ -53,8 +53,10 @@ struct FreeObject {
 
 class LibxmlTree : public LoadedTree {
 public:
-    explicit LibxmlTree(const char* fileName) : document(xmlReadFile(fileName, nullptr, 0)) {
-        if (!document) throw std::runtime_error(std::string("libxml2: cannot read ") + fileName);
+    explicit LibxmlTree(const std::string& bytes)
+        : document(xmlReadMemory(bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr,
+                                 XML_PARSE_HUGE)) {
+        if (!document) throw std::runtime_error("libxml2: cannot read the document");
     }
 
     Tally count() override { return countAll(xmlDocGetRootElement(document.get())); }
@@ -65,11 +67,12 @@ public:
         });
     }
 
-    long search() override {
+    long search(const std::string& name) override {
+        const std::string path = "//" + name;
         const std::unique_ptr<xmlXPathContext, FreeContext> context(
             xmlXPathNewContext(document.get()));
         const std::unique_ptr<xmlXPathObject, FreeObject> found(
-            xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>("//*"), context.get()));
+            xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(path.c_str()), context.get()));
         return found->nodesetval->nodeNr;
     }
 
@@ -94,9 +97,9 @@ private:
 };
 
 const TreeLibraryRegistration registration(
-    {"libxml2", "tree by xmlReadFile, search by XPath //*", LengthUnit::Utf8Byte, false, true,
-     [](const char* fileName) -> std::unique_ptr<LoadedTree> {
-         return std::make_unique<LibxmlTree>(fileName);
+    {"libxml2", LIBXML_DOTTED_VERSION, LengthUnit::Utf8Byte, false, true,
+     [](const Source& source) -> std::unique_ptr<LoadedTree> {
+         return std::make_unique<LibxmlTree>(source.bytes);
      }});
 
 }  // namespace

@@ -1,14 +1,17 @@
+#include <memory>
 #include <stdexcept>
-#include <string>
-#include <xercesc/dom/DOM.hpp>
-#include <xercesc/framework/LocalFileFormatTarget.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/sax2/Attributes.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/sax2/SAX2XMLReader.hpp>
+#include <xercesc/sax2/XMLReaderFactory.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
+#include <xercesc/util/XercesVersion.hpp>
 
-#include "tree_libraries.h"
-#include "tree_walk.h"
+#include "sax_parsers.h"
 
 namespace bench {
 namespace {
@@ -28,103 +31,50 @@ private:
     ~Platform() { xc::XMLPlatformUtils::Terminate(); }
 };
 
-struct Links {
-    static xc::DOMNode* firstChild(const xc::DOMNode* node) { return node->getFirstChild(); }
-    static xc::DOMNode* nextSibling(const xc::DOMNode* node) { return node->getNextSibling(); }
-    static xc::DOMNode* parent(const xc::DOMNode* node) { return node->getParentNode(); }
-};
-
-long valueLength(const xc::DOMNode* node) {
-    return static_cast<long>(xc::XMLString::stringLen(node->getNodeValue()));
-}
-
-void add(const xc::DOMNode* node, Tally& tally) {
-    switch (node->getNodeType()) {
-        case xc::DOMNode::ELEMENT_NODE: {
-            ++tally.elements;
-            const xc::DOMNamedNodeMap* const attributes = node->getAttributes();
-            const XMLSize_t attributeCount = attributes->getLength();
-            tally.attributes += static_cast<long>(attributeCount);
-            for (XMLSize_t i = 0; i < attributeCount; ++i) {
-                tally.valueLength += valueLength(attributes->item(i));
-            }
-            break;
-        }
-        case xc::DOMNode::TEXT_NODE: tally.textLength += valueLength(node); break;
-        default: break;
-    }
-}
-
-Tally countAll(xc::DOMNode* root) {
-    Tally tally;
-    walkTree<Links>(root, [&tally](const xc::DOMNode* node) { add(node, tally); });
-    return tally;
-}
-
-class XercesTree : public LoadedTree {
+class Counter : public xc::DefaultHandler {
 public:
-    explicit XercesTree(const char* fileName) {
-        parser.setDoNamespaces(true);
-        parser.setValidationScheme(xc::XercesDOMParser::Val_Never);
-        parser.setCreateEntityReferenceNodes(false);
-        parser.parse(fileName);
-        document = parser.getDocument();
-        if (parser.getErrorCount() != 0 || document == nullptr) {
-            throw std::runtime_error(std::string("Xerces-C++: cannot read ") + fileName);
+    void startElement(const XMLCh*, const XMLCh*, const XMLCh*,
+                      const xc::Attributes& attributes) override {
+        ++tally.elements;
+        const XMLSize_t count = attributes.getLength();
+        tally.attributes += static_cast<long>(count);
+        for (XMLSize_t i = 0; i < count; ++i) {
+            tally.valueLength +=
+                static_cast<long>(xc::XMLString::stringLen(attributes.getValue(i)));
         }
     }
 
-    Tally count() override { return countAll(document); }
-
-    long walk() override {
-        return countElements<Links>(static_cast<xc::DOMNode*>(document),
-                                    [](const xc::DOMNode* node) {
-                                        return node->getNodeType() == xc::DOMNode::ELEMENT_NODE;
-                                    });
+    void characters(const XMLCh*, const XMLSize_t length) override {
+        tally.textLength += static_cast<long>(length);
     }
 
-    // The result of a search is kept until the tree changes, so it is changed.
-    long search() override {
-        xc::DOMNode* const root = document->getDocumentElement();
-        root->removeChild(root->appendChild(document->createTextNode(xc::XMLUni::fgZeroLenString)))
-            ->release();
-        const XMLCh all[] = {'*', 0};
-        return static_cast<long>(document->getElementsByTagName(all)->getLength());
+    void fatalError(const xc::SAXParseException& failure) override {
+        throw std::runtime_error("Xerces-C: error in line " +
+                                 std::to_string(failure.getLineNumber()));
     }
 
-    Tally clone(bool counted) override {
-        xc::DOMNode* const copy = document->getDocumentElement()->cloneNode(true);
-        const Tally tally = counted ? countAll(copy) : Tally();
-        copy->release();
-        return tally;
-    }
-
-    void save(const std::string& fileName) override {
-        xc::DOMImplementation* const implementation =
-            xc::DOMImplementationRegistry::getDOMImplementation(xc::XMLUni::fgZeroLenString);
-        xc::DOMLSSerializer* const serializer = implementation->createLSSerializer();
-        xc::DOMLSOutput* const output = implementation->createLSOutput();
-        xc::LocalFileFormatTarget target(fileName.c_str());
-        output->setByteStream(&target);
-        const bool isWritten = serializer->write(document, output);
-        output->release();
-        serializer->release();
-        if (!isWritten) throw std::runtime_error("Xerces-C++: cannot write " + fileName);
-    }
+    const Tally& result() const { return tally; }
 
 private:
-    xc::XercesDOMParser parser;  // owns the document
-    xc::DOMDocument* document = nullptr;
+    Tally tally;
 };
 
-std::unique_ptr<LoadedTree> load(const char* fileName) {
+Tally parse(const Source& source) {
     Platform::need();
-    return std::make_unique<XercesTree>(fileName);
+    const std::unique_ptr<xc::SAX2XMLReader> reader(xc::XMLReaderFactory::createXMLReader());
+    reader->setFeature(xc::XMLUni::fgSAX2CoreNameSpaces, true);
+    reader->setFeature(xc::XMLUni::fgSAX2CoreValidation, false);
+    Counter counter;
+    reader->setContentHandler(&counter);
+    reader->setErrorHandler(&counter);
+    const xc::MemBufInputSource input(reinterpret_cast<const XMLByte*>(source.bytes.data()),
+                                      source.bytes.size(), "document");
+    reader->parse(input);
+    return counter.result();
 }
 
-const TreeLibraryRegistration registration(
-    {"xerces", "Xerces-C++'s XercesDOMParser, with namespaces, without validation",
-     LengthUnit::Unit16, true, true, load});
+const SaxParserRegistration registration({"Xerces-C", XERCES_FULLVERSIONDOT, LengthUnit::Unit16,
+                                          true, parse});
 
 }  // namespace
 }  // namespace bench

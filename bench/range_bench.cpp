@@ -3,22 +3,19 @@
 // like a walk through such a document.
 #include <chrono>
 #include <functional>
-#include <iomanip>
-#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
 
 #include <qvox/qvox.h>
 
-#include "suite.h"
+#include "sections.h"
+#include "table.h"
 
 namespace bench {
 namespace {
 
 constexpr double asked = 5'000;
-constexpr int labelWidth = 44;
-constexpr int numberWidth = 14;
 constexpr std::chrono::milliseconds measureTime(200);
 
 /// A document whose texts are all in paragraphs of their own, or all siblings.
@@ -147,34 +144,28 @@ double rate(const RangeCase& measured, RangeDocument& document) {
     return static_cast<double>(2 * calls) / std::chrono::duration<double>(spent).count();
 }
 
-bool printRanges(std::ostream& stream) {
+}  // namespace
+
+bool printRanges(const Settings& settings, std::ostream& stream) {
     RangeDocument wide(1, 1, 50'000);
     RangeDocument deep(50, 50, 20);
     bool allMet = true;
-    stream << "\nRange calls a second in 100,000 nodes\n";
-    stream << std::left << std::setw(labelWidth) << "  calls" << std::right
-           << std::setw(numberWidth) << "all siblings" << std::setw(numberWidth) << "in sections"
-           << '\n';
+    Table table(
+        stream,
+        {"Range calls a second in 100,000 nodes", "all siblings", "in sections", "at least"}, 44);
     for (const RangeCase& one : cases) {
-        stream << std::left << std::setw(labelWidth) << std::string("  ") + one.label << std::right;
-        bool met = true;
+        if (!settings.wants(one.label)) continue;
+        std::vector<std::string> cells = {one.label};
         for (RangeDocument* const document : {&wide, &deep}) {
             document->other->selectNodeContents(document->texts[document->texts.size() / 2]);
             const double calls = rate(one, *document);
-            stream << std::setw(numberWidth) << std::fixed << std::setprecision(0) << calls;
-            met = met && (!one.isCommon || calls >= asked);
+            cells.push_back(cell(calls, 0));
+            allMet = allMet && (!one.isCommon || calls >= asked);
         }
-        stream << (met ? "" : "  TOO FEW") << std::endl;
-        allMet = allMet && met;
+        cells.push_back(one.isCommon ? cell(asked, 0) : "");
+        table.row(cells);
     }
-    stream << "  asked: " << asked
-           << " calls that set or compare points: " << (allMet ? "met" : "MISSED") << '\n';
     return allMet;
 }
 
-void addRanges(Suite& suite) { suite.addSection({"range", printRanges}); }
-
-const GroupRegistration registration(addRanges);
-
-}  // namespace
 }  // namespace bench

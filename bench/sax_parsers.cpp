@@ -13,7 +13,7 @@ std::vector<SaxParser>& registry() {
 }
 
 std::pair<bool, std::string> place(const SaxParser& parser) {
-    return {parser.name.rfind("qvox", 0) != 0, parser.name};
+    return {parser.name != "qvox", parser.name};
 }
 
 }  // namespace

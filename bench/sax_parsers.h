@@ -7,32 +7,27 @@
 #include <string>
 #include <vector>
 
-#include "document_builder.h"
+#include "documents.h"
 #include "encodings.h"
 #include "tally.h"
 
 namespace bench {
 
-/// One way to run a parser over a file, with handlers that count into a Tally and nothing else.
+/// One way to run a parser over a document, with namespaces and with handlers that count into a
+/// Tally and nothing else.
 struct SaxParser {
     std::string name;
-    /// How it is run, for the reader of the tables.
-    std::string note;
+    std::string version;
     LengthUnit lengthUnit;
-    bool declarationsAreAttributes;
-    /// Whether it reads Shift_JIS, EUC-JP and ISO-2022-JP; UTF-8 and UTF-16 go without saying.
+    /// UTF-8 and UTF-16 go without saying.
     bool readsJapaneseCodes;
     /// Raises std::runtime_error where the parser refuses the document.
-    Tally (*parse)(const char* fileName);
+    Tally (*parse)(const Source& source);
 
-    bool reads(Encoding encoding) const {
-        return readsJapaneseCodes || encoding == Encoding::Utf8 || encoding == Encoding::Utf16;
-    }
+    bool reads(Encoding encoding) const { return readsJapaneseCodes || !isJapaneseCode(encoding); }
 
     /// What a parse of a document with these contents has to give.
-    Tally expected(const Contents& contents) const {
-        return contents.expected(lengthUnit, declarationsAreAttributes);
-    }
+    Tally expected(const Contents& contents) const { return contents.expected(lengthUnit, false); }
 };
 
 /// All registered parsers, ours first.

@@ -25,27 +25,20 @@ private:
     Tally tally;
 };
 
-Tally parse(const char* fileName, bool namespaces) {
+Tally parse(const Source& source) {
     Counter counter;
     qvox::SAXParser parser;
     parser.setContentHandler(&counter);
-    parser.setFeature(qvox::FEATURE_NAMESPACES, namespaces);
     parser.setFeature(qvox::FEATURE_CONCURRENT, true);
     try {
-        parser.parse(fileName);
+        parser.parse(source.fileName.c_str());
     } catch (const qvox::QVOXException& failure) {
         throw std::runtime_error(std::string("qvox: ") + failure.getMessage().ascii_str());
     }
     return counter.result();
 }
 
-const SaxParserRegistration withNamespaces({"qvox", "namespaces on, as by default",
-                                            LengthUnit::Unit16, false, true,
-                                            [](const char* file) { return parse(file, true); }});
-const SaxParserRegistration withoutNamespaces({"qvox-no-ns", "namespaces off", LengthUnit::Unit16,
-                                               false, true, [](const char* file) {
-                                                   return parse(file, false);
-                                               }});
+const SaxParserRegistration registration({"qvox", QVOX_VERSION, LengthUnit::Unit16, true, parse});
 
 }  // namespace
 }  // namespace bench

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "document_builder.h"
+#include "documents.h"
 #include "encodings.h"
 #include "tally.h"
 
@@ -26,38 +26,32 @@ public:
     virtual Tally count() = 0;
     /// The number of elements, by going from node to node by the links between them.
     virtual long walk() = 0;
-    /// The same by the library's search for all elements.
-    virtual long search() = 0;
+    /// The number of elements of that name, by the library's search.
+    virtual long search(const std::string& name) = 0;
     /// Copies the document element with all below it, counts the copy if asked to, and frees it.
     virtual Tally clone(bool counted) = 0;
     /// Writes the document to a file, in the encoding that it was read in where the library can.
     virtual void save(const std::string& fileName) = 0;
 };
 
-/// One way to get a tree from a file.
+/// One way to get a tree from a document.
 struct TreeLibrary {
     std::string name;
-    /// How it is used, for the reader of the tables.
-    std::string note;
+    std::string version;
     LengthUnit lengthUnit;
     bool declarationsAreAttributes;
-    /// Whether it reads Shift_JIS, EUC-JP and ISO-2022-JP; UTF-8 and UTF-16 go without saying.
+    /// UTF-8 and UTF-16 go without saying.
     bool readsJapaneseCodes;
     /// Raises std::runtime_error where the library refuses the document.
-    std::unique_ptr<LoadedTree> (*load)(const char* fileName);
+    std::unique_ptr<LoadedTree> (*load)(const Source& source);
 
-    bool reads(Encoding encoding) const {
-        return readsJapaneseCodes || encoding == Encoding::Utf8 || encoding == Encoding::Utf16;
-    }
+    bool reads(Encoding encoding) const { return readsJapaneseCodes || !isJapaneseCode(encoding); }
 
-    /// What has to be counted in a document with these contents has to give.
+    /// What has to be counted in the tree of a document with these contents.
     Tally expected(const Contents& contents) const {
         return contents.expected(lengthUnit, declarationsAreAttributes);
     }
 };
-
-/// The argument that makes the program load and free one tree, as in "--one-tree LIBRARY FILE".
-inline constexpr const char* oneTreeOption = "--one-tree";
 
 /// All registered libraries, ours first.
 const std::vector<TreeLibrary>& treeLibraries();

@@ -39,9 +39,9 @@ Tally countAll(qvox::Node* root) {
 
 class QvoxTree : public LoadedTree {
 public:
-    explicit QvoxTree(const char* fileName) {
+    explicit QvoxTree(const Source& source) {
         parser.setFeature(qvox::FEATURE_CONCURRENT, true);
-        document = parser.parse(fileName);
+        document = parser.parse(source.fileName.c_str());
     }
     ~QvoxTree() override { parser.free(document); }
 
@@ -53,8 +53,8 @@ public:
         });
     }
 
-    long search() override {
-        qvox::NodeList* const found = document->getElementsByTagName("*");
+    long search(const std::string& name) override {
+        qvox::NodeList* const found = document->getElementsByTagName(name.c_str());
         const int length = found->getLength();
         parser.free(found);
         return length;
@@ -67,6 +67,8 @@ public:
         return tally;
     }
 
+    /// In the encoding of the declaration; of UTF-8 and ISO-2022-JP, which aren't written, in
+    /// Shift_JIS.
     void save(const std::string& fileName) override {
         const qvox::Xstring& declaration = document->getFirstChild()->getNodeValue();
         const auto declares = [&declaration](const char* name) {
@@ -84,17 +86,16 @@ private:
     qvox::Document* document = nullptr;
 };
 
-std::unique_ptr<LoadedTree> load(const char* fileName) {
+std::unique_ptr<LoadedTree> load(const Source& source) {
     try {
-        return std::make_unique<QvoxTree>(fileName);
+        return std::make_unique<QvoxTree>(source);
     } catch (const qvox::QVOXException& failure) {
         throw std::runtime_error(std::string("qvox: ") + failure.getMessage().ascii_str());
     }
 }
 
-const TreeLibraryRegistration registration(
-    {"qvox", "DOM with namespaces, as by default; UTF-8 is written as Shift_JIS",
-     LengthUnit::Unit16, true, true, load});
+const TreeLibraryRegistration registration({"qvox", QVOX_VERSION, LengthUnit::Unit16, true, true,
+                                            load});
 
 }  // namespace
 }  // namespace bench
