@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "input/xml_char.h"
+#include "platform/code_page.h"
 #include "text/japanese_codes.h"
 #include "text/lanes.h"
 
@@ -12,35 +13,32 @@ namespace {
 
 constexpr int ESC = 0x1B;
 
-// A character from 0x80 up: its unit, and its bytes. No bytes for one that isn't usual.
-struct WideCharacter {
-    int unit;
-    int size;
-};
-
-constexpr WideCharacter NO_CHARACTER = {0, 0};
-
-bool is_between(int byte, int first, int last) { return byte >= first && byte <= last; }
-
 bool is_usual_control(int byte) { return byte == '\n' || byte == '\t'; }
+
+// The loops below work on copies of the ends, which then stay in registers.
 
 // ASCII but for CR, ESC and other controls.
 void take_ascii(Stretch& s) {
-    while (static_cast<std::size_t>(s.fromEnd - s.from) >= lanes::BYTES) {
-        const lanes::Bytes16 bytes = lanes::load(s.from);
-        lanes::widen(s.to, bytes);
+    const unsigned char* from = s.from;
+    Unit* to = s.to;
+    const unsigned char* const lastBlock = from + std::min(s.fromEnd - from, s.toEnd - to) -
+                                           static_cast<std::ptrdiff_t>(lanes::BYTES);
+    for (; from <= lastBlock; from += lanes::BYTES, to += lanes::BYTES) {
+        const lanes::Bytes16 bytes = lanes::load(from);
+        lanes::widen(to, bytes);
         const std::uint64_t unusual = lanes::unusual(bytes);
-        std::size_t count =
-            unusual != 0 ? lanes::lowest_bit(unusual) / lanes::BITS_PER_BYTE : lanes::BYTES;
-        count = std::min(count, static_cast<std::size_t>(s.toEnd - s.to));
-        s.from += count;
-        s.to += count;
-        if (count != lanes::BYTES) return;
+        if (unusual == 0) continue;
+        const std::size_t count = lanes::lowest_bit(unusual) / lanes::BITS_PER_BYTE;
+        s.from = from + count;
+        s.to = to + count;
+        return;
     }
-    while (s.from != s.fromEnd && s.to != s.toEnd) {
-        if (*s.from >= 0x80 || (*s.from < 0x20 && !is_usual_control(*s.from))) return;
-        *s.to++ = *s.from++;
+    while (from != s.fromEnd && to != s.toEnd) {
+        if (*from >= 0x80 || (*from < 0x20 && !is_usual_control(*from))) break;
+        *to++ = *from++;
     }
+    s.from = from;
+    s.to = to;
 }
 
 // CR LF is one LF.
@@ -51,62 +49,99 @@ bool take_line_end(Stretch& s) {
     return true;
 }
 
-// Characters from 0x80 up. `decode` gives the WideCharacter at the start of some bytes.
-template <typename Decode>
-bool take_wide(Stretch& s, Decode decode) {
-    while (s.from != s.fromEnd && *s.from >= 0x80) {
-        if (s.to == s.toEnd) return true;
-        const WideCharacter c = decode(s.from, s.fromEnd - s.from);
-        if (c.size == 0 || c.unit < 0x80 || !is_xml_char(c.unit)) return false;
-        *s.to++ = static_cast<Unit>(c.unit);
-        s.from += c.size;
+// Characters of two bytes. `unit_of` gives the unit of each, or 0 where they aren't usual ones.
+template <typename UnitOf>
+void take_pairs(Stretch& s, UnitOf unit_of) {
+    const unsigned char* from = s.from;
+    Unit* to = s.to;
+    for (std::ptrdiff_t left = std::min((s.fromEnd - from) / 2, s.toEnd - to); left > 0; --left) {
+        const Unit unit = unit_of(from[0], from[1]);
+        if (unit == 0) break;
+        *to++ = unit;
+        from += 2;
     }
+    s.from = from;
+    s.to = to;
+}
+
+// A half-width kana of one byte.
+bool take_kana(Stretch& s) {
+    if (!is_half_width_kana_byte(*s.from)) return false;
+    *s.to++ = static_cast<Unit>(sjis_to_unicode(*s.from++));
     return true;
 }
 
-// The loop of the encodings that contain ASCII.
-template <typename Decode>
-void decode_stretch(Stretch& s, Decode decode) {
+// The loop of the encodings that contain ASCII. `take_wide` takes characters from a byte above
+// ASCII on, at least one, or is false.
+template <typename TakeWide>
+void decode_stretch(Stretch& s, TakeWide take_wide) {
     for (;;) {
         take_ascii(s);
         if (s.from == s.fromEnd || s.to == s.toEnd) return;
-        if (!(*s.from < 0x80 ? take_line_end(s) : take_wide(s, decode))) return;
+        if (!(*s.from < 0x80 ? take_line_end(s) : take_wide(s))) return;
     }
 }
 
-bool is_continuation(int byte) { return (byte & 0xC0) == 0x80; }
-
-void decode_utf8(Stretch& s) {
-    decode_stretch(s, [](const unsigned char* bytes, std::ptrdiff_t count) {
-        if (count < 3 || (bytes[0] & 0xF0) != 0xE0) return NO_CHARACTER;
-        if (!is_continuation(bytes[1]) || !is_continuation(bytes[2])) return NO_CHARACTER;
-        return WideCharacter{
-            (bytes[0] & 0x0F) << 12 | (bytes[1] & 0x3F) << 6 | (bytes[2] & 0x3F), 3};
-    });
+// Sequences of three bytes.
+bool take_utf8(Stretch& s) {
+    constexpr unsigned MARKS = 0xF0C0C0;  // the bits that say what a byte is
+    constexpr unsigned LEAD_AND_CONTINUATIONS = 0xE08080;
+    constexpr unsigned FIRST_WIDE = 0x80;
+    constexpr unsigned FIRST_SURROGATE = 0xD800;
+    const unsigned char* from = s.from;
+    Unit* to = s.to;
+    for (std::ptrdiff_t left = std::min((s.fromEnd - from) / 3, s.toEnd - to); left > 0; --left) {
+        const unsigned bytes = static_cast<unsigned>(from[0] << 16 | from[1] << 8 | from[2]);
+        if ((bytes & MARKS) != LEAD_AND_CONTINUATIONS) break;
+        const unsigned unit = (bytes >> 4 & 0xF000) | (bytes >> 2 & 0x0FC0) | (bytes & 0x3F);
+        if (unit - FIRST_WIDE >= FIRST_SURROGATE - FIRST_WIDE && !is_xml_char(unit)) break;
+        if (unit < FIRST_WIDE) break;
+        *to++ = static_cast<Unit>(unit);
+        from += 3;
+    }
+    const bool isAny = to != s.to;
+    s.from = from;
+    s.to = to;
+    return isAny;
 }
 
-void decode_sjis(Stretch& s) {
-    decode_stretch(s, [](const unsigned char* bytes, std::ptrdiff_t count) {
-        if (is_half_width_kana_byte(bytes[0])) return WideCharacter{sjis_to_unicode(bytes[0]), 1};
-        if (count < 2) return NO_CHARACTER;
-        return WideCharacter{sjis_to_unicode(bytes[0] << 8 | bytes[1]), 2};
+void decode_utf8(Stretch& s) { decode_stretch(s, take_utf8); }
+
+bool take_sjis(Stretch& s) {
+    if (take_kana(s)) return true;
+    const Unit* const before = s.to;
+    take_pairs(s, [](unsigned lead, unsigned trail) {
+        return static_cast<Unit>(code_page_pair_to_unit(lead, trail));
     });
+    return s.to != before;
+}
+
+void decode_sjis(Stretch& s) { decode_stretch(s, take_sjis); }
+
+// The unit of a row and a cell, of 94 each, by the bytes from `first` on that name them.
+template <unsigned first>
+Unit unit_of_cell(unsigned high, unsigned low) {
+    constexpr unsigned CELLS = 94;
+    const unsigned row = high - first;
+    const unsigned cell = low - first;
+    return row < CELLS && cell < CELLS ? jis_cell_to_unit(row, cell) : Unit{0};
 }
 
 // Pairs that only the arithmetic of the conversion makes characters of are left to it.
-void decode_euc(Stretch& s) {
+bool take_euc(Stretch& s) {
     constexpr int KANA_LEAD = 0x8E;
-    decode_stretch(s, [](const unsigned char* bytes, std::ptrdiff_t count) {
-        if (count < 2) return NO_CHARACTER;
-        if (bytes[0] == KANA_LEAD && is_half_width_kana_byte(bytes[1])) {
-            return WideCharacter{sjis_to_unicode(bytes[1]), 2};
-        }
-        if (!is_between(bytes[0], 0xA1, 0xFE) || !is_between(bytes[1], 0xA1, 0xFE)) {
-            return NO_CHARACTER;
-        }
-        return WideCharacter{euc_to_unicode(bytes[0] << 8 | bytes[1]), 2};
-    });
+    if (*s.from == KANA_LEAD && s.fromEnd - s.from >= 2) {
+        if (!is_half_width_kana_byte(s.from[1])) return false;
+        *s.to++ = static_cast<Unit>(sjis_to_unicode(s.from[1]));
+        s.from += 2;
+        return true;
+    }
+    const Unit* const before = s.to;
+    take_pairs(s, unit_of_cell<0xA1>);
+    return s.to != before;
 }
+
+void decode_euc(Stretch& s) { decode_stretch(s, take_euc); }
 
 // ESC $ @ and ESC $ B enter kanji, only ESC ( J leaves.
 bool take_escape_sequence(Stretch& s) {
@@ -120,28 +155,10 @@ bool take_escape_sequence(Stretch& s) {
     return true;
 }
 
-// Pairs up to the next escape sequence.
-bool take_kanji(Stretch& s) {
-    while (s.from != s.fromEnd && *s.from != ESC) {
-        if (s.to == s.toEnd) return true;
-        if (s.fromEnd - s.from < 2) return false;
-        if (!is_between(s.from[0], 0x21, 0x7E) || !is_between(s.from[1], 0x21, 0x7E)) return false;
-        const int unit = euc_to_unicode((s.from[0] << 8 | s.from[1]) | 0x8080);
-        if (unit < 0x80 || !is_xml_char(unit)) return false;
-        *s.to++ = static_cast<Unit>(unit);
-        s.from += 2;
-    }
-    return true;
-}
-
 bool take_jis_ascii(Stretch& s) {
     take_ascii(s);
     if (s.from == s.fromEnd || s.to == s.toEnd || *s.from == ESC) return true;
-    if (*s.from < 0x80) return take_line_end(s);
-    return take_wide(s, [](const unsigned char* bytes, std::ptrdiff_t) {
-        return is_half_width_kana_byte(*bytes) ? WideCharacter{sjis_to_unicode(*bytes), 1}
-                                               : NO_CHARACTER;
-    });
+    return *s.from < 0x80 ? take_line_end(s) : take_kana(s);
 }
 
 // A sequence belongs to the character behind it: without one it isn't taken.
@@ -149,7 +166,12 @@ void decode_jis(Stretch& s) {
     while (s.from != s.fromEnd && s.to != s.toEnd) {
         const Stretch before = s;
         if (*s.from == ESC && !take_escape_sequence(s)) return;
-        const bool goesOn = s.kanjiMode ? take_kanji(s) : take_jis_ascii(s);
+        bool goesOn = true;
+        if (s.kanjiMode) {
+            take_pairs(s, unit_of_cell<0x21>);
+        } else {
+            goesOn = take_jis_ascii(s);
+        }
         if (s.to == before.to) s = before;
         if (!goesOn || s.to == before.to) return;
     }

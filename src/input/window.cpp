@@ -58,7 +58,7 @@ std::size_t Window::more(Cursor& cursor, const Unit* kept) {
     }
     cursor.decoder.kanjiMode = stretch.kanjiMode;
     end = stretch.to;
-    std::memset(end, 0, lanes::UNITS * sizeof(Unit));
+    std::memset(end, 0, OVERRUN * sizeof(Unit));
     return count;
 }
 
@@ -90,7 +90,7 @@ void Window::move_to_front() {
     const std::ptrdiff_t distance = first - memory.get();
     if (distance == 0) return;
     std::memmove(memory.get(), first,
-                 (static_cast<std::size_t>(end - first) + lanes::UNITS) * sizeof(Unit));
+                 (static_cast<std::size_t>(end - first) + OVERRUN) * sizeof(Unit));
     first -= distance;
     next -= distance;
     end -= distance;

@@ -58,7 +58,7 @@ public:
     bool has_last() const { return next != first; }
 
     Unit* next = nullptr;        // the next unit
-    Unit* end = nullptr;         // behind the last one; eight zeros follow
+    Unit* end = nullptr;         // behind the last one; OVERRUN zeros follow
     const Unit* mark = nullptr;  // where the current token begins, if its column isn't counted yet
 
 private:

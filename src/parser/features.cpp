@@ -1,7 +1,9 @@
 #include "parser/features.h"
 
+#include <algorithm>
 #include <cstdio>
-#include <string_view>
+#include <cstring>
+#include <iterator>
 
 #include <qvox/parser.h>
 
@@ -28,56 +30,74 @@ template <typename Exception>
     throw Exception(message);
 }
 
-// The entry of `name`, if the access that it grants at the moment is enough.
-template <typename Entries>
-auto& accessible(Entries& entries, const char* nameOrNull, bool parsing, int needed,
-                 const Wording& wording) {
+struct Entry {
+    const char* name;
+    Access parsingAccess;  // during a parse
+    Access idleAccess;     // otherwise
+    int value;             // of a feature at first, or the slot of a property
+};
+
+constexpr Entry FEATURES[] = {
+    {FEATURE_NAMESPACES, READ_ACCESS, WRITE_ACCESS, true},
+    {FEATURE_NAMESPACE_PREFIXES, READ_ACCESS, WRITE_ACCESS, false},
+    {FEATURE_VALIDATION, READ_ACCESS, READ_ACCESS, false},
+    {FEATURE_EXTERNAL_GENERAL_ENTITIES, READ_ACCESS, WRITE_ACCESS, true},
+    {FEATURE_EXTERNAL_PARAMETER_ENTITIES, READ_ACCESS, WRITE_ACCESS, true},
+    {FEATURE_EXTERNAL_FILES, READ_ACCESS, WRITE_ACCESS, true},
+    {FEATURE_CONCURRENT, READ_ACCESS, WRITE_ACCESS, false},
+};
+static_assert(std::size(FEATURES) == ParserImpl::FEATURE_COUNT);
+
+constexpr Entry PROPERTIES[] = {
+    {PROPERTY_LEXICAL_HANDLER, WRITE_ACCESS, WRITE_ACCESS, LEXICAL_HANDLER_SLOT},
+    {PROPERTY_DECL_HANDLER, WRITE_ACCESS, WRITE_ACCESS, DECL_HANDLER_SLOT},
+    {PROPERTY_DOM_NODE, NO_ACCESS, NO_ACCESS, DOM_NODE_SLOT},
+};
+
+// The names are looked up at events, most of them by our own constants.
+bool is_same(const char* a, const char* b) { return a == b || std::strcmp(a, b) == 0; }
+
+// The number of the entry of `name`, if the access that it grants at the moment is enough.
+template <std::size_t count>
+std::size_t accessible(const Entry (&entries)[count], const char* nameOrNull, bool parsing,
+                       Access needed, const Wording& wording) {
     const char* name = nameOrNull != nullptr ? nameOrNull : "(null)";
-    const auto found = entries.find(std::string_view(name));
-    if (found == entries.end()) {
+    const Entry* const entry =
+        std::find_if(std::begin(entries), std::end(entries),
+                     [name](const Entry& candidate) { return is_same(candidate.name, name); });
+    if (entry == std::end(entries)) {
         refuse<SAXNotRecognizedException>(wording.notRecognized, name, "not recognized");
     }
-    auto& entry = found->second;
-    if ((parsing ? entry.parsingAccess : entry.idleAccess) < needed) {
+    if ((parsing ? entry->parsingAccess : entry->idleAccess) < needed) {
         refuse<SAXNotSupportedException>(
             wording.notSupported, name,
             parsing ? "is not supported in parsing" : "is not supported");
     }
-    return entry;
+    return static_cast<std::size_t>(entry - entries);
 }
 
 }  // namespace
 
-ParserImpl::ParserImpl()
-    : features{
-          {FEATURE_NAMESPACES, {READ_ACCESS, WRITE_ACCESS, true}},
-          {FEATURE_NAMESPACE_PREFIXES, {READ_ACCESS, WRITE_ACCESS, false}},
-          {FEATURE_VALIDATION, {READ_ACCESS, READ_ACCESS, false}},
-          {FEATURE_EXTERNAL_GENERAL_ENTITIES, {READ_ACCESS, WRITE_ACCESS, true}},
-          {FEATURE_EXTERNAL_PARAMETER_ENTITIES, {READ_ACCESS, WRITE_ACCESS, true}},
-          {FEATURE_EXTERNAL_FILES, {READ_ACCESS, WRITE_ACCESS, true}},
-          {FEATURE_CONCURRENT, {READ_ACCESS, WRITE_ACCESS, false}},
-      },
-      properties{
-          {PROPERTY_LEXICAL_HANDLER, {WRITE_ACCESS, WRITE_ACCESS, LEXICAL_HANDLER_SLOT}},
-          {PROPERTY_DECL_HANDLER, {WRITE_ACCESS, WRITE_ACCESS, DECL_HANDLER_SLOT}},
-          {PROPERTY_DOM_NODE, {NO_ACCESS, NO_ACCESS, DOM_NODE_SLOT}},
-      } {}
+ParserImpl::ParserImpl() {
+    for (std::size_t i = 0; i < FEATURE_COUNT; ++i) values[i] = FEATURES[i].value != 0;
+}
 
 bool ParserImpl::feature(const char* name, bool parsing) const {
-    return accessible(features, name, parsing, READ_ACCESS, FEATURE_WORDING).value;
+    return values[accessible(FEATURES, name, parsing, READ_ACCESS, FEATURE_WORDING)];
 }
 
 void ParserImpl::setFeature(const char* name, bool value, bool parsing) {
-    accessible(features, name, parsing, WRITE_ACCESS, FEATURE_WORDING).value = value;
+    values[accessible(FEATURES, name, parsing, WRITE_ACCESS, FEATURE_WORDING)] = value;
 }
 
-int ParserImpl::readableProperty(const char* name, bool parsing) const {
-    return accessible(properties, name, parsing, READ_ACCESS, READ_PROPERTY_WORDING).slot;
+int ParserImpl::readableProperty(const char* name, bool parsing) {
+    return PROPERTIES[accessible(PROPERTIES, name, parsing, READ_ACCESS, READ_PROPERTY_WORDING)]
+        .value;
 }
 
-int ParserImpl::writableProperty(const char* name, bool parsing) const {
-    return accessible(properties, name, parsing, WRITE_ACCESS, WRITE_PROPERTY_WORDING).slot;
+int ParserImpl::writableProperty(const char* name, bool parsing) {
+    return PROPERTIES[accessible(PROPERTIES, name, parsing, WRITE_ACCESS, WRITE_PROPERTY_WORDING)]
+        .value;
 }
 
 }  // namespace qvox

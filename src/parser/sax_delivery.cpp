@@ -1,7 +1,6 @@
 #include "parser/sax_delivery.h"
 
-#include <algorithm>
-
+#include "text/lanes.h"
 #include "text/lent_text.h"
 
 namespace qvox {
@@ -14,9 +13,8 @@ constexpr std::size_t LONGEST_ORDINARY_TEXT = 8192;
 // A text as an event has it: lent for as long as the event lasts, or a copy where line ends are to
 // be normalised.
 Xstring event_text(const LentText& text) {
-    const Unit* const end = text.units + text.length;
-    if (std::find(text.units, end, '\r') == end) return text.string();
-    return Xstring(text.units);
+    const bool hasReturn = lanes::contains(text.units, text.units + text.length, '\r');
+    return hasReturn ? Xstring(text.units) : text.string();
 }
 
 Xstring event_text(const Unit* text) { return event_text(lent_text(text)); }

@@ -34,7 +34,7 @@ bool SAXParser::getFeature(const char* name) const { return Parser::getFeature(n
 void SAXParser::setFeature(const char* name, bool value) { Parser::setFeature(name, value); }
 
 void* SAXParser::getProperty(const char* name) const {
-    switch (impl->readableProperty(name, isParsing())) {
+    switch (ParserImpl::readableProperty(name, isParsing())) {
         case LEXICAL_HANDLER_SLOT: return lexicalHandler;
         case DECL_HANDLER_SLOT: return declHandler;
         default: return nullptr;
@@ -43,7 +43,7 @@ void* SAXParser::getProperty(const char* name) const {
 
 void SAXParser::setProperty(const char* name, const void* value) {
     void* handler = const_cast<void*>(value);
-    switch (impl->writableProperty(name, isParsing())) {
+    switch (ParserImpl::writableProperty(name, isParsing())) {
         case LEXICAL_HANDLER_SLOT: lexicalHandler = static_cast<LexicalHandler*>(handler); break;
         case DECL_HANDLER_SLOT: declHandler = static_cast<DeclHandler*>(handler); break;
         default: break;

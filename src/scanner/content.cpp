@@ -38,7 +38,8 @@ Content::Content(Heap& heap, Input& inputOfParse, Names& namesOfParse, Elements&
       lexer(lexerOfParse),
       events(eventsOfParse),
       entities(heap),
-      isOn(byPieces) {}
+      isOn(byPieces),
+      lastName(&names.xmlns()) {}
 
 int Content::read() {
     if (hasDeclined) return hand_over();

@@ -66,6 +66,7 @@ private:
     Outcome read_pi(Unit* piece);
 
     Outcome read_start_tag(Unit* piece);
+    Name& name_at(Unit* place, Unit** behind);
     Unit* read_attributes(Unit* place, Unit** failed);
     Unit* read_attribute(Unit* place, Unit** failed);
     Unit* read_changed_value(Name& name, Unit* value, Unit quote, Unit** failed);
@@ -92,6 +93,7 @@ private:
     bool isOn;
     bool hasDeclined = false;         // the lexer has the next token
     std::size_t unknownElements = 0;  // open ones that the grammar doesn't know of
+    Name* lastName;                   // of an element or attribute
     TokenBuffer gathered;             // a text with its references replaced
     std::vector<Reference> references;
     Amount expandedUnits = 0;  // of the texts that they stand for

@@ -17,6 +17,17 @@ Unit* behind_space(Unit* place) {
     return place;
 }
 
+// Whether the units are that name, whole.
+bool begins_with(const Unit* place, const Unit* end, const Name& name) {
+    const auto length = static_cast<std::size_t>(name.text.length());
+    if (static_cast<std::size_t>(end - place) < length) return false;
+    const Unit* const units = name.units();
+    for (std::size_t i = 0; i < length; ++i) {
+        if (place[i] != units[i]) return false;
+    }
+    return !is_name_char(place[length]);
+}
+
 // The first unit of a value that ends it, or that it can't simply be lent with: its quote, '&', and
 // controls, among them the zeros behind the window.
 Unit* plain_value_end(Unit* place, Unit quote) {
@@ -34,8 +45,8 @@ Unit* plain_value_end(Unit* place, Unit quote) {
 Content::Outcome Content::read_start_tag(Unit* piece) {
     Unit* const name = piece + 1;
     if (!is_name_start(*name)) return unrecognised(name);
-    Unit* const nameEnd = behind_name(name);
-    Name& qName = names.keep(name, static_cast<std::size_t>(nameEnd - name));
+    Unit* nameEnd = nullptr;
+    Name& qName = name_at(name, &nameEnd);
     elements.begin_tag();
     begin_references();
     Unit* failed = nullptr;
@@ -43,6 +54,21 @@ Content::Outcome Content::read_start_tag(Unit* piece) {
     if (close != nullptr) return open_tag(qName, close);
     elements.drop_tag();
     return unrecognised(failed);
+}
+
+// The name at a place where one begins, and the place behind it. Documents repeat the sequence of
+// their names, so the one that is likely here is looked for first.
+Name& Content::name_at(Unit* place, Unit** behind) {
+    Name* name = lastName->follower;
+    if (name == nullptr || !begins_with(place, input.windowEnd(), *name)) {
+        *behind = behind_name(place);
+        name = &names.keep(place, static_cast<std::size_t>(*behind - place));
+        lastName->follower = name;
+    } else {
+        *behind = place + name->text.length();
+    }
+    lastName = name;
+    return *name;
 }
 
 // The attributes behind a name, up to the '>' or the "/>" of the tag, which is returned; null, with
@@ -63,14 +89,14 @@ Unit* Content::read_attributes(Unit* place, Unit** failed) {
 }
 
 Unit* Content::read_attribute(Unit* place, Unit** failed) {
-    Unit* const nameEnd = behind_name(place);
+    Unit* nameEnd = nullptr;
+    Name& name = name_at(place, &nameEnd);
     Unit* const equals = behind_space(nameEnd);
     *failed = equals;
     if (*equals != '=') return nullptr;
     Unit* const opening = behind_space(equals + 1);
     *failed = opening;
     if (!is_quote(*opening)) return nullptr;
-    Name& name = names.keep(place, static_cast<std::size_t>(nameEnd - place));
     Unit* const value = opening + 1;
     Unit* const valueEnd = plain_value_end(value, *opening);
     if (*valueEnd != *opening) return read_changed_value(name, value, *opening, failed);

@@ -33,6 +33,7 @@ struct Name {
     ElementRecord* element = nullptr;  // the declaration of the element of this name
     EntityRecord* entity = nullptr;    // that of the entity of this name
     PrefixMapping* mapping = nullptr;  // the innermost declaration of this prefix
+    Name* follower = nullptr;  // which came behind this one in tags, the last time
     std::uint32_t hash;
     Name* next;  // in its bucket
 };

@@ -10,6 +10,7 @@
 #pragma once
 
 #include "platform/code_page.h"
+#include "text/wide.h"
 
 namespace qvox {
 
@@ -43,6 +44,15 @@ int sjis_to_euc(int code);
 inline int euc_to_unicode(int code) { return sjis_to_unicode(euc_to_sjis(code)); }
 inline int jis_to_unicode(int code) {
     return is_half_width_kana_byte(code) ? sjis_to_unicode(code) : euc_to_unicode(code | 0x8080);
+}
+
+// The unit of a row and a cell of JIS, both below 94, where EUC-JP and JIS name them by bytes from
+// 0xA1 and 0x21 on. 0 where there is none. Two rows are one of the code page.
+inline Unit jis_cell_to_unit(unsigned row, unsigned cell) {
+    constexpr unsigned ODD_ROW = 0x5F;      // where the second row begins
+    constexpr unsigned UNUSED_CELL = 0x3F;  // of the first, for the byte 0x7F
+    const unsigned column = row % 2 != 0 ? cell + ODD_ROW : cell + (cell >= UNUSED_CELL ? 1 : 0);
+    return codePageUnits[row / 2][column];
 }
 
 // A character that Shift_JIS has in rows which the other two lack is taken from its second place in

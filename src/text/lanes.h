@@ -79,13 +79,24 @@ inline Bytes16 load(const unsigned char* bytes) {
 }
 // The bytes that aren't ASCII, or controls other than tab and LF: a bit each.
 inline std::uint64_t unusual(Bytes16 bytes) {
-    const __m128i controls = _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(0x1F)), bytes);
+    // As signed numbers those above ASCII are the smallest.
+    const __m128i outside = _mm_cmplt_epi8(bytes, _mm_set1_epi8(' '));
     const __m128i allowed = _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\t')),
                                          _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n')));
-    return static_cast<unsigned>(
-        _mm_movemask_epi8(_mm_or_si128(_mm_andnot_si128(allowed, controls), bytes)));
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_andnot_si128(allowed, outside)));
 }
 inline constexpr unsigned BITS_PER_BYTE = 1;
+// Sixteen units as bytes: ASCII as itself, and what isn't in ASCII isn't there either.
+inline Bytes16 narrowed(const Unit* units) {
+    return _mm_packus_epi16(load(units), load(units + UNITS));
+}
+inline Bytes16 equal_bytes(Bytes16 bytes, char ascii) {
+    return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(ascii));
+}
+inline Bytes16 either_byte(Bytes16 a, Bytes16 b) { return _mm_or_si128(a, b); }
+inline std::uint64_t bits_of_bytes(Bytes16 match) {
+    return static_cast<unsigned>(_mm_movemask_epi8(match));
+}
 inline void widen(Unit* to, Bytes16 bytes) {
     store(to, _mm_unpacklo_epi8(bytes, _mm_setzero_si128()));
     store(to + UNITS, _mm_unpackhi_epi8(bytes, _mm_setzero_si128()));
@@ -127,6 +138,16 @@ inline std::uint64_t unusual(Bytes16 bytes) {
     return vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(vreinterpretq_u16_u8(found), 4)), 0);
 }
 inline constexpr unsigned BITS_PER_BYTE = 4;
+inline Bytes16 narrowed(const Unit* units) {
+    return vcombine_u8(vqmovn_u16(vld1q_u16(units)), vqmovn_u16(vld1q_u16(units + UNITS)));
+}
+inline Bytes16 equal_bytes(Bytes16 bytes, char ascii) {
+    return vceqq_u8(bytes, vdupq_n_u8(static_cast<unsigned char>(ascii)));
+}
+inline Bytes16 either_byte(Bytes16 a, Bytes16 b) { return vorrq_u8(a, b); }
+inline std::uint64_t bits_of_bytes(Bytes16 match) {
+    return vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(vreinterpretq_u16_u8(match), 4)), 0);
+}
 inline void widen(Unit* to, Bytes16 bytes) {
     vst1q_u16(to, vmovl_u8(vget_low_u8(bytes)));
     vst1q_u16(to + UNITS, vmovl_u8(vget_high_u8(bytes)));
@@ -217,6 +238,29 @@ inline std::uint64_t unusual(const Bytes16& bytes) {
     return result;
 }
 inline constexpr unsigned BITS_PER_BYTE = 1;
+inline Bytes16 narrowed(const Unit* units) {
+    Bytes16 bytes;
+    for (std::size_t i = 0; i < BYTES; ++i) {
+        bytes.lane[i] = static_cast<unsigned char>(units[i] < 0xFF ? units[i] : 0xFF);
+    }
+    return bytes;
+}
+inline Bytes16 equal_bytes(const Bytes16& bytes, char ascii) {
+    Bytes16 match;
+    for (std::size_t i = 0; i < BYTES; ++i) {
+        match.lane[i] = bytes.lane[i] == static_cast<unsigned char>(ascii) ? 0xFF : 0;
+    }
+    return match;
+}
+inline Bytes16 either_byte(Bytes16 a, const Bytes16& b) {
+    for (std::size_t i = 0; i < BYTES; ++i) a.lane[i] |= b.lane[i];
+    return a;
+}
+inline std::uint64_t bits_of_bytes(const Bytes16& match) {
+    std::uint64_t result = 0;
+    for (std::size_t i = 0; i < BYTES; ++i) result |= std::uint64_t{match.lane[i] & 1U} << i;
+    return result;
+}
 inline void widen(Unit* to, const Bytes16& bytes) {
     for (std::size_t i = 0; i < BYTES; ++i) to[i] = bytes.lane[i];
 }
@@ -227,20 +271,31 @@ inline std::size_t first_lane(std::uint64_t bitsOfMatch) {
     return lowest_bit(bitsOfMatch) / BITS_PER_LANE;
 }
 
-// The first of the units that is one of `stops`, or `end`. Looks at up to seven units behind the
-// end.
-template <Unit stop, Unit... otherStops>
+// The first of the units that is one of the ASCII characters, or `end`. Looks at up to fifteen units
+// behind the end.
+template <char stop, char... otherStops>
 inline const Unit* find_any(const Unit* next, const Unit* end) {
-    for (; next < end; next += UNITS) {
-        const Units8 units = load(next);
-        Match match = equal(units, stop);
-        ((match = either(match, equal(units, otherStops))), ...);
-        const std::uint64_t found = bits(match);
+    for (; next < end; next += BYTES) {
+        const Bytes16 bytes = narrowed(next);
+        Bytes16 match = equal_bytes(bytes, stop);
+        ((match = either_byte(match, equal_bytes(bytes, otherStops))), ...);
+        const std::uint64_t found = bits_of_bytes(match);
         if (found == 0) continue;
-        next += first_lane(found);
+        next += lowest_bit(found) / BITS_PER_BYTE;
         return next < end ? next : end;
     }
     return end;
+}
+
+// Whether the ASCII character is among the units. Looks at the units only.
+inline bool contains(const Unit* next, const Unit* end, char ascii) {
+    for (; static_cast<std::size_t>(end - next) >= BYTES; next += BYTES) {
+        if (bits_of_bytes(equal_bytes(narrowed(next), ascii)) != 0) return true;
+    }
+    for (; next != end; ++next) {
+        if (*next == static_cast<Unit>(ascii)) return true;
+    }
+    return false;
 }
 
 // How many of the units match. Looks at the units only.
