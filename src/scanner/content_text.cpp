@@ -10,11 +10,11 @@ namespace {
 
 // Whether "]]>" is in the text.
 bool has_section_end(const Unit* text, const Unit* end) {
-    for (const Unit* place = text;; ++place) {
-        place = lanes::find_any<'>'>(place, end);
-        if (place == end) return false;
-        if (place - text >= 2 && place[-1] == ']' && place[-2] == ']') return true;
+    if (!lanes::contains(text, end, '>')) return false;
+    for (const Unit* place = text; end - place > 2; ++place) {
+        if (place[0] == ']' && place[1] == ']' && place[2] == '>') return true;
     }
+    return false;
 }
 
 }  // namespace

@@ -77,6 +77,9 @@ std::string output_of(const std::function<void()>& action);
 // QVOXException itself; others pass through. `recorder` may be null.
 Outcome observe(const std::function<void()>& parse, const Recorder* recorder = nullptr);
 
+// If there is one, told of each document that parse_bytes reads with usual options.
+extern void (*documentSeen)(const std::string& bytes);
+
 // Parses the bytes as the file "doc.xml".
 Outcome parse_bytes(const std::string& bytes, const Options& options = {});
 

@@ -69,7 +69,10 @@ inline int duplicate(int descriptor) { return dup(descriptor); }
 inline void lead(int descriptor, int to) { dup2(to, descriptor); }
 inline void close(int descriptor) { ::close(descriptor); }
 inline int descriptor_of(std::FILE* file) { return fileno(file); }
-inline bool make_pipe(const char* name) { return mkfifo(name, 0600) == 0; }
+inline bool make_pipe(const char* name) {
+    unlink(name);
+    return mkfifo(name, 0600) == 0;
+}
 inline std::FILE* temporary_file() { return std::tmpfile(); }
 
 inline std::ptrdiff_t open_descriptors() {
