@@ -27,12 +27,9 @@ struct RecordNames {
 
 constexpr RecordNames shortNames = {"item",  "id",       "group", "place", "name",
                                     "price", "currency", "count", "added"};
-constexpr RecordNames longNames = {
-    "merchandise-item-of-the-catalogue",    "identification-of-the-merchandise",
-    "group-of-related-merchandise",         "place-of-storage-in-the-warehouse",
-    "name-of-the-merchandise-in-full",      "price-of-the-merchandise-per-unit",
-    "currency-of-the-price-per-unit",       "count-of-the-units-that-are-in-stock",
-    "date-of-the-addition-to-the-catalogue"};
+constexpr RecordNames longNames = {"catalogue-item",  "identification",   "merchandise-group",
+                                   "warehouse-place", "merchandise-name", "price-per-unit",
+                                   "price-currency",  "units-in-stock",   "date-of-addition"};
 
 struct RecordForm {
     RecordNames names = shortNames;
@@ -129,7 +126,7 @@ void generateProse(DocumentBuilder& builder, std::size_t size) {
 }
 
 void generateJapanese(DocumentBuilder& builder, std::size_t size) {
-    appendChapters(builder, size, appendJapaneseSentence, 4000);
+    appendChapters(builder, size, appendJapaneseSentence, 160);
 }
 
 // Namespaces.
