@@ -24,6 +24,7 @@
 #ifndef QVOX_DOM_H
 #define QVOX_DOM_H
 
+#include <atomic>
 #include <cstddef>
 
 #include <qvox/exception.h>
@@ -39,8 +40,8 @@ class DOMImplementation;
 class NamedNodeMap;
 class NodeCollection;
 class NodeList;
-class NodeListImpl;
 struct LentText;
+struct NodeHome;
 
 /// The base of every object in a tree. The operations are those of all node types; a type without
 /// the thing asked for answers null, false or Xstring::Null.
@@ -147,20 +148,30 @@ public:
     static void operator delete(void* node);
 
 protected:
-    /// A node of that document, unattached.
-    explicit Node(Document* document) noexcept : ownerDocument(document) {}
+    /// A node, unattached, of the document that is told there.
+    explicit Node(const NodeHome& home) noexcept;
 
 private:
-    friend class NodeCollection;
-    friend struct Tree;
+    friend struct NodeLinks;
 
-    NodeListImpl* children = nullptr;
-    Document* ownerDocument;
-    NodeCollection* holder = nullptr;  // the list or map that has this node, or null
-    unsigned position = 0;             // where in it
-    bool isChild = false;              // whether the holder's owner is this node's parent
-    bool hasResults = false;           // whether the document has a search's result for this node
-    bool isInChunk = false;            // whether it is in memory of NodeMemory
+    // What has this node: another one, or a collection.
+    union Holder {
+        Node* node;
+        NodeCollection* collection;
+    };
+
+    Holder holder = {nullptr};
+    Node* next = nullptr;      // behind this one, where it stands
+    Node* previous = nullptr;  // in front of it; the last one for the first
+    std::atomic<void*> children{nullptr};
+    // These change with the lock of the document held.
+    unsigned index : 30;      // among the siblings, once they have been counted
+    unsigned isCounted : 1;   // whether the children have been
+    unsigned hasResults : 1;  // whether the document has a search's result for this node
+    // These change with the tree.
+    unsigned place : 24;      // in the memory that it may share with others
+    unsigned standing : 3;    // what the holder is
+    unsigned isSpecified : 1;  // of an attribute
 };
 
 /// An ordered collection of nodes.
@@ -168,7 +179,8 @@ class QVOX_API NodeList {
 public:
     /// How many there are.
     virtual int getLength() const = 0;
-    /// In constant time. Null for an index that is out of range.
+    /// Null for an index that is out of range. In constant time once the list has been gone through,
+    /// and near either end or the item that was asked for last; else in time by the length.
     virtual Node* item(int index) const = 0;
 
 protected:
@@ -232,9 +244,9 @@ public:
 
 protected:
     /// A node with a copy of that text.
-    CharacterData(const unsigned short* text, Document* document);
+    CharacterData(const unsigned short* text, const NodeHome& home);
     /// A node that borrows that text.
-    CharacterData(const LentText& text, Document* document) noexcept;
+    CharacterData(const LentText& text, const NodeHome& home) noexcept;
     ~CharacterData() override = default;
 
 private:

@@ -23,25 +23,25 @@ bool is_character_data(const Node* node) {
 
 AttrImpl::AttrImpl(const Init& init, Document* document)
     : Attr(document),
-      name(init.namespaceURI, init.qualifiedName, as_impl(document)),
-      attributeType(as_impl(document).getNames().intern(init.attributeType)),
-      defaultValue(as_impl(document).getNames().intern(init.defaultValue)),
-      specified(init.specified),
-      ownerElement(init.ownerElement) {
+      name(as_impl(document).getNames().nodeName(init.namespaceURI, init.qualifiedName,
+                                                 init.attributeType, init.defaultValue)) {
     value = init.value;
+    NodeLinks::setSpecified(this, init.specified);
 }
 
-AttrImpl::AttrImpl(const PooledInit& init, const LentText& text, Document* document) noexcept
-    : Attr(document),
-      name(init.name),
-      attributeType(init.attributeType),
-      defaultValue(init.defaultValue),
-      value(text.string()),
-      specified(init.specified),
-      ownerElement(init.ownerElement) {}
+AttrImpl::AttrImpl(const NodeName* attributeName, const LentText& text, bool specified,
+                   const NodeHome& home) noexcept
+    : Attr(home), name(attributeName), value(text.string()) {
+    NodeLinks::setSpecified(this, specified);
+}
 
 void AttrImpl::setPrefix(const Xstring& prefix) {
-    name.setPrefix(prefix, as_impl(getOwnerDocument()));
+    name = as_impl(getOwnerDocument()).getNames().withPrefix(*name, prefix);
+}
+
+void AttrImpl::setNodeValue(const Xstring& nodeValue) {
+    Tree::touch(this);
+    value = nodeValue;
 }
 
 // A first child that isn't text, such as an entity reference, stays as it is.
@@ -53,8 +53,8 @@ void AttrImpl::setValue(const Xstring& newValue) {
     } else if (is_character_data(child)) {
         static_cast<CharacterData*>(child)->setData(newValue);
     }
-    value = newValue;
-    specified = true;
+    setNodeValue(newValue);
+    NodeLinks::setSpecified(this, true);
 }
 
 }  // namespace qvox

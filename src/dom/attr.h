@@ -2,7 +2,9 @@
 
 #include <qvox/dom.h>
 
-#include "dom/qualified_name.h"
+#include "dom/name_pool.h"
+#include "dom/node_memory.h"
+#include "dom/tree.h"
 #include "text/lent_text.h"
 
 namespace qvox {
@@ -17,49 +19,37 @@ public:
         bool specified = false;
         const Unit* attributeType = nullptr;  // as declared
         const Unit* defaultValue = nullptr;   // as declared
-        Element* ownerElement = nullptr;
     };
 
     AttrImpl(const Init& init, Document* document);
 
-    // The same of names that are in the document's pool, with a value that lies with the node.
-    struct PooledInit {
-        QualifiedName name;
-        const PooledName* attributeType;  // or null
-        const PooledName* defaultValue;   // or null
-        bool specified;
-        Element* ownerElement;
-    };
-
-    AttrImpl(const PooledInit& init, const LentText& text, Document* document) noexcept;
+    // The same of a name in the document's pool, with a value that lies with the node.
+    AttrImpl(const NodeName* attributeName, const LentText& text, bool specified,
+             const NodeHome& home) noexcept;
 
     int getNodeType() const override { return ATTRIBUTE_NODE; }
-    const Xstring& getNodeName() const override { return name.getName(); }
-    const Xstring& getNamespaceURI() const override { return name.getNamespaceURI(); }
-    const Xstring& getLocalName() const override { return name.getLocalName(); }
-    const Xstring& getPrefix() const override { return name.getPrefix(); }
+    const Xstring& getNodeName() const override { return name->getName(); }
+    const Xstring& getNamespaceURI() const override { return name->getNamespaceURI(); }
+    const Xstring& getLocalName() const override { return name->getLocalName(); }
+    const Xstring& getPrefix() const override { return name->getPrefix(); }
     void setPrefix(const Xstring& prefix) override;
     const Xstring& getNodeValue() const override { return value; }
-    void setNodeValue(const Xstring& nodeValue) override { value = nodeValue; }
+    void setNodeValue(const Xstring& nodeValue) override;
 
     const Xstring& getName() const override { return getNodeName(); }
-    Element* getOwnerElement() const override { return ownerElement; }
-    bool getSpecified() const override { return specified; }
+    Element* getOwnerElement() const override { return Tree::elementWith(this); }
+    bool getSpecified() const override { return NodeLinks::isSpecified(this); }
     const Xstring& getValue() const override { return getNodeValue(); }
     void setValue(const Xstring& newValue) override;
 
     // Null where nothing is declared.
-    const Xstring& getAttributeType() const { return text_of(attributeType); }
-    const Xstring& getDefaultValue() const { return text_of(defaultValue); }
-    void setOwnerElement(Element* element) { ownerElement = element; }
+    const Xstring& getAttributeType() const { return text_of(name->attributeType); }
+    const Xstring& getDefaultValue() const { return text_of(name->defaultValue); }
+    const NodeName& getNames() const { return *name; }
 
 private:
-    QualifiedName name;
-    const PooledName* attributeType;
-    const PooledName* defaultValue;
+    const NodeName* name;
     Xstring value;
-    bool specified;
-    Element* ownerElement;
 };
 
 }  // namespace qvox

@@ -40,20 +40,26 @@ Text* split(Text& node, int offset) {
 
 }  // namespace
 
-CharacterData::CharacterData(const unsigned short* text, Document* document) : Node(document) {
+CharacterData::CharacterData(const unsigned short* text, const NodeHome& home) : Node(home) {
     data = text;
 }
 
-CharacterData::CharacterData(const LentText& text, Document* document) noexcept
-    : Node(document), data(text.string()) {}
+CharacterData::CharacterData(const LentText& text, const NodeHome& home) noexcept
+    : Node(home), data(text.string()) {}
 
 const Xstring& CharacterData::getData() const { return data; }
 
 int CharacterData::getLength() const { return data.length(); }
 
-void CharacterData::setData(const Xstring& arg) { data = arg; }
+void CharacterData::setData(const Xstring& arg) {
+    Tree::touch(this);
+    data = arg;
+}
 
-void CharacterData::appendData(const Xstring& arg) { data += arg; }
+void CharacterData::appendData(const Xstring& arg) {
+    Tree::touch(this);
+    data += arg;
+}
 
 Xstring CharacterData::substringData(int offset, int count) const {
     return data.substr(offset, checked_count(*this, offset, count));
@@ -75,6 +81,7 @@ void CharacterData::replaceData(int offset, int count, const Xstring& arg) {
     Xstring changed = data.substr(0, offset);
     changed += arg;
     changed += data.substr(offset + cut, data.length());
+    Tree::touch(this);
     data = std::move(changed);
 }
 

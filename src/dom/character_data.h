@@ -3,6 +3,7 @@
 
 #include <qvox/dom.h>
 
+#include "dom/node_memory.h"
 #include "text/lent_text.h"
 #include "text/wide.h"
 
@@ -12,7 +13,7 @@ class TextImpl final : public Text {
 public:
     // A null text leaves the node without data.
     TextImpl(const Unit* text, Document* document) : Text(text, document) {}
-    TextImpl(const LentText& text, Document* document) noexcept : Text(text, document) {}
+    TextImpl(const LentText& text, const NodeHome& home) noexcept : Text(text, home) {}
 
     int getNodeType() const override { return TEXT_NODE; }
     Text* splitText(int offset) override;
@@ -21,6 +22,7 @@ public:
 class CDATASectionImpl final : public CDATASection {
 public:
     CDATASectionImpl(const Unit* text, Document* document) : CDATASection(text, document) {}
+    CDATASectionImpl(const LentText& text, const NodeHome& home) noexcept : CDATASection(text, home) {}
 
     int getNodeType() const override { return CDATA_SECTION_NODE; }
     Text* splitText(int offset) override;
@@ -29,6 +31,7 @@ public:
 class CommentImpl final : public Comment {
 public:
     CommentImpl(const Unit* text, Document* document) : Comment(text, document) {}
+    CommentImpl(const LentText& text, const NodeHome& home) noexcept : Comment(text, home) {}
 
     int getNodeType() const override { return COMMENT_NODE; }
 };

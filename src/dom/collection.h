@@ -1,106 +1,132 @@
-// The one structure behind child lists, attribute maps and all else that owns nodes: an ordered
-// array of nodes. Each node knows the collection that has it and its place there, so that a node is
-// never owned twice, a sibling is found in constant time without shared state, and both ends of the
-// array give nodes up in constant time.
+// Nodes that are owned together, in an order: the one structure behind child lists, attribute maps
+// and all else that has nodes. They are a chain, so that a node comes and goes in constant time
+// wherever it stands.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
-#include <vector>
+#include <cstdint>
+#include <memory>
 
 #include <qvox/dom.h>
 
+#include "dom/node_index.h"
+#include "dom/node_links.h"
+
 namespace qvox {
 
+// Linking is all that is done here: who the nodes' holder is, is the caller's to say.
 class NodeCollection {
 public:
-    // What a node in the collection has as its parent.
-    enum Parenthood { OWNER_IS_PARENT, NO_PARENT };
-
-    explicit NodeCollection(Node* collectionOwner)
-        : owner(collectionOwner), items(onlyItem), capacity(1) {}
-    // With `count` slots that live as long as the collection and aren't its own; none of them is
-    // used where the one inside is enough.
-    NodeCollection(Node* collectionOwner, Node** slots, std::size_t count)
-        : NodeCollection(collectionOwner) {
-        if (count < 2) return;
-        items = slots;
-        capacity = static_cast<unsigned>(count);
-    }
+    explicit NodeCollection(Node* collectionOwner) : owner(collectionOwner) {}
+    // Takes a chain over.
+    NodeCollection(Node* collectionOwner, Node* firstNode);
     NodeCollection(const NodeCollection&) = delete;
     NodeCollection& operator=(const NodeCollection&) = delete;
 
-    // Destroys the nodes with all that they own, however deep that goes. Nobody owns a document:
-    // one that stands here is let go.
-    void destroyNodes();
-
     Node* getOwner() const { return owner; }
-    std::size_t size() const { return last - first; }
-    bool isEmpty() const { return last == first; }
-    // Null where the index is out of range.
-    Node* at(std::size_t index) const { return index < size() ? items[first + index] : nullptr; }
-    Node* front() const { return isEmpty() ? nullptr : items[first]; }
-    Node* back() const { return isEmpty() ? nullptr : items[last - 1]; }
-    // Takes over nodes that have no place, behind those that are here.
-    void appendAll(Node* const* nodes, std::size_t count, Parenthood parenthood);
-    // Makes room for `count` nodes in all.
-    void reserve(std::size_t count);
-    bool holds(const Node* node) const;
-    // The index of a node that the collection holds.
-    std::size_t indexOf(const Node* node) const { return node->position - first; }
+    std::size_t size() const { return count; }
+    bool isEmpty() const { return first == nullptr; }
+    Node* front() const { return first; }
+    Node* back() const { return NodeLinks::last(first); }
+    // Null where the number is out of range.
+    Node* at(std::size_t number) const;
 
-    // The neighbours of a node that the collection holds, or null.
-    Node* after(const Node* node) const;
-    Node* before(const Node* node) const;
-
-    // Each takes the node out of the collection that has it so far. `ref` is in this one.
-    void append(Node* node, Parenthood parenthood);
-    void insertBefore(Node* node, const Node* ref, Parenthood parenthood);
-    // The same for nodes that have no place.
-    void insertAllBefore(Node* const* nodes, std::size_t count, const Node* ref,
-                         Parenthood parenthood);
-    // Puts `node` in the place of `old`, which is in this collection and leaves it.
-    void replace(Node* node, Node* old, Parenthood parenthood);
-    void remove(Node* node);
-    // Takes out all nodes of `leaving`, which are here in their order, in one pass.
-    void removeAll(const std::vector<Node*>& leaving);
-
-    // Takes a node out of the collection that has it, if one has. An attribute then has no owner
-    // element any more.
-    static void release(Node* node);
-    // The same for a node that is being destroyed, which is no longer of its own type.
-    static void releaseDying(Node* node);
+    // In front of `ref`, which is here, or at the end for null.
+    void link(Node* node, Node* ref);
+    void unlink(Node* node);
 
 protected:
-    enum Order { ORDERED, UNORDERED };
-
-    // In an unordered one the last node takes the place of one that leaves.
-    NodeCollection(Node* collectionOwner, Order order) : NodeCollection(collectionOwner) {
-        isOrdered = order == ORDERED;
-    }
-    ~NodeCollection();
+    ~NodeCollection() { delete numbers.load(std::memory_order_relaxed); }
 
 private:
-    friend class NodeKeeper;
-
-    void place(Node* node, unsigned index, Parenthood parenthood);
-    void moveTo(unsigned index, Node* node);
-    void eraseAt(unsigned index);
-    void takeOut(Node* node);
-    void growBack();
-    void reserveMore(std::size_t count);
-    void makeRoomInFront(unsigned count);
-    void freeSlots();
-    static void leave(Node* node);
-    static void forget(Node* node);
+    NodeIndex& madeIndex() const;
 
     Node* owner;
-    Node** items;       // slots; the one inside this object as long as that is enough
-    unsigned capacity;  // slots that there are
-    bool ownsSlots = false;
-    bool isOrdered = true;  // all but a NodeKeeper
-    unsigned first = 0;     // slots in front of it are free: a node's position counts them
-    unsigned last = 0;      // first free slot behind the nodes
-    Node* onlyItem[1];
+    Node* first = nullptr;
+    std::size_t count = 0;
+    mutable std::atomic<NodeIndex*> numbers{nullptr};  // once a long one is asked for numbers
 };
+
+// Where a node has the nodes that it owns: their chain, and a collection once somebody asks for
+// one. Looks into an atomic pointer of the node's, which is null as long as there never were any.
+class NodeSlot {
+public:
+    explicit NodeSlot(std::atomic<void*>& slot) : content(slot) {}
+
+    static NodeSlot childrenOf(const Node* node) {
+        return NodeSlot(NodeLinks::childrenOf(node));
+    }
+
+    Node* front() const {
+        const std::uintptr_t value = bits();
+        if ((value & COLLECTION_BIT) == 0) return reinterpret_cast<Node*>(value);
+        return value == NONE_LEFT ? nullptr : collectionIn(value)->front();
+    }
+    Node* back() const { return NodeLinks::last(front()); }
+    bool isEmpty() const { return front() == nullptr; }
+    // Whether there is something, or was once.
+    bool wasUsed() const { return bits() != 0; }
+    void setUsed() {
+        if (!wasUsed()) store(NONE_LEFT);
+    }
+
+    // The collection that there is, or null.
+    NodeCollection* collection() const {
+        const std::uintptr_t value = bits();
+        const bool isThere = (value & COLLECTION_BIT) != 0 && value != NONE_LEFT;
+        return isThere ? collectionIn(value) : nullptr;
+    }
+    // That, or one that is made for the nodes of that owner. From any thread.
+    template <typename Collection>
+    Collection& collectionOf(Node* owner) const;
+
+    void link(Node* node, Node* ref) {
+        if (NodeCollection* const made = collection()) return made->link(node, ref);
+        store(reinterpret_cast<std::uintptr_t>(NodeLinks::linked(front(), node, ref)));
+    }
+    void unlink(Node* node) {
+        if (NodeCollection* const made = collection()) return made->unlink(node);
+        Node* const first = NodeLinks::unlinked(front(), node);
+        store(first != nullptr ? reinterpret_cast<std::uintptr_t>(first) : NONE_LEFT);
+    }
+
+private:
+    // A collection is told from a node by this bit; the bit alone stands for nodes that have gone.
+    static constexpr std::uintptr_t COLLECTION_BIT = 1;
+    static constexpr std::uintptr_t NONE_LEFT = COLLECTION_BIT;
+
+    static NodeCollection* collectionIn(std::uintptr_t value) {
+        return reinterpret_cast<NodeCollection*>(value - COLLECTION_BIT);
+    }
+
+    std::uintptr_t bits() const {
+        return reinterpret_cast<std::uintptr_t>(content.load(std::memory_order_acquire));
+    }
+    void store(std::uintptr_t value) {
+        content.store(reinterpret_cast<void*>(value), std::memory_order_release);
+    }
+
+    std::atomic<void*>& content;
+};
+
+// Where two threads make one at a time, one is thrown away.
+template <typename Collection>
+Collection& NodeSlot::collectionOf(Node* owner) const {
+    struct Made final : NodeExtra {
+        Made(Node* collectionOwner, Node* first) : collection(collectionOwner, first) {}
+        Collection collection;
+    };
+    if (NodeCollection* const known = collection()) return static_cast<Collection&>(*known);
+    auto made = std::make_unique<Made>(owner, front());
+    NodeCollection* const base = &made->collection;
+    void* expected = content.load(std::memory_order_relaxed);
+    void* const value = reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(base) + COLLECTION_BIT);
+    if (NodeCollection* const known = collection()) return static_cast<Collection&>(*known);
+    if (content.compare_exchange_strong(expected, value, std::memory_order_acq_rel)) {
+        NodeLinks::blockOf(owner).keep(made.release());
+    }
+    return static_cast<Collection&>(*collection());
+}
 
 }  // namespace qvox

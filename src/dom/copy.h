@@ -5,6 +5,8 @@
 
 namespace qvox {
 
+class AttrImpl;
+
 // A copy of one node, without its children, for the document `target`. A node of a type that has no
 // copy of its own answers itself.
 Node* cloneShallow(Node* source, Document* target);
@@ -13,7 +15,7 @@ Node* cloneShallow(Node* source, Document* target);
 // to that document, else each to its source's.
 Node* copy_tree(Node* source, bool deep, Document* target);
 
-// A copy of an attribute for an element or for none.
-Attr* copy_attribute(const Attr* source, Element* owner, Document* target);
+// A copy of an attribute.
+AttrImpl* copy_attribute(const AttrImpl& source, Document* target);
 
 }  // namespace qvox

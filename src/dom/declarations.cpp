@@ -52,9 +52,9 @@ void add_att_def(Xstring& text, const AttDef& definition) {
 void add_attlist(Xstring& text, const AttlistDecl& declaration) {
     text += "<!ATTLIST ";
     text += declaration.getNodeName();
-    const NodeListImpl& definitions = declaration.getAttDefs();
-    for (std::size_t i = 0; i < definitions.size(); ++i) {
-        add_att_def(text, *static_cast<const AttDef*>(definitions.at(i)));
+    for (const Node* node = declaration.getAttDefs().front(); node != nullptr;
+         node = NodeLinks::next(node)) {
+        add_att_def(text, static_cast<const AttDef&>(*node));
     }
 }
 

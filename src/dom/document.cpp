@@ -32,7 +32,7 @@ std::map<const Document*, DocumentImpl*>& living() {
 }  // namespace
 
 DocumentImpl::DocumentImpl(DOMImplementation* domImplementation)
-    : Document(nullptr), implementation(domImplementation), abandoned(this) {
+    : Document(NodeHome(this)), implementation(domImplementation), abandoned(this) {
     const std::lock_guard<std::mutex> guard(livingLock);
     living().emplace(this, this);
 }
@@ -43,8 +43,28 @@ DocumentImpl::~DocumentImpl() {
         const std::lock_guard<std::mutex> guard(livingLock);
         living().erase(this);
     }
-    NodeCollection::releaseDying(this);
-    for (const auto& entry : tmpLists) Tree::setHasResults(entry.second->getContext(), false);
+    Tree::releaseDying(this);
+    for (const auto& entry : tmpLists) NodeLinks::setHasResults(entry.second->getContext(), false);
+    destroyTree();
+}
+
+// As long as nothing of a tree was touched since it was made, all that is in its memory can go with
+// that, and only nodes apart, such as the document type, have to be looked for: they are children of
+// the document.
+void DocumentImpl::destroyTree() {
+    if (memory == nullptr || memory->wasTouched() || NodeLinks::blockOf(this).wasTouched()) {
+        return Tree::destroyContent(this);
+    }
+    for (Node* child = Tree::firstChildOf(this); child != nullptr;) {
+        Node* const done = std::exchange(child, NodeLinks::next(child));
+        if (NodeLinks::blockOf(done).isSingle()) Tree::destroy(done);
+    }
+    memory->drop();
+}
+
+NodeMemory& DocumentImpl::makeMemory(Document* nodesDocument) {
+    memory = std::make_unique<NodeMemory>(nodesDocument);
+    return *memory;
 }
 
 DocumentImpl* DocumentImpl::livingOne(const Document* document) {
@@ -82,7 +102,7 @@ Element* DocumentImpl::createElement(const Xstring& tagName) {
 
 Element* DocumentImpl::createElementNS(const Xstring& namespaceURI, const Xstring& qualifiedName) {
     check_name(qualifiedName, "invalid element name");
-    return new ElementImpl(units_of(namespaceURI), units_of(qualifiedName), false, this);
+    return new ElementImpl(units_of(namespaceURI), units_of(qualifiedName), this);
 }
 
 EntityReference* DocumentImpl::createEntityReference(const Xstring& name) {
@@ -188,14 +208,14 @@ ResultList* DocumentImpl::tmpNodeList(Node* context) {
     auto made = std::make_unique<ResultList>(this, context);
     ResultList* list = made.get();
     tmpLists.emplace(context, std::move(made));
-    Tree::setHasResults(context, true);
+    NodeLinks::setHasResults(context, true);
     return list;
 }
 
 void DocumentImpl::freeTmpNodeList(const ResultList& list) {
     const DocumentGuard guard(this);
     if (listsWithoutContext.erase(&list) != 0) return;
-    Tree::setHasResults(list.getContext(), false);
+    NodeLinks::setHasResults(list.getContext(), false);
     tmpLists.erase(list.getContext());
 }
 

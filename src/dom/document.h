@@ -8,8 +8,9 @@
 
 #include "dom/name_pool.h"
 #include "dom/node_keeper.h"
+#include "dom/node_memory.h"
 #include "dom/node_list.h"
-#include "platform/lock.h"
+#include "dom/tree_lock.h"
 
 namespace qvox {
 
@@ -19,6 +20,7 @@ public:
     ~DocumentImpl() override;
 
     int getNodeType() const override { return DOCUMENT_NODE; }
+    Document* getOwnerDocument() const override { return nullptr; }
 
     Attr* createAttribute(const Xstring& name) override;
     Attr* createAttributeNS(const Xstring& namespaceURI, const Xstring& qualifiedName) override;
@@ -51,7 +53,9 @@ public:
     void freeRange(Range* range) override;
 
     NamePool& getNames() { return names; }
-    Lock& getLock() { return lock; }
+    TreeLock& getLock() { return lock; }
+    // For nodes that come into the tree as it is made, and belong to that document.
+    NodeMemory& makeMemory(Document* nodesDocument);
 
     // The first child if it is the XML declaration, else null.
     ProcessingInstruction* getXmlDeclaration() const;
@@ -76,16 +80,18 @@ private:
     using ResultLists = std::map<const void*, std::unique_ptr<ResultList>>;
 
     Node* firstChildOfType(int type) const;
+    void destroyTree();
     bool isHtmlDocument() const;
     void refuseInHtml(const char* message) const;
 
     DOMImplementation* implementation;
+    std::unique_ptr<NodeMemory> memory;  // where the tree was made, or null
     NamePool names;
     ResultLists tmpLists;             // by context node
     ResultLists listsWithoutContext;  // by themselves
     NodeKeeper abandoned;
     std::atomic<bool> travellers{false};
-    Lock lock;  // held by changes of the tree and by searches
+    TreeLock lock;  // held by changes of the tree and by searches
 };
 
 }  // namespace qvox

@@ -17,8 +17,8 @@ const Xstring& DocumentTypeImpl::getInternalSubset() {
     const std::lock_guard<Lock> guard(subsetLock);
     if (!internalSubset.isNull()) return internalSubset;
     Xstring text;
-    for (std::size_t i = 0; i < declarations.size(); ++i) {
-        text += declaration_text(*static_cast<DeclNode*>(declarations.at(i)));
+    for (const Node* node = declarations.front(); node != nullptr; node = NodeLinks::next(node)) {
+        text += declaration_text(static_cast<const DeclNode&>(*node));
         text += ">\n";
     }
     internalSubset = text;

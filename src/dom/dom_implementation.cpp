@@ -1,6 +1,5 @@
 #include "dom/dom_implementation.h"
 
-#include <memory>
 #include <utility>
 
 #include "dom/arguments.h"
@@ -28,7 +27,7 @@ constexpr Feature FEATURES[] = {
 Document* DOMImplementationImpl::createDocument(const Xstring& namespaceURI,
                                                 const Xstring& qualifiedName,
                                                 DocumentType* doctype) {
-    auto document = std::make_unique<DocumentImpl>(this);
+    OwnedNode<DocumentImpl> document(new DocumentImpl(this));
     OwnedNode<Element> root(document->createElementNS(namespaceURI, qualifiedName));
     if (doctype != nullptr) Tree::appendChildNoCheck(document.get(), doctype);
     append_owned(document.get(), std::move(root));

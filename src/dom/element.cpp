@@ -24,32 +24,21 @@ Attr* as_attribute(Node* node) {
 
 }  // namespace
 
-ElementImpl::ElementImpl(const Unit* namespaceURI, const Unit* qualifiedName, bool withAttributes,
-                         Document* document)
+ElementImpl::ElementImpl(const Unit* namespaceURI, const Unit* qualifiedName, Document* document)
     : Element(document),
-      name(namespaceURI, qualifiedName, as_impl(document)),
-      attributes(withAttributes ? new NamedNodeMapImpl(this) : nullptr),
-      ownChildren(this) {}
-
-ElementImpl::ElementImpl(const QualifiedName& qualifiedName, Document* document) noexcept
-    : Element(document), name(qualifiedName), attributes(nullptr), ownChildren(this) {}
-
-ElementImpl::~ElementImpl() {
-    Tree::dropChildList(this);
-    delete attributes;
-}
+      name(as_impl(document).getNames().nodeName(namespaceURI, qualifiedName)) {}
 
 NamedNodeMapImpl& ElementImpl::attributeMap() const {
-    return attributes != nullptr ? *attributes : emptyNamedNodeMap;
+    if (!attributeSlot().wasUsed()) return emptyNamedNodeMap;
+    return const_cast<ElementImpl*>(this)->ownAttributeMap();
 }
 
 NamedNodeMapImpl& ElementImpl::ownAttributeMap() {
-    if (attributes == nullptr) attributes = new NamedNodeMapImpl(this);
-    return *attributes;
+    return attributeSlot().collectionOf<NamedNodeMapImpl>(this);
 }
 
 void ElementImpl::setPrefix(const Xstring& prefix) {
-    name.setPrefix(prefix, as_impl(getOwnerDocument()));
+    name = as_impl(getOwnerDocument()).getNames().withPrefix(*name, prefix);
 }
 
 const Xstring& ElementImpl::getAttribute(const Xstring& attributeName) const {
@@ -64,11 +53,11 @@ const Xstring& ElementImpl::getAttributeNS(const Xstring& namespaceURI,
 }
 
 Attr* ElementImpl::getAttributeNode(const Xstring& attributeName) const {
-    return as_attribute(attributeMap().getNamedItem(attributeName));
+    return as_attribute(find_named(firstAttribute(), attributeName));
 }
 
 Attr* ElementImpl::getAttributeNodeNS(const Xstring& namespaceURI, const Xstring& localName) const {
-    return as_attribute(attributeMap().getNamedItemNS(namespaceURI, localName));
+    return as_attribute(find_named_ns(firstAttribute(), namespaceURI, localName));
 }
 
 bool ElementImpl::hasAttribute(const Xstring& attributeName) const {
@@ -98,7 +87,6 @@ void ElementImpl::setAttribute(const Xstring& attributeName, const Xstring& valu
     init.qualifiedName = units_of(attributeName);
     init.value = units_of(value);
     init.specified = true;
-    init.ownerElement = this;
     attachNew(init, false);
 }
 
@@ -113,7 +101,6 @@ void ElementImpl::setAttributeNS(const Xstring& namespaceURI, const Xstring& qua
     init.qualifiedName = units_of(qualifiedName);
     init.value = units_of(value);
     init.specified = true;
-    init.ownerElement = this;
     attachNew(init, true);
 }
 
@@ -144,7 +131,7 @@ Attr* ElementImpl::put(Attr* attr, bool byNamespace) {
 void ElementImpl::attachNew(const AttrImpl::Init& init, bool byNamespace) {
     OwnedNode<Attr> attr(new AttrImpl(init, getOwnerDocument()));
     Attr* replaced = attach(attr.get(), byNamespace);
-    if (attributeMap().holds(attr.get())) static_cast<void>(attr.release());
+    if (attr->getOwnerElement() == this) static_cast<void>(attr.release());
     if (replaced != nullptr) Tree::abandon(replaced, Tree::treeDocumentOfLiving(this));
 }
 
@@ -162,7 +149,7 @@ void ElementImpl::removeAttributeNS(const Xstring& namespaceURI, const Xstring& 
 
 // A caller may have a removed attribute in hand, so it isn't destroyed yet.
 void ElementImpl::drop(Node* attribute) {
-    if (attribute == nullptr || attributeMap().holds(attribute)) return;
+    if (attribute == nullptr || Tree::elementWith(attribute) == this) return;
     Tree::abandon(attribute, Tree::treeDocumentOfLiving(this));
 }
 

@@ -4,27 +4,26 @@
 
 #include "dom/attr.h"
 #include "dom/named_node_map.h"
-#include "dom/node_list.h"
-#include "dom/qualified_name.h"
+#include "dom/node_memory.h"
+#include "dom/name_pool.h"
 
 namespace qvox {
 
-class ElementImpl : public Element {
+class ElementImpl final : public Element {
 public:
-    ElementImpl(const Unit* namespaceURI, const Unit* qualifiedName, bool withAttributes,
-                Document* document);
-    // The same with pooled names and without attributes.
-    ElementImpl(const QualifiedName& qualifiedName, Document* document) noexcept;
-    ~ElementImpl() override;
+    ElementImpl(const Unit* namespaceURI, const Unit* qualifiedName, Document* document);
+    // The same with a name in the document's pool.
+    ElementImpl(const NodeName* elementName, const NodeHome& home) noexcept
+        : Element(home), name(elementName) {}
 
     int getNodeType() const override { return ELEMENT_NODE; }
-    const Xstring& getNodeName() const override { return name.getName(); }
-    const Xstring& getNamespaceURI() const override { return name.getNamespaceURI(); }
-    const Xstring& getLocalName() const override { return name.getLocalName(); }
-    const Xstring& getPrefix() const override { return name.getPrefix(); }
+    const Xstring& getNodeName() const override { return name->getName(); }
+    const Xstring& getNamespaceURI() const override { return name->getNamespaceURI(); }
+    const Xstring& getLocalName() const override { return name->getLocalName(); }
+    const Xstring& getPrefix() const override { return name->getPrefix(); }
     void setPrefix(const Xstring& prefix) override;
     NamedNodeMap* getAttributes() const override { return &attributeMap(); }
-    bool hasAttributes() const override { return !attributeMap().isEmpty(); }
+    bool hasAttributes() const override { return !attributeSlot().isEmpty(); }
 
     const Xstring& getAttribute(const Xstring& attributeName) const override;
     const Xstring& getAttributeNS(const Xstring& namespaceURI,
@@ -46,42 +45,29 @@ public:
     Attr* setAttributeNode(Attr* attr) override { return attach(attr, false); }
     Attr* setAttributeNodeNS(Attr* attr) override { return attach(attr, true); }
 
-    // Where the children go: inside the element, since most have some.
-    NodeListImpl& childStorage() { return ownChildren; }
+    const NodeName& getNames() const { return *name; }
 
-    // The map for reading: the shared empty one where there is none.
+    NodeSlot attributeSlot() const { return NodeSlot(attributes); }
+    // What is among the attributes, which may be a node of another type.
+    Node* firstAttribute() const { return attributeSlot().front(); }
+    // Puts an attribute without a place in at the end, in a tree that is being made.
+    void addNew(Attr* attr) {
+        attributeSlot().link(attr, nullptr);
+        NodeLinks::stand(attr, this, Standing::ATTRIBUTE);
+    }
+
+private:
+    // The map for reading: the shared empty one where there never were any.
     NamedNodeMapImpl& attributeMap() const;
     // The map for writing, made if there is none.
     NamedNodeMapImpl& ownAttributeMap();
-
-protected:
-    // Not the element's to free: it is to be taken back, with null, before it goes.
-    void lendAttributeMap(NamedNodeMapImpl* map) { attributes = map; }
-
-private:
     Attr* attach(Attr* attr, bool byNamespace);
     Attr* put(Attr* attr, bool byNamespace);
     void attachNew(const AttrImpl::Init& init, bool byNamespace);
     void drop(Node* attribute);
 
-    QualifiedName name;
-    NamedNodeMapImpl* attributes;
-    NodeListImpl ownChildren;
-};
-
-// An element that has its attribute map inside itself, so that both are one piece of memory.
-class ElementWithMap final : public ElementImpl {
-public:
-    // For `count` attributes. More than one go to those slots, which live as long as the element.
-    ElementWithMap(const QualifiedName& qualifiedName, Node** slots, std::size_t count,
-                   Document* document) noexcept
-        : ElementImpl(qualifiedName, document), map(this, slots, count) {
-        lendAttributeMap(&map);
-    }
-    ~ElementWithMap() override { lendAttributeMap(nullptr); }
-
-private:
-    NamedNodeMapImpl map;
+    const NodeName* name;
+    mutable std::atomic<void*> attributes{nullptr};
 };
 
 }  // namespace qvox

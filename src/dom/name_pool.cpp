@@ -1,6 +1,9 @@
 #include "dom/name_pool.h"
 
 #include <string>
+#include <type_traits>
+
+#include <qvox/exception.h>
 
 namespace qvox {
 
@@ -18,6 +21,35 @@ const PooledName* NamePool::internQualified(const Unit* text) {
     name.prefix = &entry(hasPrefix ? whole.substr(0, colon) : View());
     name.local = &entry(hasPrefix ? whole.substr(colon + 1) : whole);
     return &name;
+}
+
+const NodeName* NamePool::nodeName(const NodeName& name) {
+    static_assert(std::is_trivially_copyable_v<NodeName>);
+    if (name.name == nullptr) return &*nodeNames.insert(name).first;
+    const NodeName*& recentOne = const_cast<PooledName*>(name.name)->recent;
+    if (recentOne == nullptr || *recentOne < name || name < *recentOne) {
+        recentOne = &*nodeNames.insert(name).first;
+    }
+    return recentOne;
+}
+
+const NodeName* NamePool::nodeName(const Unit* uri, const Unit* qualifiedName,
+                                   const Unit* attributeType, const Unit* defaultValue) {
+    return nodeName({internQualified(qualifiedName), intern(uri), intern(attributeType),
+                     intern(defaultValue)});
+}
+
+const NodeName* NamePool::withPrefix(const NodeName& name, const Xstring& prefix) {
+    if (name.uri == nullptr) {
+        throw DOMException(DOMException::NAMESPACE_ERR, "namespaceURI is null");
+    }
+    Xstring renamed("");
+    renamed += prefix;
+    renamed += Unit{':'};
+    renamed += name.getLocalName();
+    NodeName changed = name;
+    changed.name = internQualified(renamed.data());
+    return nodeName(changed);
 }
 
 PooledName& NamePool::entry(View text) {

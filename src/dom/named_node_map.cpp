@@ -14,30 +14,30 @@ Node* found_or_raise(Node* node) {
     return node;
 }
 
-// An attribute belongs to the element whose map it is in.
-void set_owner_element(Node* node, Node* owner) {
-    if (node->getNodeType() != Node::ATTRIBUTE_NODE) return;
-    if (owner->getNodeType() != Node::ELEMENT_NODE) return;
-    static_cast<AttrImpl*>(node)->setOwnerElement(static_cast<Element*>(owner));
-}
-
 }  // namespace
 
-Node* NamedNodeMapImpl::getNamedItem(const Xstring& name) const {
-    for (std::size_t i = 0; i < size(); ++i) {
-        if (at(i)->getNodeName() == name) return at(i);
+Node* find_named(Node* first, const Xstring& name) {
+    Node* node = first;
+    while (node != nullptr && node->getNodeName() != name) node = NodeLinks::next(node);
+    return node;
+}
+
+Node* find_named_ns(Node* first, const Xstring& namespaceURI, const Xstring& localName) {
+    Node* node = first;
+    while (node != nullptr &&
+           (node->getNamespaceURI() != namespaceURI || node->getLocalName() != localName)) {
+        node = NodeLinks::next(node);
     }
-    return nullptr;
+    return node;
+}
+
+Node* NamedNodeMapImpl::getNamedItem(const Xstring& name) const {
+    return find_named(front(), name);
 }
 
 Node* NamedNodeMapImpl::getNamedItemNS(const Xstring& namespaceURI,
                                        const Xstring& localName) const {
-    for (std::size_t i = 0; i < size(); ++i) {
-        if (at(i)->getNamespaceURI() == namespaceURI && at(i)->getLocalName() == localName) {
-            return at(i);
-        }
-    }
-    return nullptr;
+    return find_named_ns(front(), namespaceURI, localName);
 }
 
 Node* NamedNodeMapImpl::removeNamedItem(const Xstring& name) {
@@ -72,11 +72,23 @@ Node* NamedNodeMapImpl::putItem(Node* node, bool byNamespace) {
     if (byNamespace && node->getLocalName().isNull()) return nullptr;
     if (node->getNodeName().length() == 0) return nullptr;
     Node* replaced = getNamedItem(node->getNodeName());
-    if (replaced != nullptr) remove(replaced);
-    append(node, NO_PARENT);
-    Tree::noteTravel(getOwner(), node);
-    set_owner_element(node, getOwner());
+    if (replaced != nullptr) Tree::release(replaced);
+    add(node);
     return replaced;
+}
+
+// An element is the holder of its attributes itself, whether it has a map by then or not.
+void NamedNodeMapImpl::add(Node* node) {
+    Tree::release(node);
+    Tree::touch(getOwner());
+    Tree::touch(node);
+    Tree::noteTravel(getOwner(), node);
+    link(node, nullptr);
+    if (getOwner()->getNodeType() == Node::ELEMENT_NODE) {
+        NodeLinks::stand(node, getOwner(), Standing::ATTRIBUTE);
+    } else {
+        NodeLinks::stand(node, this, Standing::COLLECTED);
+    }
 }
 
 Node* NamedNodeMapImpl::takeItem(const Xstring& name) { return take(getNamedItem(name)); }
@@ -94,7 +106,7 @@ Node* NamedNodeMapImpl::take(Node* node) {
             return attribute;
         }
     }
-    remove(node);
+    Tree::release(node);
     return node;
 }
 

@@ -30,10 +30,17 @@ public:
     Node* takeItem(const Xstring& name);
     Node* takeItemNS(const Xstring& namespaceURI, const Xstring& localName);
 
+    // Puts a node in at the end, out of any other place.
+    void add(Node* node);
+
 private:
     Node* take(Node* node);
     Node* putChecked(Node* node, bool byNamespace);
 };
+
+// The first node with that name, or with that namespace and local name, in a chain; or null.
+Node* find_named(Node* first, const Xstring& name);
+Node* find_named_ns(Node* first, const Xstring& namespaceURI, const Xstring& localName);
 
 // The map of every element without attributes.
 extern NamedNodeMapImpl emptyNamedNodeMap;

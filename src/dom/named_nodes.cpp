@@ -44,9 +44,8 @@ void NamedNodes::indexEarlier() {
 }
 
 void NamedNodes::moveTo(NamedNodeMapImpl& map) {
-    map.reserve(map.size() + entries.size());
     for (const Entry& entry : entries) {
-        if (entry.node != nullptr) map.append(entry.node, NodeCollection::NO_PARENT);
+        if (entry.node != nullptr) map.add(entry.node);
     }
     clear();
 }

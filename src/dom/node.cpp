@@ -5,7 +5,6 @@
 #include "dom/dom_implementation.h"
 #include "dom/normalize.h"
 #include "dom/tree.h"
-#include "runtime/allocation.h"
 
 namespace qvox {
 
@@ -38,16 +37,27 @@ Node* found_or_raise(Node* node, const char* message) {
 
 }  // namespace
 
-Node::~Node() {
-    NodeCollection::releaseDying(this);
-    if (hasResults) static_cast<DocumentImpl*>(ownerDocument)->forgetContext(this);
-    delete children;
+Node::Node(const NodeHome& home) noexcept
+    : index(0), isCounted(0), hasResults(0), place(0), standing(0), isSpecified(0) {
+    NodeBlock* block = home.block;
+    if (block == nullptr) {
+        block = &NodeBlock::ofSingle(this);
+        block->setDocument(home.document);
+    }
+    const auto* const start = reinterpret_cast<const unsigned char*>(block);
+    const auto distance = reinterpret_cast<const unsigned char*>(this) - start;
+    place = static_cast<unsigned>(distance) / NodeBlock::UNIT & 0xFFFFFFU;
 }
 
-void* Node::operator new(std::size_t size) { return qvox_malloc(size); }
+Node::~Node() {
+    Tree::releaseDying(this);
+    if (hasResults != 0) Tree::documentOf(this)->forgetContext(this);
+}
+
+void* Node::operator new(std::size_t size) { return NodeBlock::takeSingle(size); }
 
 void Node::operator delete(void* node) {
-    if (node != nullptr) qvox_free(node);
+    if (node != nullptr) NodeBlock::ofSingle(node).release(1);
 }
 
 Node* Node::appendChild(Node* newChild) {
@@ -98,7 +108,7 @@ bool Node::isSupported(const Xstring& feature, const Xstring& version) const {
 
 NamedNodeMap* Node::getAttributes() const { return nullptr; }
 
-NodeList* Node::getChildNodes() const { return children != nullptr ? children : &emptyNodeList; }
+NodeList* Node::getChildNodes() const { return &Tree::childListOf(this); }
 
 Node* Node::getFirstChild() const { return Tree::firstChildOf(this); }
 
@@ -114,13 +124,13 @@ Node* Node::getPreviousSibling() const {
     return Tree::previousSiblingNoLock(this);
 }
 
-bool Node::hasChildNodes() const { return children != nullptr && !children->isEmpty(); }
+bool Node::hasChildNodes() const { return Tree::firstChildOf(this) != nullptr; }
 
 bool Node::hasAttributes() const { return false; }
 
 Node* Node::getParentNode() const { return Tree::parentOf(this); }
 
-Document* Node::getOwnerDocument() const { return ownerDocument; }
+Document* Node::getOwnerDocument() const { return NodeLinks::blockOf(this).getDocument(); }
 
 const Xstring& Node::getNodeName() const {
     switch (getNodeType()) {

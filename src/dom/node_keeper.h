@@ -8,9 +8,16 @@
 
 namespace qvox {
 
-class NodeKeeper final : public NodeCollection {
+class NodeKeeper final : private NodeCollection {
 public:
-    explicit NodeKeeper(Node* document) : NodeCollection(document, UNORDERED) {}
+    explicit NodeKeeper(Node* document) : NodeCollection(document) {}
+    // Destroys what it has.
+    ~NodeKeeper();
+
+    // The keeper that has a kept node.
+    static NodeKeeper& of(const Node* node);
+
+    using NodeCollection::getOwner;
 
     // Takes over a node that has no place.
     void take(Node* node);

@@ -11,8 +11,7 @@ namespace qvox {
 
 class DocumentImpl;
 
-// Children, declarations, attribute definitions. Live, since it is the storage itself; owns its
-// nodes.
+// Children, declarations, attribute definitions. Live, since it is the storage itself.
 class NodeListImpl final : public NodeList, public NodeCollection {
 public:
     using NodeCollection::NodeCollection;

@@ -1,93 +1,80 @@
 #include "dom/node_maker.h"
 
-#include <cstdint>
 #include <cstring>
 #include <new>
 
-#include "dom/character_data.h"
-#include "dom/document.h"
 #include "dom/tree.h"
 
 namespace qvox {
 
 namespace {
 
-constexpr std::size_t SLOT_SIZE = sizeof(void*);
-
-std::size_t slot_of(const Unit* text, std::size_t slotCount) {
-    return reinterpret_cast<std::uintptr_t>(text) / sizeof(Unit) % slotCount;
+std::size_t bytes_of(const LentText& text) {
+    return text.units != nullptr ? (static_cast<std::size_t>(text.length) + 1) * sizeof(Unit) : 0;
 }
 
-std::size_t bytes_of_text(std::size_t length) { return (length + 1) * sizeof(Unit); }
-
-bool fits_behind(std::size_t nodeSize, std::size_t length) {
-    return length < NodeMemory::LARGEST_PIECE &&
-           nodeSize + bytes_of_text(length) <= NodeMemory::LARGEST_PIECE;
-}
-
-// A copy of the text in `memory`.
-LentText text_at(void* memory, const Unit* text, std::size_t length) {
-    std::memcpy(memory, text, bytes_of_text(length));
-    return {static_cast<const Unit*>(memory), static_cast<int>(length)};
-}
-
-template <typename MadeNode>
-MadeNode* in_chunk(MadeNode* node) {
-    Tree::setInChunk(node);
-    return node;
+// A copy of the text at the given place behind a node.
+LentText text_behind(const void* node, std::size_t nodeSize, const LentText& text) {
+    if (text.units == nullptr) return text;
+    auto* const units = reinterpret_cast<Unit*>(
+        static_cast<unsigned char*>(const_cast<void*>(node)) + nodeSize);
+    std::memcpy(units, text.units, static_cast<std::size_t>(text.length) * sizeof(Unit));
+    units[text.length] = 0;
+    return {units, text.length};
 }
 
 }  // namespace
 
-const PooledName* NodeMaker::pooled(const Unit* text) {
-    KnownName& known = otherNames[slot_of(text, KNOWN_COUNT)];
-    if (known.text != text) known = {text, document.getNames().intern(text)};
-    return known.name;
+ElementImpl* NodeMaker::element(const NodeName* name) {
+    const NodePlace place = memory.take(sizeof(ElementImpl));
+    return ::new (place.memory) ElementImpl(name, homeIn(place.block));
 }
 
-QualifiedName NodeMaker::qualifiedName(const Unit* uri, const Unit* name) {
-    KnownName& known = qualifiedNames[slot_of(name, KNOWN_COUNT)];
-    if (known.text != name) known = {name, document.getNames().internQualified(name)};
-    return {pooled(uri), known.name};
+AttrImpl* NodeMaker::attribute(const NodeName* name, const LentText& value, bool specified) {
+    const NodePlace place = memory.take(sizeof(AttrImpl) + bytes_of(value));
+    const LentText copy = text_behind(place.memory, sizeof(AttrImpl), value);
+    return ::new (place.memory) AttrImpl(name, copy, specified, homeIn(place.block));
 }
 
-ElementImpl* NodeMaker::element(const Unit* uri, const Unit* qualifiedName,
-                                std::size_t attributeCount) {
-    const QualifiedName name = this->qualifiedName(uri, qualifiedName);
-    if (attributeCount == 0) {
-        return in_chunk(::new (memory.take(sizeof(ElementImpl))) ElementImpl(name, &document));
+template <typename MadeNode>
+MadeNode* NodeMaker::withText(const LentText& data) {
+    const NodePlace place = memory.take(sizeof(MadeNode) + bytes_of(data));
+    const LentText copy = text_behind(place.memory, sizeof(MadeNode), data);
+    return ::new (place.memory) MadeNode(copy, homeIn(place.block));
+}
+
+// A text may lie behind another node, as long as one block has both.
+TextImpl* NodeMaker::text(const LentText& data) {
+    const bool mayBeBlank = data.length > 0 && data.units[0] <= ' ' &&
+                            static_cast<std::size_t>(data.length) < BLANK_COUNT;
+    if (!mayBeBlank) return withText<TextImpl>(data);
+    Blank& blank = blanks[data.length];
+    if (blank.units != nullptr && blank.block == memory.blockFor(sizeof(TextImpl)) &&
+        std::memcmp(blank.units, data.units, bytes_of(data)) == 0) {
+        const NodePlace place = memory.take(sizeof(TextImpl));
+        return ::new (place.memory)
+            TextImpl(LentText{blank.units, data.length}, homeIn(place.block));
     }
-    const std::size_t slotCount = attributeCount == 1 ? 0 : attributeCount;
-    if (slotCount > (NodeMemory::LARGEST_PIECE - sizeof(ElementWithMap)) / SLOT_SIZE) {
-        OwnedNode<ElementImpl> element(new ElementImpl(name, &document));
-        element->ownAttributeMap().reserve(attributeCount);
-        return element.release();
-    }
-    void* const piece = memory.take(sizeof(ElementWithMap) + slotCount * SLOT_SIZE);
-    void* const slots = static_cast<unsigned char*>(piece) + sizeof(ElementWithMap);
-    return in_chunk(
-        ::new (piece) ElementWithMap(name, static_cast<Node**>(slots), attributeCount, &document));
+    TextImpl* const node = withText<TextImpl>(data);
+    const NodeBlock& block = NodeLinks::blockOf(node);
+    if (!block.isSingle()) blank = {&block, node->getData().data()};
+    return node;
 }
 
-AttrImpl* NodeMaker::attribute(const AttrImpl::Init& init) {
-    const std::size_t length = wide_length(init.value);
-    if (!fits_behind(sizeof(AttrImpl), length)) return new AttrImpl(init, &document);
-    const AttrImpl::PooledInit pooledInit = {qualifiedName(init.namespaceURI, init.qualifiedName),
-                                             pooled(init.attributeType), pooled(init.defaultValue),
-                                             init.specified, init.ownerElement};
-    auto* piece =
-        static_cast<unsigned char*>(memory.take(sizeof(AttrImpl) + bytes_of_text(length)));
-    const LentText value = text_at(piece + sizeof(AttrImpl), init.value, length);
-    return in_chunk(::new (piece) AttrImpl(pooledInit, value, &document));
+CDATASectionImpl* NodeMaker::cdataSection(const LentText& data) {
+    return withText<CDATASectionImpl>(data);
 }
 
-Node* NodeMaker::text(const Unit* text) {
-    const std::size_t length = wide_length(text);
-    if (!fits_behind(sizeof(TextImpl), length)) return new TextImpl(text, &document);
-    auto* piece =
-        static_cast<unsigned char*>(memory.take(sizeof(TextImpl) + bytes_of_text(length)));
-    const LentText data = text_at(piece + sizeof(TextImpl), text, length);
-    return in_chunk(::new (piece) TextImpl(data, &document));
+CommentImpl* NodeMaker::comment(const LentText& data) { return withText<CommentImpl>(data); }
+
+ProcessingInstructionImpl* NodeMaker::instruction(const LentText& target, const LentText& data) {
+    const std::size_t dataPlace = sizeof(ProcessingInstructionImpl) + bytes_of(target);
+    const NodePlace place = memory.take(dataPlace + bytes_of(data));
+    const LentText targetCopy =
+        text_behind(place.memory, sizeof(ProcessingInstructionImpl), target);
+    const LentText dataCopy = text_behind(place.memory, dataPlace, data);
+    return ::new (place.memory)
+        ProcessingInstructionImpl(targetCopy, dataCopy, homeIn(place.block));
 }
 
 }  // namespace qvox

@@ -1,46 +1,44 @@
-// Makes the nodes that a parsed document has most of: elements, attributes and texts. Each is one
-// piece of NodeMemory, its text or attribute map with it, and names are looked up by their address
-// first.
+// Makes the nodes that trees have most of, where parsing or copying makes many: each is one piece of
+// memory, its text with it.
 #pragma once
 
 #include <cstddef>
 
 #include "dom/attr.h"
+#include "dom/character_data.h"
 #include "dom/element.h"
 #include "dom/name_pool.h"
 #include "dom/node_memory.h"
+#include "dom/small_nodes.h"
 
 namespace qvox {
 
-class DocumentImpl;
-
+// What is made has no place yet. Texts are copied; names are in the pool of the memory's document.
 class NodeMaker {
 public:
-    explicit NodeMaker(DocumentImpl& nodesDocument) : document(nodesDocument) {}
+    explicit NodeMaker(NodeMemory& nodeMemory) : memory(nodeMemory) {}
 
-    // The texts of names, namespaces, attribute types and default values must stay as they are
-    // while the maker lives. What is made has no place yet.
-
-    // With room for so many attributes.
-    ElementImpl* element(const Unit* uri, const Unit* qualifiedName, std::size_t attributeCount);
-    AttrImpl* attribute(const AttrImpl::Init& init);
-    Node* text(const Unit* text);
+    ElementImpl* element(const NodeName* name);
+    AttrImpl* attribute(const NodeName* name, const LentText& value, bool specified);
+    TextImpl* text(const LentText& data);
+    CDATASectionImpl* cdataSection(const LentText& data);
+    CommentImpl* comment(const LentText& data);
+    ProcessingInstructionImpl* instruction(const LentText& target, const LentText& data);
 
 private:
-    struct KnownName {
-        const Unit* text;
-        const PooledName* name;
+    // White space between elements is the same again and again.
+    struct Blank {
+        const NodeBlock* block;
+        const Unit* units;
     };
-    static constexpr std::size_t KNOWN_COUNT = 128;
-    using KnownNames = KnownName[KNOWN_COUNT];  // by address
+    static constexpr std::size_t BLANK_COUNT = 32;
 
-    const PooledName* pooled(const Unit* text);
-    QualifiedName qualifiedName(const Unit* uri, const Unit* name);
+    NodeHome homeIn(NodeBlock* block) const { return {memory.getDocument(), block}; }
+    template <typename MadeNode>
+    MadeNode* withText(const LentText& data);
 
-    DocumentImpl& document;
-    NodeMemory memory;
-    KnownNames qualifiedNames = {};
-    KnownNames otherNames = {};
+    NodeMemory& memory;
+    Blank blanks[BLANK_COUNT] = {};  // the last one of each length
 };
 
 }  // namespace qvox

@@ -1,104 +1,198 @@
 #include "dom/node_memory.h"
 
 #include <algorithm>
-#include <atomic>
-#include <cstdint>
-#include <limits>
+#include <mutex>
 #include <new>
+#include <utility>
 
+#include "platform/large_page.h"
 #include "runtime/allocation.h"
+#include "runtime/report.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#define QVOX_NODES_APART 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define QVOX_NODES_APART 1
+#endif
+#endif
 
 namespace qvox {
 
 namespace {
 
-// A chunk lies at a multiple of its size, so that a piece's address tells its chunk.
-constexpr std::size_t CHUNK_SIZE = 65536;
+#if defined(QVOX_NODES_APART)
+constexpr bool NODES_APART = true;
+#else
+constexpr bool NODES_APART = false;
+#endif
+
+constexpr std::size_t FIRST_BLOCK = 1024;
+constexpr std::size_t LARGEST_BLOCK = LARGE_PAGE;
+// A larger piece has a block that is made for it, and leaves the one in use as it is.
+constexpr std::size_t LARGEST_PIECE = LARGEST_BLOCK / 16;
+
+// While a block is being filled it counts down from here, so that taking needs no atomic
+// operation; what was taken is added when it is full.
+constexpr unsigned FILLING = 1U << 31U;
 
 }  // namespace
 
-// At the start of a block's first chunk; the others keep its place free, so that all are alike.
-struct NodeMemory::Block {
-    std::atomic<std::size_t> chunks;  // those that aren't finished with
+NodeBlock::~NodeBlock() {
+    NodeExtra* extra = extras.load(std::memory_order_relaxed);
+    while (extra != nullptr) delete std::exchange(extra, extra->next);
+}
 
-    void drop(std::size_t count) {
-        if (chunks.fetch_sub(count, std::memory_order_acq_rel) != count) return;
-        this->~Block();
-        qvox_aligned_free(this, CHUNK_SIZE);
+void* NodeBlock::takeSingle(std::size_t size) {
+    void* const memory = qvox_malloc(sizeof(NodeBlock) + size);
+    return ::new (memory) NodeBlock(nullptr, 1, false) + 1;
+}
+
+void NodeBlock::keep(NodeExtra* extra) {
+    extra->next = extras.load(std::memory_order_relaxed);
+    while (!extras.compare_exchange_weak(extra->next, extra, std::memory_order_release,
+                                         std::memory_order_relaxed)) {
     }
+}
+
+// The blocks that are left of one NodeMemory, and whether that is still there.
+struct NodeMemory::Chain {
+    std::mutex lock;
+    SharedBlock* first = nullptr;
+    bool hasMemory = true;
 };
 
-struct NodeMemory::Chunk {
-    // While the chunk is being filled it counts down from here, so that taking needs no atomic
-    // operation; what was taken is added when it is full.
-    static constexpr std::size_t FILLING = std::numeric_limits<std::size_t>::max() / 2;
+class NodeMemory::SharedBlock final : public NodeBlock {
+public:
+    static SharedBlock* make(Document* document, unsigned pieceCount, std::size_t size,
+                             Chain* chain);
 
-    explicit Chunk(Block* blockOfChunk) : block(blockOfChunk) {}
+    void unlink();
+    void free();
 
-    void drop(std::size_t count) {
-        if (pieces.fetch_sub(count, std::memory_order_acq_rel) != count) return;
-        Block* const home = block;
-        this->~Chunk();
-        home->drop(1);
-    }
+    Chain* chain;
+    SharedBlock* previous = nullptr;
+    SharedBlock* following;
+    std::size_t size;
 
-    Block* block;
-    std::atomic<std::size_t> pieces{FILLING};
+private:
+    SharedBlock(Document* nodesDocument, unsigned pieceCount, std::size_t blockSize,
+                Chain* blockChain)
+        : NodeBlock(nodesDocument, pieceCount, true),
+          chain(blockChain),
+          following(blockChain->first),
+          size(blockSize) {}
+    ~SharedBlock() = default;
 };
 
-// With an address sanitizer every piece is an allocation of its own, so that it sees wrong uses.
-#if defined(QVOX_ADDRESS_SANITIZER)
+NodeMemory::SharedBlock* NodeMemory::SharedBlock::make(Document* document, unsigned pieceCount,
+                                                       std::size_t size, Chain* chain) {
+    void* const memory = size == LARGE_PAGE ? take_large_page() : qvox_malloc(size);
+    if (memory == nullptr) {
+        qvox_report(REPORT_FATAL, QVOXException::ALLOC_ERR, "malloc failed : size = %zu", size);
+    }
+    auto* const block = ::new (memory) SharedBlock(document, pieceCount, size, chain);
+    const std::lock_guard<std::mutex> guard(chain->lock);
+    block->following = chain->first;
+    if (chain->first != nullptr) chain->first->previous = block;
+    chain->first = block;
+    return block;
+}
 
-NodeMemory::~NodeMemory() = default;
+// The last block takes the chain with it where the memory has gone before.
+void NodeMemory::SharedBlock::unlink() {
+    bool isLast = false;
+    {
+        const std::lock_guard<std::mutex> guard(chain->lock);
+        (previous != nullptr ? previous->following : chain->first) = following;
+        if (following != nullptr) following->previous = previous;
+        isLast = chain->first == nullptr && !chain->hasMemory;
+    }
+    if (isLast) delete chain;
+}
 
-void* NodeMemory::takeElsewhere(std::size_t size) { return qvox_malloc(size); }
+void NodeMemory::SharedBlock::free() {
+    const bool isPage = size == LARGE_PAGE;
+    this->~SharedBlock();
+    if (isPage) {
+        release_large_page(this);
+    } else {
+        qvox_free(this);
+    }
+}
 
-void NodeMemory::release(void* piece) { qvox_free(piece); }
+void NodeBlock::release(unsigned count) {
+    if (!isShared) {
+        this->~NodeBlock();
+        qvox_free(this);
+        return;
+    }
+    if (pieces.fetch_sub(count, std::memory_order_acq_rel) != count) return;
+    auto* const block = static_cast<NodeMemory::SharedBlock*>(this);
+    block->unlink();
+    block->free();
+}
 
-#else
-
-// Chunks that were never used are finished with.
 NodeMemory::~NodeMemory() {
-    leaveChunk();
-    if (chunksUsed != chunksOfBlock) block->drop(chunksOfBlock - chunksUsed);
+    finish();
+    if (chain == nullptr) return;
+    bool isEmpty = false;
+    {
+        const std::lock_guard<std::mutex> guard(chain->lock);
+        chain->hasMemory = false;
+        isEmpty = chain->first == nullptr;
+    }
+    if (isEmpty) delete chain;
 }
 
-void* NodeMemory::takeElsewhere(std::size_t size) {
-    startChunk();
-    return takeHere(size);
-}
-
-// What a single node can keep alive is bounded.
-void NodeMemory::startBlock() {
-    constexpr std::size_t MOST_CHUNKS = 16;
-    const std::size_t chunks = std::min(MOST_CHUNKS, 2 * chunksOfBlock + 1);
-    block = new (qvox_aligned_malloc(chunks * CHUNK_SIZE, CHUNK_SIZE)) Block{{chunks}};
-    chunksOfBlock = chunks;
-    chunksUsed = 0;
-}
-
-// A block is started when all chunks of the one before are in use.
-void NodeMemory::startChunk() {
-    leaveChunk();
-    if (chunksUsed == chunksOfBlock) startBlock();
-    auto* const place = reinterpret_cast<unsigned char*>(block) + chunksUsed * CHUNK_SIZE;
-    chunk = new (place + sizeof(Block)) Chunk(block);
-    ++chunksUsed;
-    next = reinterpret_cast<unsigned char*>(chunk + 1);
-    left = CHUNK_SIZE - sizeof(Block) - sizeof(Chunk);
+void NodeMemory::finish() {
+    if (block != nullptr) block->release(FILLING - taken);
+    block = nullptr;
+    left = 0;
     taken = 0;
 }
 
-void NodeMemory::leaveChunk() {
-    if (chunk != nullptr) chunk->drop(Chunk::FILLING - taken);
+NodeMemory::SharedBlock* NodeMemory::startBlock(std::size_t size, unsigned pieceCount) {
+    if (chain == nullptr) chain = new Chain;
+    return SharedBlock::make(document, pieceCount, size, chain);
 }
 
-void NodeMemory::release(void* piece) {
-    const std::size_t offset = reinterpret_cast<std::uintptr_t>(piece) % CHUNK_SIZE;
-    auto* const start = static_cast<unsigned char*>(piece) - offset;
-    reinterpret_cast<Chunk*>(start + sizeof(Block))->drop(1);
+NodePlace NodeMemory::takeElsewhere(std::size_t size) {
+    if (NODES_APART) return {NodeBlock::takeSingle(size), nullptr};
+    if (size > LARGEST_PIECE) {
+        SharedBlock* const own = startBlock(sizeof(SharedBlock) + size, 1);
+        return {own + 1, own};
+    }
+    std::size_t newSize = std::clamp(2 * blockSize, FIRST_BLOCK, LARGEST_BLOCK);
+    while (newSize < sizeof(SharedBlock) + size) newSize *= 2;
+    SharedBlock* const started = startBlock(newSize, FILLING);
+    finish();
+    block = started;
+    blockSize = newSize;
+    next = reinterpret_cast<unsigned char*>(started + 1);
+    left = newSize - sizeof(SharedBlock);
+    return takeHere(size);
 }
 
-#endif
+bool NodeMemory::wasTouched() const {
+    if (chain == nullptr) return false;
+    const std::lock_guard<std::mutex> guard(chain->lock);
+    for (const SharedBlock* one = chain->first; one != nullptr; one = one->following) {
+        if (one->wasTouched()) return true;
+    }
+    return false;
+}
+
+void NodeMemory::drop() {
+    block = nullptr;
+    left = 0;
+    taken = 0;
+    if (chain == nullptr) return;
+    SharedBlock* one = std::exchange(chain->first, nullptr);
+    while (one != nullptr) {
+        SharedBlock* const dropped = std::exchange(one, one->following);
+        dropped->free();
+    }
+}
 
 }  // namespace qvox

@@ -1,7 +1,5 @@
 #include "dom/normalize.h"
 
-#include <vector>
-
 #include "dom/document.h"
 #include "dom/tree.h"
 #include "dom/tree_visit.h"
@@ -23,48 +21,23 @@ bool may_hold_text(const Node* node) {
 
 bool is_text(const Node* node) { return node != nullptr && node->getNodeType() == Node::TEXT_NODE; }
 
-// The nodes whose text has gone to another, which leave the list together, in one pass; also where
-// memory runs out before the last.
-class MergedNodes {
-public:
-    // A null document is looked for from the parent on: a tree without one, such as a document
-    // type's, may hold nodes of several.
-    MergedNodes(const Node* parentNode, NodeListImpl& list, DocumentImpl* document)
-        : parent(parentNode), children(list), treeDocument(document) {}
-    MergedNodes(const MergedNodes&) = delete;
-    MergedNodes& operator=(const MergedNodes&) = delete;
-    ~MergedNodes() {
-        if (nodes.empty()) return;
-        children.removeAll(nodes);
-        DocumentImpl* const keeper =
-            treeDocument != nullptr ? treeDocument : Tree::treeDocumentOfLiving(parent);
-        for (Node* node : nodes) Tree::abandon(node, keeper);
-    }
-
-    void merge(Text* run, Text* node) {
-        if (nodes.size() == nodes.capacity()) nodes.reserve(2 * nodes.size() + 1);
-        run->appendData(node->getData());
-        nodes.push_back(node);
-    }
-
-private:
-    const Node* parent;
-    NodeListImpl& children;
-    DocumentImpl* treeDocument;
-    std::vector<Node*> nodes;
-};
-
-void merge_texts(const Node* node, DocumentImpl* treeDocument) {
-    NodeListImpl* children = Tree::childrenOf(node);
-    if (children == nullptr || !may_hold_text(node)) return;
-    MergedNodes merged(node, *children, treeDocument);
+// A node whose text has gone to another is left to the document of the tree. Where that isn't known
+// it is looked for from the parent on: a tree without one, such as a document type's, may hold nodes
+// of several.
+void merge_texts(const Node* parent, DocumentImpl* treeDocument) {
+    if (!may_hold_text(parent)) return;
     Node* run = nullptr;
-    for (Node* child = children->front(); child != nullptr; child = children->after(child)) {
-        if (is_text(run) && is_text(child)) {
-            merged.merge(static_cast<Text*>(run), static_cast<Text*>(child));
-        } else {
+    Node* next = nullptr;
+    for (Node* child = Tree::firstChildOf(parent); child != nullptr; child = next) {
+        next = Tree::nextInList(child);
+        if (!is_text(run) || !is_text(child)) {
             run = child;
+            continue;
         }
+        static_cast<Text*>(run)->appendData(static_cast<Text*>(child)->getData());
+        Tree::release(child);
+        if (treeDocument == nullptr) treeDocument = Tree::treeDocumentOfLiving(parent);
+        Tree::abandon(child, treeDocument);
     }
 }
 

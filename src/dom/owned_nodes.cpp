@@ -9,31 +9,30 @@ namespace qvox {
 
 namespace {
 
-NodeCollection* unless_empty(NodeCollection* collection) {
-    return collection != nullptr && !collection->isEmpty() ? collection : nullptr;
+Node* first_of(const NodeCollection* collection) {
+    return collection != nullptr ? collection->front() : nullptr;
 }
 
-NodeCollection* owned_by(ElementImpl& element) { return unless_empty(&element.attributeMap()); }
-
-NodeCollection* owned_by(DocumentTypeImpl& documentType) {
-    if (NodeCollection* entities = unless_empty(documentType.entityMap())) return entities;
-    if (NodeCollection* notations = unless_empty(documentType.notationMap())) return notations;
-    return unless_empty(&documentType.getDeclarations());
+Node* first_in(DocumentTypeImpl& documentType) {
+    if (Node* const entity = first_of(documentType.entityMap())) return entity;
+    if (Node* const notation = first_of(documentType.notationMap())) return notation;
+    return documentType.getDeclarations().front();
 }
 
-NodeCollection* owned_by(DeclNode& declaration) {
+Node* first_in(DeclNode& declaration) {
     if (declaration.getKind() != DeclNode::ATTLIST_DECL) return nullptr;
-    return unless_empty(&static_cast<AttlistDecl&>(declaration).getAttDefs());
+    return static_cast<AttlistDecl&>(declaration).getAttDefs().front();
 }
 
 }  // namespace
 
-NodeCollection* owned_nodes_of(Node& node) {
-    if (NodeCollection* children = unless_empty(Tree::childrenOf(&node))) return children;
+Node* first_owned_of(const Node& owner) {
+    if (Node* const child = Tree::firstChildOf(&owner)) return child;
+    auto& node = const_cast<Node&>(owner);
     switch (node.getNodeType()) {
-        case Node::ELEMENT_NODE: return owned_by(static_cast<ElementImpl&>(node));
-        case Node::DOCUMENT_TYPE_NODE: return owned_by(static_cast<DocumentTypeImpl&>(node));
-        case DeclNode::DECLARATION_NODE: return owned_by(static_cast<DeclNode&>(node));
+        case Node::ELEMENT_NODE: return static_cast<ElementImpl&>(node).firstAttribute();
+        case Node::DOCUMENT_TYPE_NODE: return first_in(static_cast<DocumentTypeImpl&>(node));
+        case DeclNode::DECLARATION_NODE: return first_in(static_cast<DeclNode&>(node));
         default: return nullptr;
     }
 }

@@ -1,13 +1,12 @@
 // What a node owns beside its children depends on its type; destruction has to find all of it.
 #pragma once
 
-#include "dom/collection.h"
+#include <qvox/dom.h>
 
 namespace qvox {
 
-// A collection of the node's that isn't empty, or null: its children, an element's attributes, a
-// document type's entities, notations and declarations, the definitions of an attribute-list
-// declaration.
-NodeCollection* owned_nodes_of(Node& node);
+// A node that the node owns, or null: of its children, an element's attributes, a document type's
+// entities, notations and declarations, the definitions of an attribute-list declaration.
+Node* first_owned_of(const Node& owner);
 
 }  // namespace qvox

@@ -1,5 +1,7 @@
 #include "dom/small_nodes.h"
 
+#include "dom/tree.h"
+
 namespace qvox {
 
 namespace {
@@ -40,6 +42,11 @@ ProcessingInstructionImpl::ProcessingInstructionImpl(const Unit* targetName, con
                                                      Document* document)
     : ProcessingInstruction(document) {
     target = targetName;
+    data = text;
+}
+
+void ProcessingInstructionImpl::setData(const Xstring& text) {
+    Tree::touch(this);
     data = text;
 }
 

@@ -3,6 +3,8 @@
 
 #include <qvox/dom.h>
 
+#include "dom/node_memory.h"
+#include "text/lent_text.h"
 #include "text/wide.h"
 
 namespace qvox {
@@ -63,14 +65,18 @@ private:
 class ProcessingInstructionImpl final : public ProcessingInstruction {
 public:
     ProcessingInstructionImpl(const Unit* targetName, const Unit* text, Document* document);
+    // With texts that lie with the node.
+    ProcessingInstructionImpl(const LentText& targetName, const LentText& text,
+                              const NodeHome& home) noexcept
+        : ProcessingInstruction(home), target(targetName.string()), data(text.string()) {}
 
     int getNodeType() const override { return PROCESSING_INSTRUCTION_NODE; }
     const Xstring& getNodeName() const override { return target; }
     const Xstring& getNodeValue() const override { return data; }
-    void setNodeValue(const Xstring& nodeValue) override { data = nodeValue; }
+    void setNodeValue(const Xstring& nodeValue) override { setData(nodeValue); }
     const Xstring& getData() const override { return data; }
     const Xstring& getTarget() const override { return target; }
-    void setData(const Xstring& text) override { data = text; }
+    void setData(const Xstring& text) override;
 
 private:
     Xstring target;

@@ -33,10 +33,10 @@ NodeList* search_names(Node& context, Node* root, Match match) {
 }
 
 bool has_id(const ElementImpl& element, const Xstring& id) {
-    const NamedNodeMapImpl& attributes = element.attributeMap();
-    for (std::size_t i = 0; i < attributes.size(); ++i) {
-        if (attributes.at(i)->getNodeType() != Node::ATTRIBUTE_NODE) continue;
-        const auto* attribute = static_cast<const AttrImpl*>(attributes.at(i));
+    for (const Node* item = element.firstAttribute(); item != nullptr;
+         item = NodeLinks::next(item)) {
+        if (item->getNodeType() != Node::ATTRIBUTE_NODE) continue;
+        const auto* attribute = static_cast<const AttrImpl*>(item);
         if (attribute->getAttributeType() == "ID" && attribute->getValue() == id) return true;
     }
     return false;

@@ -1,10 +1,10 @@
 #include "dom/tree.h"
 
+#include <utility>
 #include <vector>
 
 #include "dom/document.h"
 #include "dom/element.h"
-#include "dom/node_memory.h"
 #include "dom/owned_nodes.h"
 
 namespace qvox {
@@ -50,22 +50,29 @@ bool is_fragment(const Node* node) { return node->getNodeType() == Node::DOCUMEN
 
 }  // namespace
 
-const Document* Tree::ownDocumentOf(const Node* node) {
-    const bool isDocument = node->getNodeType() == Node::DOCUMENT_NODE;
-    return isDocument ? static_cast<const Document*>(node) : node->ownerDocument;
-}
-
 DocumentImpl* Tree::documentOf(const Node* node) { return as_impl(ownDocumentOf(node)); }
 
 // Null for a document, whatever it stands in.
 const Node* Tree::ownerOf(const Node* node) {
-    if (node->holder == nullptr) return nullptr;
-    return node->getNodeType() == Node::DOCUMENT_NODE ? nullptr : node->holder->getOwner();
+    if (node->getNodeType() == Node::DOCUMENT_NODE) return nullptr;
+    return standsWith(node);
+}
+
+Node* Tree::standsWith(const Node* node) {
+    switch (NodeLinks::standingOf(node)) {
+        case Standing::NOWHERE: return nullptr;
+        case Standing::CHILD:
+        case Standing::LISTED:
+        case Standing::ATTRIBUTE: return holderOf(node);
+        case Standing::COLLECTED: return NodeLinks::collectionOf(node)->getOwner();
+        case Standing::KEPT: return NodeKeeper::of(node).getOwner();
+    }
+    return nullptr;
 }
 
 // A node that owns nothing, as most have when they get their place, needs no look at all ancestors.
 bool Tree::owns(const Node* candidate, const Node* node) {
-    if (owned_nodes_of(const_cast<Node&>(*candidate)) == nullptr) return candidate == node;
+    if (first_owned_of(*candidate) == nullptr) return candidate == node;
     while (node != nullptr && node != candidate) node = ownerOf(node);
     return node != nullptr;
 }
@@ -97,13 +104,98 @@ DocumentImpl* Tree::treeDocumentOfLiving(const Node* node) {
 }
 
 void Tree::noteTravel(const Node* parent, const Node* node) {
-    const Document* document = node->ownerDocument;
-    if (document == ownDocumentOf(parent)) return;
+    const Document* document = ownDocumentOf(node);
+    const bool isFromHere = document == ownDocumentOf(parent);
+    if (isFromHere || node->getNodeType() == Node::DOCUMENT_NODE) return;
     if (DocumentImpl* living = DocumentImpl::livingOne(document)) living->setHasTravellers();
 }
 
+// A document type, which has no document, takes nodes of the one that it stood under along.
+void Tree::release(Node* node) {
+    const Node* const holder = standsWith(node);
+    if (holder == nullptr) return;
+    touch(holder);
+    touch(node);
+    const bool isKept = NodeLinks::standingOf(node) == Standing::KEPT;
+    if (!isKept && node->getNodeType() == Node::DOCUMENT_TYPE_NODE) {
+        DocumentImpl* const document = DocumentImpl::livingOne(ownDocumentOf(holder));
+        if (document != nullptr) document->setHasTravellers();
+    }
+    takeOut(node);
+}
+
+// What it leaves may have outlived its document.
+void Tree::releaseDying(Node* node) {
+    const Node* const holder = standsWith(node);
+    if (holder == nullptr) return;
+    touch(holder);
+    if (NodeLinks::standingOf(node) == Standing::KEPT) return takeOut(node);
+    const DocumentGuard guard(DocumentImpl::livingOne(ownDocumentOf(holder)));
+    takeOut(node);
+}
+
+void Tree::takeOut(Node* node) {
+    switch (NodeLinks::standingOf(node)) {
+        case Standing::NOWHERE: return;
+        case Standing::CHILD:
+        case Standing::LISTED: {
+            NodeSlot children = NodeSlot::childrenOf(holderOf(node));
+            const bool isAtEnd = node == children.front() || node == children.back();
+            if (!isAtEnd) NodeLinks::setCounted(holderOf(node), false);
+            children.unlink(node);
+            break;
+        }
+        case Standing::ATTRIBUTE:
+            static_cast<ElementImpl*>(holderOf(node))->attributeSlot().unlink(node);
+            break;
+        case Standing::COLLECTED: NodeLinks::collectionOf(node)->unlink(node); break;
+        case Standing::KEPT: NodeKeeper::of(node).giveUp(node); return;
+    }
+    NodeLinks::standNowhere(node);
+}
+
+// Takes a node without a place.
+void Tree::put(Node* parent, Node* node, Node* ref, Standing standing) {
+    touch(parent);
+    touch(node);
+    noteTravel(parent, node);
+    NodeSlot children = NodeSlot::childrenOf(parent);
+    if (NodeLinks::areCounted(parent)) {
+        Node* const neighbour = ref != nullptr ? ref : children.back();
+        const bool isAtEnd = ref == nullptr || ref == children.front();
+        const bool staysCounted = isAtEnd && neighbour != nullptr;
+        if (staysCounted) {
+            const unsigned beside = NodeLinks::indexOf(neighbour);
+            NodeLinks::setIndex(node, ref == nullptr ? beside + 1 : beside - 1);
+        }
+        NodeLinks::setCounted(parent, staysCounted);
+    }
+    children.link(node, ref);
+    NodeLinks::stand(node, parent, standing);
+}
+
+NodeListImpl& Tree::childListOf(const Node* node) {
+    const NodeSlot children = NodeSlot::childrenOf(node);
+    if (!children.wasUsed()) return emptyNodeList;
+    return children.collectionOf<NodeListImpl>(const_cast<Node*>(node));
+}
+
+// Counted once, children stay so as long as they come and go at the ends.
+std::size_t Tree::childIndexOf(const Node* parent, const Node* child) {
+    const DocumentGuard guard(parent);
+    const Node* const first = firstChildOf(parent);
+    if (!NodeLinks::areCounted(parent)) {
+        unsigned index = 0;
+        for (Node* node = firstChildOf(parent); node != nullptr; node = NodeLinks::next(node)) {
+            NodeLinks::setIndex(node, index++);
+        }
+        NodeLinks::setCounted(const_cast<Node*>(parent), true);
+    }
+    return (NodeLinks::indexOf(child) - NodeLinks::indexOf(first)) & NodeLinks::LARGEST_INDEX;
+}
+
 Node* Tree::appendChildNoCheck(Node* parent, Node* child) {
-    makeChildList(parent);
+    NodeSlot::childrenOf(parent).setUsed();
     if (Node* oldParent = parentOf(child)) removeChildNoCheck(oldParent, child);
     if (is_fragment(child)) {
         takeFragment(parent, child);
@@ -114,32 +206,66 @@ Node* Tree::appendChildNoCheck(Node* parent, Node* child) {
 }
 
 void Tree::appendAsIs(Node* parent, Node* child) {
-    makeChildList(parent);
-    noteTravel(parent, child);
-    parent->children->append(child, NodeCollection::OWNER_IS_PARENT);
+    release(child);
+    put(parent, child, nullptr, Standing::CHILD);
 }
 
-void Tree::appendAll(Node* parent, Node* const* nodes, std::size_t count) {
-    if (count == 0) return;
-    makeChildList(parent);
-    parent->children->appendAll(nodes, count, NodeCollection::OWNER_IS_PARENT);
-}
+namespace {
+
+// Gives back the memory of nodes, those that lie together at once.
+class Releases {
+public:
+    Releases() = default;
+    Releases(const Releases&) = delete;
+    Releases& operator=(const Releases&) = delete;
+    ~Releases() { flush(); }
+
+    void add(NodeBlock& nodesBlock) {
+        if (block != &nodesBlock) flush();
+        block = &nodesBlock;
+        ++count;
+    }
+
+private:
+    void flush() {
+        if (count != 0) block->release(std::exchange(count, 0U));
+    }
+
+    NodeBlock* block = nullptr;
+    unsigned count = 0;
+};
+
+}  // namespace
 
 void Tree::destroy(Node* node) {
     if (node == nullptr) return;
-    if (!node->isInChunk) {
-        delete node;
-        return;
-    }
-    node->~Node();
-    NodeMemory::release(node);
+    NodeBlock& block = NodeLinks::blockOf(node);
+    if (node->getNodeType() != Node::DOCUMENT_NODE) destroyContent(node);
+    NodeLinks::destruct(node);
+    block.release(1);
 }
 
-void Tree::makeChildList(Node* parent) {
-    if (parent->children != nullptr) return;
-    const bool isElement = parent->getNodeType() == Node::ELEMENT_NODE;
-    parent->children =
-        isElement ? &static_cast<ElementImpl*>(parent)->childStorage() : new NodeListImpl(parent);
+// Always destroys a node that owns nothing any more, so that no destructor goes deep.
+void Tree::destroyContent(Node* root) {
+    Releases releases;
+    Node* node = root;
+    for (;;) {
+        if (Node* const owned = first_owned_of(*node)) {
+            if (owned->getNodeType() == Node::DOCUMENT_NODE) {
+                takeOut(owned);
+            } else {
+                node = owned;
+            }
+            continue;
+        }
+        if (node == root) return;
+        Node* const owner = standsWith(node);
+        takeOut(node);
+        NodeBlock& block = NodeLinks::blockOf(node);
+        NodeLinks::destruct(node);
+        releases.add(block);
+        node = owner;
+    }
 }
 
 // What a fragment gives up. Fragments can stand in it by a replacement.
@@ -172,7 +298,7 @@ Tree::FragmentContent Tree::contentOf(Node* fragment) {
 // Takes everything out of the fragment, each node from the front of its list, and leaves the inner
 // fragments to its document.
 void Tree::emptyFragment(const FragmentContent& content, Node* fragment) {
-    for (Node* node : content.nodes) NodeCollection::release(node);
+    for (Node* node : content.nodes) release(node);
     if (content.innerFragments.empty()) return;
     DocumentImpl* document = treeDocumentOf(fragment);
     for (Node* inner : content.innerFragments) abandon(inner, document);
@@ -190,56 +316,56 @@ void Tree::takeFragment(Node* parent, Node* fragment) {
 Node* Tree::insertFragment(Node* parent, Node* fragment, Node* ref) {
     const FragmentContent content = contentOf(fragment);
     const std::vector<Node*>& items = content.items;
-    if (!items.empty()) {
-        if (!parent->children->holds(ref)) {
-            for (std::size_t i = 0; i < content.leadingFragments; ++i) {
-                clearParent(content.innerFragments[i]);
-            }
-            clearParent(items.front());
-            return nullptr;
+    if (!items.empty() && !isListedIn(parent, ref)) {
+        for (std::size_t i = 0; i < content.leadingFragments; ++i) {
+            loseParent(content.innerFragments[i]);
         }
+        loseParent(items.front());
+        return nullptr;
     }
     emptyFragment(content, fragment);
-    if (!items.empty()) {
-        for (Node* item : items) noteTravel(parent, item);
-        parent->children->insertAllBefore(items.data(), items.size(), ref,
-                                          NodeCollection::OWNER_IS_PARENT);
-    }
+    for (Node* item : items) put(parent, item, ref, Standing::CHILD);
     return content.endsWithItem ? items.back() : ref;
 }
 
+void Tree::loseParent(Node* node) { NodeLinks::stand(node, holderOf(node), Standing::LISTED); }
+
 Node* Tree::insertBeforeNoCheck(Node* parent, Node* child, Node* ref) {
-    if (parent->children == nullptr || ref == nullptr) return appendChildNoCheck(parent, child);
-    if (Node* oldParent = parentOf(child)) removeChildNoCheck(oldParent, child);
-    if (!is_fragment(child)) {
-        if (!parent->children->holds(ref)) return nullptr;
-        noteTravel(parent, child);
-        parent->children->insertBefore(child, ref, NodeCollection::OWNER_IS_PARENT);
-        return child;
+    if (!NodeSlot::childrenOf(parent).wasUsed() || ref == nullptr) {
+        return appendChildNoCheck(parent, child);
     }
-    return insertFragment(parent, child, ref);
+    if (Node* oldParent = parentOf(child)) removeChildNoCheck(oldParent, child);
+    if (is_fragment(child)) return insertFragment(parent, child, ref);
+    if (!isListedIn(parent, ref)) return nullptr;
+    if (child == ref) {
+        NodeLinks::stand(child, parent, Standing::CHILD);
+    } else {
+        release(child);
+        put(parent, child, ref, Standing::CHILD);
+    }
+    return child;
 }
 
 Node* Tree::removeChildNoCheck(Node* parent, Node* child) {
-    if (parent->children == nullptr || !parent->children->holds(child)) return nullptr;
-    parent->children->remove(child);
+    if (!isListedIn(parent, child)) return nullptr;
+    release(child);
     return child;
 }
 
 Node* Tree::replaceChildNoCheck(Node* parent, Node* newChild, Node* oldChild) {
-    if (parent->children == nullptr) return nullptr;
+    if (!NodeSlot::childrenOf(parent).wasUsed()) return nullptr;
     if (Node* oldParent = parentOf(newChild)) removeChildNoCheck(oldParent, newChild);
-    if (!parent->children->holds(oldChild)) return nullptr;
-    const bool isChild = parentOf(oldChild) != nullptr;
-    noteTravel(parent, newChild);
-    parent->children->replace(
-        newChild, oldChild, isChild ? NodeCollection::OWNER_IS_PARENT : NodeCollection::NO_PARENT);
+    if (!isListedIn(parent, oldChild)) return nullptr;
+    if (newChild == oldChild) return oldChild;
+    release(newChild);
+    put(parent, newChild, oldChild, NodeLinks::standingOf(oldChild));
+    release(oldChild);
     return oldChild;
 }
 
 void Tree::abandon(Node* node, DocumentImpl* document) {
     if (node->getNodeType() == Node::DOCUMENT_NODE) return;
-    if (document == nullptr) document = DocumentImpl::livingOne(node->ownerDocument);
+    if (document == nullptr) document = DocumentImpl::livingOne(ownDocumentOf(node));
     if (document != nullptr) document->adopt(node);
 }
 

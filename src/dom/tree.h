@@ -6,8 +6,10 @@
 
 #include <qvox/dom.h>
 
+#include "dom/collection.h"
+#include "dom/node_links.h"
 #include "dom/node_list.h"
-#include "platform/lock.h"
+#include "dom/tree_lock.h"
 
 namespace qvox {
 
@@ -18,41 +20,55 @@ struct Tree {
     // document made.
     static DocumentImpl* documentOf(const Node* node);
     // The same for a node that may have outlived it.
-    static const Document* ownDocumentOf(const Node* node);
-
-    static Node* parentOf(const Node* node) {
-        return node->isChild ? node->holder->getOwner() : nullptr;
+    static const Document* ownDocumentOf(const Node* node) {
+        return NodeLinks::blockOf(node).getDocument();
     }
+
+    static Node* parentOf(const Node* node) { return isChild(node) ? holderOf(node) : nullptr; }
     // The node in whose child list this one stands. That is its parent, but for a node that a
     // refused insertion of a fragment has left in that fragment without one.
-    static Node* listOwnerOf(const Node* node) {
-        Node* owner = node->holder != nullptr ? node->holder->getOwner() : nullptr;
-        return owner != nullptr && node->holder == owner->children ? owner : nullptr;
-    }
+    static Node* listOwnerOf(const Node* node) { return isListed(node) ? holderOf(node) : nullptr; }
     // What follows in the child list.
     static Node* nextInList(const Node* node) {
-        return listOwnerOf(node) != nullptr ? node->holder->after(node) : nullptr;
+        return isListed(node) ? NodeLinks::next(node) : nullptr;
     }
-    // The child list; null until the first child has arrived.
-    static NodeListImpl* childrenOf(const Node* node) { return node->children; }
-    static Node* firstChildOf(const Node* node) {
-        return node->children != nullptr ? node->children->front() : nullptr;
-    }
-    static Node* lastChildOf(const Node* node) {
-        return node->children != nullptr ? node->children->back() : nullptr;
-    }
+    static Node* firstChildOf(const Node* node) { return NodeSlot::childrenOf(node).front(); }
+    static Node* lastChildOf(const Node* node) { return NodeSlot::childrenOf(node).back(); }
     // Null without a parent.
     static Node* nextSiblingNoLock(const Node* node) {
-        return node->isChild ? node->holder->after(node) : nullptr;
+        return isChild(node) ? NodeLinks::next(node) : nullptr;
     }
     static Node* previousSiblingNoLock(const Node* node) {
-        return node->isChild ? node->holder->before(node) : nullptr;
+        return isChild(node) ? NodeLinks::previous(node) : nullptr;
     }
+
+    // The child list: the shared empty one until the first child has arrived.
+    static NodeListImpl& childListOf(const Node* node);
+    // The index of a child.
+    static std::size_t childIndexOf(const Node* parent, const Node* child);
+
+    // The element in whose map a node is, or null.
+    static Element* elementWith(const Node* node) {
+        const bool isThere = NodeLinks::standingOf(node) == Standing::ATTRIBUTE;
+        return isThere ? static_cast<Element*>(holderOf(node)) : nullptr;
+    }
+
+    // Takes a node out of what has it, if anything has.
+    static void release(Node* node);
+    // The same for a node that is being destroyed, which is no longer of its own type.
+    static void releaseDying(Node* node);
+    // Something of the node, or of what it holds, is no longer as it was made.
+    static void touch(const Node* node) { NodeLinks::blockOf(node).touch(); }
 
     // A child with a parent leaves it first. A fragment gives its children up. Returns `child`.
     static Node* appendChildNoCheck(Node* parent, Node* child);
     // Appends a node without a place, also a fragment, which then stands as a child itself.
     static void appendAsIs(Node* parent, Node* child);
+    // The same in a tree that is being made, of nodes that are: nobody is told.
+    static void appendNew(Node* parent, Node* child) {
+        NodeSlot::childrenOf(parent).link(child, nullptr);
+        NodeLinks::stand(child, parent, Standing::CHILD);
+    }
     // As appendChildNoCheck, but in front of `ref`; null when that isn't a child, the child being
     // detached by then.
     static Node* insertBeforeNoCheck(Node* parent, Node* child, Node* ref);
@@ -78,18 +94,11 @@ struct Tree {
     // has to be alive.
     static DocumentImpl* treeDocumentOfLiving(const Node* node);
 
-    // For a node that has the list inside itself and is going.
-    static void dropChildList(Node* node) { node->children = nullptr; }
-
-    // Whether the node's document is to be told when the node goes.
-    static void setHasResults(Node* node, bool value) { node->hasResults = value; }
-
-    // Destroys a node, with all that it owns; null is ignored.
+    // Destroys a node, with all that it owns, however deep that goes; null is ignored. Nobody owns
+    // a document: one that stands in it is let go.
     static void destroy(Node* node);
-    // The node has been made in a piece of NodeMemory, which it goes back to.
-    static void setInChunk(Node* node) { node->isInChunk = true; }
-    // Puts nodes without a place under a parent, behind its children.
-    static void appendAll(Node* parent, Node* const* nodes, std::size_t count);
+    // The same for what it owns.
+    static void destroyContent(Node* node);
 
     // Gives a node without a place, which nobody would free otherwise, to the document whose tree
     // it stood in; where that is null, to its own. A document stays its maker's.
@@ -101,13 +110,27 @@ struct Tree {
 private:
     struct FragmentContent;
 
-    static void makeChildList(Node* parent);
+    static Node* holderOf(const Node* node) { return NodeLinks::holderOf(node); }
+    static bool isChild(const Node* node) {
+        return NodeLinks::standingOf(node) == Standing::CHILD;
+    }
+    static bool isListed(const Node* node) {
+        const Standing standing = NodeLinks::standingOf(node);
+        return standing == Standing::CHILD || standing == Standing::LISTED;
+    }
+    static bool isListedIn(const Node* parent, const Node* node) {
+        return node != nullptr && listOwnerOf(node) == parent;
+    }
+
+    static void put(Node* parent, Node* node, Node* ref, Standing standing);
     static FragmentContent contentOf(Node* fragment);
     static void emptyFragment(const FragmentContent& content, Node* fragment);
     static void takeFragment(Node* parent, Node* fragment);
     static Node* insertFragment(Node* parent, Node* fragment, Node* ref);
     static const Node* ownerOf(const Node* node);
-    static void clearParent(Node* node) { node->isChild = false; }
+    static Node* standsWith(const Node* node);
+    static void loseParent(Node* node);
+    static void takeOut(Node* node);
 };
 
 struct NodeDestroyer {
@@ -125,6 +148,13 @@ NodeType* append_owned(Node* parent, OwnedNode<NodeType> child) {
     return child.release();
 }
 
+// Gives a node that was just made to a parent that is being made, as appendNew does.
+template <typename NodeType>
+NodeType* append_new(Node* parent, OwnedNode<NodeType> child) {
+    Tree::appendNew(parent, child.get());
+    return child.release();
+}
+
 // Holds the lock of the node's document, if it has one. None for null.
 class DocumentGuard {
 public:
@@ -134,7 +164,7 @@ public:
     ~DocumentGuard();
 
 private:
-    Lock* lock;
+    TreeLock* lock;
 };
 
 }  // namespace qvox

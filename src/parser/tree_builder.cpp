@@ -29,83 +29,120 @@ void add_pseudo_attribute(Xstring& data, const char* name, const Unit* value) {
     data += "\"";
 }
 
+template <typename NodeType>
+OwnedNode<NodeType> owned(NodeType* node) {
+    return OwnedNode<NodeType>(node);
+}
+
+// Puts a new node at the end of what a document type or declaration has.
+void append_collected(NodeCollection& collection, Node* node) {
+    collection.link(node, nullptr);
+    NodeLinks::stand(node, &collection, Standing::COLLECTED);
+}
+
+// The memory has been counted as in use: destroying the attribute gives it back.
+void remove_new(ElementImpl& element, AttrImpl* attribute) {
+    element.attributeSlot().unlink(attribute);
+    NodeLinks::standNowhere(attribute);
+    Tree::destroy(attribute);
+}
+
 }  // namespace
 
 TreeBuilder::~TreeBuilder() {
-    for (Node* node : pendingNodes) Tree::destroy(node);
-    attributes.destroyNodes();
     entities.destroyNodes();
     notations.destroyNodes();
     drop_aids();
-    Tree::destroy(release());
+    Tree::destroy(currentDocument);
 }
 
 Document* TreeBuilder::release() { return std::exchange(currentDocument, nullptr); }
 
-void TreeBuilder::add(Node* node) {
-    OwnedNode<Node> owned(node);
-    pendingNodes.push_back(nullptr);
-    pendingNodes.back() = owned.release();
+// At the end of the innermost open node.
+template <typename NodeType>
+NodeType* TreeBuilder::add(OwnedNode<NodeType> node) {
+    return append_new(top, std::move(node));
 }
 
-void TreeBuilder::open(Node* node) {
-    add(node);
-    nodeStack.push_back({node, pendingNodes.size()});
+template <typename NodeType>
+void TreeBuilder::open(OwnedNode<NodeType> node) {
+    top = add(std::move(node));
 }
 
-// Now that the number of the children is known.
-void TreeBuilder::close() {
-    const OpenNode ended = nodeStack.back();
-    nodeStack.pop_back();
-    Tree::appendAll(ended.node, pendingNodes.data() + ended.firstChild,
-                    pendingNodes.size() - ended.firstChild);
-    pendingNodes.resize(ended.firstChild);
-}
+void TreeBuilder::close() { top = Tree::parentOf(top); }
 
 DocumentTypeImpl& TreeBuilder::open_document_type() const {
-    return *static_cast<DocumentTypeImpl*>(top());
+    return *static_cast<DocumentTypeImpl*>(top);
 }
 
 // What building alone needs memory for.
 void TreeBuilder::drop_aids() {
-    std::vector<Node*>().swap(pendingNodes);
-    std::vector<OpenNode>().swap(nodeStack);
     maker.reset();
+    names.clear();
+    uses.clear();
 }
 
 void TreeBuilder::add_declaration(DeclNode* declaration) {
-    open_document_type().getDeclarations().append(declaration, NodeCollection::NO_PARENT);
+    append_collected(open_document_type().getDeclarations(), declaration);
 }
 
-AttrImpl* TreeBuilder::new_attribute(const AttributeRecord& record, ElementImpl* element) {
-    AttrImpl::Init init;
-    init.namespaceURI = units_of(record.uri);
-    init.qualifiedName = record.qName->units();
-    init.value = record.value;
-    init.specified = record.specified;
-    init.attributeType = record.decl != nullptr ? record.decl->type->units() : nullptr;
-    init.defaultValue = record.decl != nullptr ? record.decl->normalized : nullptr;
-    init.ownerElement = element;
-    return maker->attribute(init);
+NameInTree& TreeBuilder::inTree(const Name& name) {
+    if (name.inTree == nullptr) name.inTree = &names.emplace_back();
+    return *name.inTree;
+}
+
+const NodeName* TreeBuilder::nodeName(const NameUse& use) {
+    const NodeName*& known = uses[use];
+    if (known != nullptr) return known;
+    const auto [name, uri, declaration] = use;
+    const bool isDeclared = declaration != nullptr;
+    known = currentDocument->getNames().nodeName(
+        units_of(uri), units_of(name), isDeclared ? declaration->type->units() : nullptr,
+        isDeclared ? declaration->normalized : nullptr);
+    return known;
+}
+
+const NodeName* TreeBuilder::elementName(const TagRecord& tag) {
+    NameInTree::Use& last = inTree(*tag.qName).ofElement;
+    if (last.name == nullptr || last.uri != tag.uri) {
+        last = {tag.uri, nullptr, nodeName({tag.qName, tag.uri, nullptr})};
+    }
+    return last.name;
+}
+
+const NodeName* TreeBuilder::attributeName(const AttributeRecord& record) {
+    NameInTree::Use& last = inTree(*record.qName).ofAttribute;
+    if (last.name == nullptr || last.uri != record.uri || last.declaration != record.decl) {
+        last = {record.uri, record.decl, nodeName({record.qName, record.uri, record.decl})};
+    }
+    return last.name;
 }
 
 // A later attribute of the same name takes the place of an earlier one, at the end.
-void TreeBuilder::add_attributes(ElementImpl* element, const TagRecord& tag) {
+void TreeBuilder::add_attributes(ElementImpl& element, const TagRecord& tag) {
+    ++tagCount;
     for (const AttributeRecord& record : tag.attributes) {
-        attributes.put(record.qName->units(), new_attribute(record, element));
+        const NodeName* const name = attributeName(record);
+        AttrImpl* const attribute =
+            maker->attribute(name, lent_text(record.value), record.specified);
+        NameInTree& known = inTree(*record.qName);
+        if (known.tag == tagCount) remove_new(element, known.attribute);
+        known.tag = tagCount;
+        known.attribute = attribute;
+        element.addNew(attribute);
     }
-    attributes.moveTo(element->ownAttributeMap());
 }
 
 void TreeBuilder::ev_start_document() {
-    auto* document = new DocumentImpl(&defaultImplementation);
-    currentDocument = document;
-    nodeStack.push_back({document, 0});
-    maker = std::make_unique<NodeMaker>(*document);
+    currentDocument = new DocumentImpl(&defaultImplementation);
+    top = currentDocument;
+    memory = &currentDocument->makeMemory(currentDocument);
+    maker = std::make_unique<NodeMaker>(*memory);
 }
 
 void TreeBuilder::ev_end_document() {
-    close();
+    top = nullptr;
+    memory->finish();
     drop_aids();
 }
 
@@ -114,34 +151,39 @@ void TreeBuilder::ev_xml_decl(const Unit* version, const Unit* encoding, const U
     add_pseudo_attribute(data, "version", version);
     add_pseudo_attribute(data, " encoding", encoding);
     add_pseudo_attribute(data, " standalone", standalone);
-    add(new ProcessingInstructionImpl(XML_TARGET, data.data(), currentDocument));
+    const LentText text = {data.isNull() ? nullptr : data.data(), data.length()};
+    add(owned(maker->instruction(lent_text(XML_TARGET), text)));
 }
 
 void TreeBuilder::ev_start_element(const TagRecord& tag) {
-    OwnedNode<ElementImpl> element(
-        maker->element(units_of(tag.uri), tag.qName->units(), tag.attributes.size()));
-    if (!tag.attributes.empty()) add_attributes(element.get(), tag);
-    open(element.release());
+    ElementImpl* const element = add(owned(maker->element(elementName(tag))));
+    top = element;
+    if (!tag.attributes.empty()) add_attributes(*element, tag);
 }
 
 void TreeBuilder::ev_end_element(const TagRecord& /*tag*/) { close(); }
 
-void TreeBuilder::ev_characters(const Unit* text, std::size_t /*length*/) {
-    add(isInCdata ? new CDATASectionImpl(text, currentDocument) : maker->text(text));
+void TreeBuilder::ev_characters(const Unit* text, std::size_t length) {
+    const LentText data = lent_text(text, length);
+    if (isInCdata) {
+        add(owned(maker->cdataSection(data)));
+    } else {
+        add(owned(maker->text(data)));
+    }
 }
 
 void TreeBuilder::ev_pi(const Unit* target, const Unit* data) {
-    add(new ProcessingInstructionImpl(target, data, currentDocument));
+    add(owned(maker->instruction(lent_text(target), lent_text(data))));
 }
 
-void TreeBuilder::ev_comment(const Unit* text) { add(new CommentImpl(text, currentDocument)); }
+void TreeBuilder::ev_comment(const Unit* text) { add(owned(maker->comment(lent_text(text)))); }
 
 void TreeBuilder::ev_start_cdata() { isInCdata = true; }
 
 void TreeBuilder::ev_end_cdata() { isInCdata = false; }
 
 void TreeBuilder::ev_start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) {
-    open(new DocumentTypeImpl(name, publicId, systemId, &defaultImplementation));
+    open(owned(new DocumentTypeImpl(name, publicId, systemId, &defaultImplementation)));
 }
 
 void TreeBuilder::ev_end_dtd() {
@@ -157,10 +199,9 @@ void TreeBuilder::ev_element_decl(const Unit* name, const Unit* model) {
 void TreeBuilder::ev_attlist_decl(const Name& name, const ElementRecord& element) {
     OwnedNode<AttlistDecl> declaration(new AttlistDecl(name.units()));
     for (const AttDefRecord* definition : element.attDefs) {
-        declaration->getAttDefs().append(
-            new AttDef(definition->name->units(), definition->type->units(), definition->mode,
-                       definition->value),
-            NodeCollection::NO_PARENT);
+        append_collected(declaration->getAttDefs(),
+                         new AttDef(definition->name->units(), definition->type->units(),
+                                    definition->mode, definition->value));
     }
     add_declaration(declaration.release());
 }

@@ -1,20 +1,39 @@
 // The building of a tree from the events of a DOM parse.
 #pragma once
 
+#include <cstddef>
+#include <deque>
+#include <map>
 #include <memory>
-#include <vector>
+#include <tuple>
 
 #include <qvox/dom.h>
 
-#include "dom/attr.h"
 #include "dom/declarations.h"
+#include "dom/document.h"
 #include "dom/document_type.h"
 #include "dom/element.h"
 #include "dom/named_nodes.h"
 #include "dom/node_maker.h"
+#include "dom/tree.h"
 #include "scanner/events.h"
 
 namespace qvox {
+
+// A name of the document, as the tree has it.
+struct NameInTree {
+    // The name of nodes that it was used for last, and in what way.
+    struct Use {
+        const Name* uri = nullptr;
+        const AttDefRecord* declaration = nullptr;
+        const NodeName* name = nullptr;  // null as long as there was none
+    };
+    Use ofElement;
+    Use ofAttribute;
+    // The tag that last had an attribute of this name, and that attribute.
+    std::size_t tag = 0;
+    AttrImpl* attribute = nullptr;
+};
 
 class TreeBuilder final : public Events {
 public:
@@ -55,28 +74,32 @@ public:
     void ev_notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) override;
 
 private:
-    // A node whose end hasn't been read.
-    struct OpenNode {
-        Node* node;
-        std::size_t firstChild;  // where its children begin in pendingNodes
-    };
+    // A name with what it stands for where it is used: a namespace, and the declaration of an
+    // attribute. Each may be null.
+    using NameUse = std::tuple<const Name*, const Name*, const AttDefRecord*>;
 
-    Node* top() const { return nodeStack.back().node; }
     DocumentTypeImpl& open_document_type() const;
-    void add(Node* node);
-    void open(Node* node);
+    template <typename NodeType>
+    NodeType* add(OwnedNode<NodeType> node);
+    template <typename NodeType>
+    void open(OwnedNode<NodeType> node);
     void close();
+    NameInTree& inTree(const Name& name);
+    const NodeName* elementName(const TagRecord& tag);
+    const NodeName* attributeName(const AttributeRecord& record);
+    const NodeName* nodeName(const NameUse& use);
     void add_declaration(DeclNode* declaration);
-    void add_attributes(ElementImpl* element, const TagRecord& tag);
-    AttrImpl* new_attribute(const AttributeRecord& record, ElementImpl* element);
+    void add_attributes(ElementImpl& element, const TagRecord& tag);
     void drop_aids();
 
-    Document* currentDocument = nullptr;  // the tree under construction
-    std::vector<OpenNode> nodeStack;      // the open nodes, the innermost at the end
-    std::vector<Node*> pendingNodes;      // their children, which they get when they end
-    std::unique_ptr<NodeMaker> maker;     // for the document under construction
-    NamedNodes attributes;                // those of the element that begins
-    NamedNodes entities;                  // those of the document type, which gets them at its end
+    DocumentImpl* currentDocument = nullptr;  // the tree under construction
+    Node* top = nullptr;                      // the innermost node whose end hasn't been read
+    NodeMemory* memory = nullptr;             // of the document under construction
+    std::unique_ptr<NodeMaker> maker;         // for that
+    std::deque<NameInTree> names;             // what is known of those that have been met
+    std::map<NameUse, const NodeName*> uses;  // of names in more than one way
+    std::size_t tagCount = 0;
+    NamedNodes entities;  // those of the document type, which gets them at its end
     NamedNodes notations;
     bool isInCdata = false;
 };

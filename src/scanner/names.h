@@ -17,6 +17,7 @@ namespace qvox {
 
 struct ElementRecord;
 struct EntityRecord;
+struct NameInTree;
 struct PrefixMapping;
 
 struct Name {
@@ -34,6 +35,7 @@ struct Name {
     EntityRecord* entity = nullptr;    // that of the entity of this name
     PrefixMapping* mapping = nullptr;  // the innermost declaration of this prefix
     Name* follower = nullptr;  // which came behind this one in tags, the last time
+    mutable NameInTree* inTree = nullptr;  // what a tree builder knows of it
     std::uint32_t hash;
     Name* next;  // in its bucket
 };

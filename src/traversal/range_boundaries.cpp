@@ -65,17 +65,16 @@ bool counts_units(const Node* node) {
 
 int max_offset(const Node* node) {
     if (counts_units(node)) return node->getNodeValue().length();
-    const NodeListImpl* children = Tree::childrenOf(node);
-    return children != nullptr ? children->getLength() : 0;
+    return Tree::childListOf(node).getLength();
 }
 
 Node* child_behind(const BoundaryPoint& point) {
-    const NodeListImpl* children = Tree::childrenOf(point.container);
-    return children != nullptr ? children->item(point.offset) : nullptr;
+    if (point.offset == 0) return Tree::firstChildOf(point.container);
+    return Tree::childListOf(point.container).item(point.offset);
 }
 
 int child_index(const Node* parent, const Node* child) {
-    return static_cast<int>(Tree::childrenOf(parent)->indexOf(child));
+    return static_cast<int>(Tree::childIndexOf(parent, child));
 }
 
 Node* root_of(Node* node) {

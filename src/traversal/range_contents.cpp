@@ -52,26 +52,11 @@ std::vector<Node*> nodes_ending_between(TagPlace tag, const TagPlace& stop) {
     return nodes;
 }
 
-// Takes children out of their parent at once, since each removal by itself moves children that
-// stay; but a single one from the nearer end.
-void detach_siblings(Node* parent, const std::vector<Node*>& siblings) {
-    if (siblings.size() == 1) {
-        Tree::removeChildNoCheck(parent, siblings.front());
-    } else {
-        Tree::childrenOf(parent)->removeAll(siblings);
-    }
-}
-
-// Removes nodes, which are in document order, so that siblings follow each other. They are for the
-// document to free.
+// Removes nodes, which are for the document to free then.
 void remove_nodes(const std::vector<Node*>& nodes, DocumentImpl* document) {
-    for (auto from = nodes.begin(); from != nodes.end();) {
-        Node* parent = Tree::listOwnerOf(*from);
-        const auto to = std::find_if(
-            from, nodes.end(), [parent](Node* node) { return Tree::listOwnerOf(node) != parent; });
-        detach_siblings(parent, {from, to});
-        std::for_each(from, to, [document](Node* node) { Tree::abandon(node, document); });
-        from = to;
+    for (Node* node : nodes) {
+        Tree::release(node);
+        Tree::abandon(node, document);
     }
 }
 

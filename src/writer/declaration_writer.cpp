@@ -32,10 +32,10 @@ void write_document_type(DocumentTypeImpl& documentType, OutputSink& sink,
     write_external_id(documentType.getPublicId(), documentType.getSystemId(), sink);
     sink.markup(" [");
     indentation.open();
-    const NodeListImpl& declarations = documentType.getDeclarations();
-    for (std::size_t i = 0; i < declarations.size(); ++i) {
+    for (const Node* node = documentType.getDeclarations().front(); node != nullptr;
+         node = NodeLinks::next(node)) {
         indentation.breakLine();
-        sink.text(declaration_text(*static_cast<const DeclNode*>(declarations.at(i))));
+        sink.text(declaration_text(static_cast<const DeclNode&>(*node)));
         sink.markup(">");
     }
     indentation.endLine();

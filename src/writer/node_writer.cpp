@@ -65,17 +65,15 @@ Node* NodeWriter::startTag(ElementImpl& element) {
     indentation.breakLine();
     sink.markup("<");
     sink.text(element.getTagName());
-    return restOfTag(element, 0);
+    return restOfTag(element, element.firstAttribute());
 }
 
-// Writes the attributes from `next` on and ends the tag. Returns the first child. A caller can have
+// Writes the attributes from `item` on and ends the tag. Returns the first child. A caller can have
 // put other nodes among the attributes: such a one is returned, to be written first.
-Node* NodeWriter::restOfTag(ElementImpl& element, std::size_t next) {
-    const NamedNodeMapImpl& items = element.attributeMap();
-    while (next < items.size()) {
-        Node* const item = items.at(next++);
+Node* NodeWriter::restOfTag(ElementImpl& element, Node* item) {
+    for (; item != nullptr; item = NodeLinks::next(item)) {
         if (item->getNodeType() != Node::ATTRIBUTE_NODE) {
-            openTags.push_back({&element, next});
+            openTags.push_back({&element, NodeLinks::next(item)});
             return item;
         }
         attribute(*static_cast<const Attr*>(item));

@@ -28,14 +28,14 @@ private:
     // A start tag in which an item is being written that is no attribute.
     struct OpenTag {
         ElementImpl* element;
-        std::size_t next;  // in the attribute map
+        Node* next;  // among the attributes
     };
 
     Node* open(Node& node);
     Node* close(Node*& node);
 
     Node* startTag(ElementImpl& element);
-    Node* restOfTag(ElementImpl& element, std::size_t next);
+    Node* restOfTag(ElementImpl& element, Node* item);
     void endTag(const Node& element);
     void attribute(const Attr& attr);
     void textNode(const CharacterData& text);
