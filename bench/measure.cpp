@@ -1,7 +1,7 @@
 #include "measure.h"
 
 #include <algorithm>
-#include <time.h>
+#include <ctime>
 
 namespace bench {
 namespace {
