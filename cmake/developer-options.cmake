@@ -1,7 +1,7 @@
 # Options for those who work on qvox itself. The presets set them; users can leave them alone.
 
 option(QVOX_BUILD_TESTS "Build the tests (needs GoogleTest)" OFF)
-option(QVOX_BUILD_BENCH "Build the benchmarks (needs Google Benchmark)" OFF)
+option(QVOX_BUILD_BENCH "Build the benchmarks" OFF)
 option(QVOX_BUILD_FUZZ "Build the fuzzers (needs clang)" OFF)
 option(QVOX_PACKAGE "Generate the target package: Debian packages" OFF)
 option(QVOX_REQUIRE_ALL "Fail, rather than leave a part out, where a package is missing" OFF)

@@ -124,7 +124,7 @@ void TreeBuilder::add_attributes(ElementImpl& element, const TagRecord& tag) {
     for (const AttributeRecord& record : tag.attributes) {
         const NodeName* const name = attributeName(record);
         AttrImpl* const attribute =
-            maker->attribute(name, lent_text(record.value), record.specified);
+            maker->attribute(name, lent_text(record.value, record.length), record.specified);
         NameInTree& known = inTree(*record.qName);
         if (known.tag == tagCount) remove_new(element, known.attribute);
         known.tag = tagCount;
