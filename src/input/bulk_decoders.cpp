@@ -84,16 +84,16 @@ void decode_stretch(Stretch& s, TakeWide take_wide) {
 
 // Sequences of three bytes.
 bool take_utf8(Stretch& s) {
-    constexpr unsigned MARKS = 0xF0C0C0;  // the bits that say what a byte is
-    constexpr unsigned LEAD_AND_CONTINUATIONS = 0xE08080;
+    constexpr unsigned MARKS = 0xC0C0F0;  // the bits that say what a byte is, the first one's lowest
+    constexpr unsigned LEAD_AND_CONTINUATIONS = 0x8080E0;
     constexpr unsigned FIRST_WIDE = 0x80;
     constexpr unsigned FIRST_SURROGATE = 0xD800;
     const unsigned char* from = s.from;
     Unit* to = s.to;
     for (std::ptrdiff_t left = std::min((s.fromEnd - from) / 3, s.toEnd - to); left > 0; --left) {
-        const unsigned bytes = static_cast<unsigned>(from[0] << 16 | from[1] << 8 | from[2]);
+        const unsigned bytes = static_cast<unsigned>(from[0] | from[1] << 8 | from[2] << 16);
         if ((bytes & MARKS) != LEAD_AND_CONTINUATIONS) break;
-        const unsigned unit = (bytes >> 4 & 0xF000) | (bytes >> 2 & 0x0FC0) | (bytes & 0x3F);
+        const unsigned unit = (bytes << 12 & 0xF000) | (bytes >> 2 & 0x0FC0) | (bytes >> 16 & 0x3F);
         if (unit - FIRST_WIDE >= FIRST_SURROGATE - FIRST_WIDE && !is_xml_char(unit)) break;
         if (unit < FIRST_WIDE) break;
         *to++ = static_cast<Unit>(unit);

@@ -80,14 +80,16 @@ ContentHandler* SaxDelivery::mapping_handler(const TagRecord& tag) const {
     return reader.getContentHandler();
 }
 
-void SaxDelivery::ev_characters(const Unit* text, std::size_t length) {
+void SaxDelivery::ev_characters(const Unit* text, std::size_t length, bool mayHaveReturns) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler == nullptr) return;
     const LentText lent = lent_text(text, length);
     if (length > LONGEST_ORDINARY_TEXT) {
         handler->characters(Xstring(text, lent.length));
-    } else {
+    } else if (mayHaveReturns) {
         handler->characters(event_text(lent));
+    } else {
+        handler->characters(lent.string());
     }
 }
 

@@ -163,7 +163,8 @@ void TreeBuilder::ev_start_element(const TagRecord& tag) {
 
 void TreeBuilder::ev_end_element(const TagRecord& /*tag*/) { close(); }
 
-void TreeBuilder::ev_characters(const Unit* text, std::size_t length) {
+void TreeBuilder::ev_characters(const Unit* text, std::size_t length,
+                                bool /*mayHaveReturns*/) {
     const LentText data = lent_text(text, length);
     if (isInCdata) {
         add(owned(maker->cdataSection(data)));

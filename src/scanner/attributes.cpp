@@ -43,7 +43,7 @@ void TagAttributes::normalize(TagRecord& tag, Heap& values) {
 }
 
 void TagAttributes::resolve(TagRecord& tag) const {
-    std::size_t kept = 0;
+    AttributeRecord* kept = tag.attributes.begin();
     for (AttributeRecord& attribute : tag.attributes) {
         if (attribute.isNamespaceDecl) {
             if (!options.prefixes) continue;
@@ -52,9 +52,10 @@ void TagAttributes::resolve(TagRecord& tag) const {
             attribute.localName = names.split(*attribute.qName).localPart;
             attribute.uri = namespaces.attribute_uri(*attribute.qName);
         }
-        tag.attributes.begin()[kept++] = attribute;
+        if (kept != &attribute) *kept = attribute;
+        ++kept;
     }
-    tag.attributes.shrink(kept);
+    tag.attributes.shrink(static_cast<std::size_t>(kept - tag.attributes.begin()));
 }
 
 }  // namespace qvox

@@ -139,7 +139,7 @@ Content::Outcome Content::read_cdata(Unit* piece) {
     events.ev_start_cdata();
     take(text + 1, close + 1);
     close[-2] = 0;
-    events.ev_characters(text, static_cast<std::size_t>(close - 2 - text));
+    events.ev_characters(text, static_cast<std::size_t>(close - 2 - text), input.reading_memory());
     events.ev_end_cdata();
     return TAKEN;
 }

@@ -74,7 +74,7 @@ private:
 
     Outcome read_text(Unit* piece);
     Outcome read_text_with_references(Unit* piece, Unit* reference);
-    Outcome tell_text(Unit* close, const Unit* text, std::size_t length);
+    Outcome tell_text(Unit* close, const Unit* text, std::size_t length, bool mayHaveReturns);
 
     void begin_references();
     Unit* read_reference(Unit* reference, const Unit* token, Unit quote, Unit** failed);

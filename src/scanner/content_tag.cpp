@@ -17,17 +17,6 @@ Unit* behind_space(Unit* place) {
     return place;
 }
 
-// Whether the units are that name, whole.
-bool begins_with(const Unit* place, const Unit* end, const Name& name) {
-    const auto length = static_cast<std::size_t>(name.text.length());
-    if (static_cast<std::size_t>(end - place) < length) return false;
-    const Unit* const units = name.units();
-    for (std::size_t i = 0; i < length; ++i) {
-        if (place[i] != units[i]) return false;
-    }
-    return !is_name_char(place[length]);
-}
-
 // The first unit of a value that ends it, or that it can't simply be lent with: its quote, '&', and
 // controls, among them the zeros behind the window.
 Unit* plain_value_end(Unit* place, Unit quote) {
@@ -60,7 +49,8 @@ Content::Outcome Content::read_start_tag(Unit* piece) {
 // their names, so the one that is likely here is looked for first.
 Name& Content::name_at(Unit* place, Unit** behind) {
     Name* name = lastName->follower;
-    if (name == nullptr || !begins_with(place, input.windowEnd(), *name)) {
+    if (name == nullptr || !name->is_at(place, input.windowEnd()) ||
+        is_name_char(place[name->text.length()])) {
         *behind = behind_name(place);
         name = &names.keep(place, static_cast<std::size_t>(*behind - place));
         lastName->follower = name;
@@ -127,7 +117,7 @@ Unit* Content::read_changed_value(Name& name, Unit* value, Unit quote, Unit** fa
 }
 
 Content::Outcome Content::open_tag(Name& name, Unit* close) {
-    tell_references(nullptr);
+    if (!references.empty()) tell_references(nullptr);
     const bool isEmpty = *close == '/';
     elements.end_values();
     take(close + 1, isEmpty ? close + 2 : close + 1);

@@ -28,7 +28,8 @@ Content::Outcome Content::read_text(Unit* piece) {
         if (*place == '&') return read_text_with_references(piece, place);
         if (*place == '<') {
             input.set_token(piece + 1);
-            return tell_text(place, piece, static_cast<std::size_t>(place - piece));
+            return tell_text(place, piece, static_cast<std::size_t>(place - piece),
+                             input.reading_memory());
         }
         if (place - piece >= 2 && place[-1] == ']' && place[-2] == ']') return UNUSUAL;
     }
@@ -52,14 +53,15 @@ Content::Outcome Content::read_text_with_references(Unit* piece, Unit* reference
     if (gathered.length() == 0 || has_section_end(text, text + gathered.length())) return UNUSUAL;
     input.set_token(piece + 1);
     tell_references(piece + 1);
-    return tell_text(place, text, gathered.length());
+    return tell_text(place, text, gathered.length(), true);
 }
 
 // The text of a piece that ends in front of the '<' at `close`.
-Content::Outcome Content::tell_text(Unit* close, const Unit* text, std::size_t length) {
+Content::Outcome Content::tell_text(Unit* close, const Unit* text, std::size_t length,
+                                    bool mayHaveReturns) {
     input.take_up_to(close + 1);
     *close = 0;
-    events.ev_characters(text, length);
+    events.ev_characters(text, length, mayHaveReturns);
     *close = '<';
     return TAKEN;
 }

@@ -43,7 +43,7 @@ void Elements::end_values() {
 
 void Elements::start_element(Name& qName) {
     process_start_tag(qName);
-    events.ev_start_prefix_mappings(*tagInHand);
+    if (!tagInHand->prefixMappings.empty()) events.ev_start_prefix_mappings(*tagInHand);
     events.ev_start_element(*tagInHand);
 }
 
@@ -65,7 +65,7 @@ void Elements::process_start_tag(Name& qName) {
 // The element has ended before its name is compared.
 void Elements::end_element(const Name& qName) {
     events.ev_end_element(*tagInHand);
-    events.ev_end_prefix_mappings(*tagInHand);
+    if (!tagInHand->prefixMappings.empty()) events.ev_end_prefix_mappings(*tagInHand);
     end_tag(qName);
 }
 

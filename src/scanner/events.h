@@ -18,7 +18,8 @@ public:
     virtual void ev_end_element(const TagRecord& tag) = 0;
     virtual void ev_start_prefix_mappings(const TagRecord& tag) = 0;
     virtual void ev_end_prefix_mappings(const TagRecord& tag) = 0;
-    virtual void ev_characters(const Unit* text, std::size_t length) = 0;
+    // `mayHaveReturns` is false for a text that is known to have no CR in it.
+    virtual void ev_characters(const Unit* text, std::size_t length, bool mayHaveReturns) = 0;
     virtual void ev_ignorable_whitespace(const Unit* text) = 0;
     virtual void ev_pi(const Unit* target, const Unit* data) = 0;
     virtual void ev_comment(const Unit* text) = 0;

@@ -174,7 +174,7 @@ PubidLiteral  : PUBID_LITERAL;
 /* Text, comments, processing instructions, CDATA sections. */
 
 CharData
-    : CHARDATA { grammar.events.ev_characters($1, qvox::wide_length($1)); }
+    : CHARDATA { grammar.events.ev_characters($1, qvox::wide_length($1), true); }
     ;
 
 Comment
@@ -197,7 +197,7 @@ CDStart
     ;
 
 CData
-    : CDATA_TEXT { grammar.events.ev_characters($1, qvox::wide_length($1)); }
+    : CDATA_TEXT { grammar.events.ev_characters($1, qvox::wide_length($1), true); }
     ;
 
 CDEnd

@@ -43,19 +43,17 @@ Name& Names::keep_in_place(const Unit* text, std::size_t length) {
     return known != nullptr ? *known : enter(text, length, hash);
 }
 
-Name& Names::split(Name& name) {
-    if (name.localPart != nullptr) return name;
+void Names::find_parts(Name& name) {
     const Unit* text = name.units();
     const Unit* colon = wide_find_unit(text, ':');
     if (colon == nullptr) {
         name.localPart = &name;
-        return name;
+        return;
     }
     const auto prefixLength = static_cast<std::size_t>(colon - text);
     if (prefixLength != 0) name.prefix = &keep(text, prefixLength);
     const auto length = static_cast<std::size_t>(name.text.length());
     name.localPart = &keep_in_place(colon + 1, length - prefixLength - 1);
-    return name;
 }
 
 std::uint32_t Names::hash_of(const Unit* text, std::size_t length) const {

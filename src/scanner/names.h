@@ -3,13 +3,16 @@
 // every tag; nothing is copied for that.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include <qvox/xstring.h>
 
 #include "runtime/heap.h"
+#include "text/lanes.h"
 #include "text/lent_text.h"
 #include "text/wide.h"
 
@@ -22,9 +25,26 @@ struct PrefixMapping;
 
 struct Name {
     Name(const LentText& keptText, std::uint32_t hashOfText, Name* nextInBucket)
-        : text(keptText.string()), hash(hashOfText), next(nextInBucket) {}
+        : text(keptText.string()), hash(hashOfText), next(nextInBucket) {
+        const std::size_t size = std::min(static_cast<std::size_t>(keptText.length), HEAD);
+        std::memcpy(head, keptText.units, size * sizeof(Unit));
+        headBits = lanes::lowest(size);
+    }
 
     const Unit* units() const { return text.data(); }
+
+    // Whether the units at a place begin with this name. Up to HEAD of them are looked at, and more
+    // only where the name is longer and `end` is far enough.
+    bool is_at(const Unit* place, const Unit* end) const {
+        const auto length = static_cast<std::size_t>(text.length());
+        const std::uint64_t differing =
+            ~lanes::bits(lanes::equal(lanes::load(place), lanes::load(head))) & headBits;
+        if (differing != 0) return false;
+        return length <= HEAD || (static_cast<std::size_t>(end - place) > length &&
+                                  std::memcmp(place, units(), length * sizeof(Unit)) == 0);
+    }
+
+    static constexpr std::size_t HEAD = lanes::UNITS;
 
     Xstring text;  // as events hand it out
     // The parts of a qualified name at its first colon, once Names::split has been asked. A name
@@ -38,6 +58,10 @@ struct Name {
     mutable NameInTree* inTree = nullptr;  // what a tree builder knows of it
     std::uint32_t hash;
     Name* next;  // in its bucket
+
+private:
+    Unit head[HEAD] = {};     // the first units
+    std::uint64_t headBits;   // of the lanes that they are in
 };
 
 // The units of a name; null for null.
@@ -65,12 +89,16 @@ public:
     }
 
     // Sets the parts of a qualified name. Returns it.
-    Name& split(Name& name);
+    Name& split(Name& name) {
+        if (name.localPart == nullptr) find_parts(name);
+        return name;
+    }
 
     // The name "xmlns".
     Name& xmlns() { return *xmlnsName; }
 
 private:
+    void find_parts(Name& name);
     std::uint32_t hash_of(const Unit* text, std::size_t length) const;
     Name* find(const Unit* text, std::size_t length, std::uint32_t hash) const;
     Name& enter(const Unit* keptText, std::size_t length, std::uint32_t hash);

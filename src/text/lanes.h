@@ -56,6 +56,7 @@ inline Units8 swapped(Units8 units) {
 }
 inline Units8 masked(Units8 units, Unit mask) { return _mm_and_si128(units, all(mask)); }
 inline Match equal(Units8 units, Unit unit) { return _mm_cmpeq_epi16(units, all(unit)); }
+inline Match equal(Units8 a, Units8 b) { return _mm_cmpeq_epi16(a, b); }
 inline Match up_to(Units8 units, Unit largest) {
     return _mm_cmpeq_epi16(_mm_subs_epu16(units, all(largest)), _mm_setzero_si128());
 }
@@ -117,6 +118,7 @@ inline Units8 swapped(Units8 units) {
 }
 inline Units8 masked(Units8 units, Unit mask) { return vandq_u16(units, vdupq_n_u16(mask)); }
 inline Match equal(Units8 units, Unit unit) { return vceqq_u16(units, vdupq_n_u16(unit)); }
+inline Match equal(Units8 a, Units8 b) { return vceqq_u16(a, b); }
 inline Match up_to(Units8 units, Unit largest) { return vcleq_u16(units, vdupq_n_u16(largest)); }
 inline Match from(Units8 units, Unit smallest) { return vcgeq_u16(units, vdupq_n_u16(smallest)); }
 inline Match either(Match a, Match b) { return vorrq_u16(a, b); }
@@ -192,6 +194,10 @@ inline Units8 masked(const Units8& units, Unit mask) {
 inline Match equal(const Units8& units, Unit unit) {
     return each(units, [unit](Unit u) { return lane_of(u == unit); });
 }
+inline Match equal(Units8 a, const Units8& b) {
+    for (std::size_t i = 0; i < UNITS; ++i) a.lane[i] = lane_of(a.lane[i] == b.lane[i]);
+    return a;
+}
 inline Match up_to(const Units8& units, Unit largest) {
     return each(units, [largest](Unit u) { return lane_of(u <= largest); });
 }
@@ -266,6 +272,12 @@ inline void widen(Unit* to, const Bytes16& bytes) {
 }
 
 #endif
+
+// The bits of so many lanes, the first ones.
+inline std::uint64_t lowest(std::size_t count) {
+    const std::size_t size = count * BITS_PER_LANE;
+    return size == 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << size) - 1;
+}
 
 inline std::size_t first_lane(std::uint64_t bitsOfMatch) {
     return lowest_bit(bitsOfMatch) / BITS_PER_LANE;
