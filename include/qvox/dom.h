@@ -169,8 +169,8 @@ private:
     unsigned isCounted : 1;   // whether the children have been
     unsigned hasResults : 1;  // whether the document has a search's result for this node
     // These change with the tree.
-    unsigned place : 24;      // in the memory that it may share with others
-    unsigned standing : 3;    // what the holder is
+    unsigned place : 24;       // in the memory that it may share with others
+    unsigned standing : 3;     // what the holder is
     unsigned isSpecified : 1;  // of an attribute
 };
 
@@ -179,8 +179,9 @@ class QVOX_API NodeList {
 public:
     /// How many there are.
     virtual int getLength() const = 0;
-    /// Null for an index that is out of range. In constant time once the list has been gone through,
-    /// and near either end or the item that was asked for last; else in time by the length.
+    /// Null for an index that is out of range. In constant time once the list has been gone
+    /// through, and near either end or the item that was asked for last; else in time by the
+    /// length.
     virtual Node* item(int index) const = 0;
 
 protected:

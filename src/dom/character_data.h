@@ -22,7 +22,8 @@ public:
 class CDATASectionImpl final : public CDATASection {
 public:
     CDATASectionImpl(const Unit* text, Document* document) : CDATASection(text, document) {}
-    CDATASectionImpl(const LentText& text, const NodeHome& home) noexcept : CDATASection(text, home) {}
+    CDATASectionImpl(const LentText& text, const NodeHome& home) noexcept
+        : CDATASection(text, home) {}
 
     int getNodeType() const override { return CDATA_SECTION_NODE; }
     Text* splitText(int offset) override;

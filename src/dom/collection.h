@@ -54,9 +54,7 @@ class NodeSlot {
 public:
     explicit NodeSlot(std::atomic<void*>& slot) : content(slot) {}
 
-    static NodeSlot childrenOf(const Node* node) {
-        return NodeSlot(NodeLinks::childrenOf(node));
-    }
+    static NodeSlot childrenOf(const Node* node) { return NodeSlot(NodeLinks::childrenOf(node)); }
 
     Node* front() const {
         const std::uintptr_t value = bits();
@@ -121,7 +119,8 @@ Collection& NodeSlot::collectionOf(Node* owner) const {
     auto made = std::make_unique<Made>(owner, front());
     NodeCollection* const base = &made->collection;
     void* expected = content.load(std::memory_order_relaxed);
-    void* const value = reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(base) + COLLECTION_BIT);
+    void* const value =
+        reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(base) + COLLECTION_BIT);
     if (NodeCollection* const known = collection()) return static_cast<Collection&>(*known);
     if (content.compare_exchange_strong(expected, value, std::memory_order_acq_rel)) {
         NodeLinks::blockOf(owner).keep(made.release());

@@ -89,8 +89,8 @@ Node* copy_document_type(const DocumentTypeImpl& source) {
 }
 
 Node* copy_element(const ElementImpl& source, Document* target) {
-    OwnedNode<ElementImpl> copy(new ElementImpl(
-        name_in(*static_cast<DocumentImpl*>(target), source.getNames()), target));
+    OwnedNode<ElementImpl> copy(
+        new ElementImpl(name_in(*static_cast<DocumentImpl*>(target), source.getNames()), target));
     CopiedAttributes copies(*copy);
     for (const Node* item = source.firstAttribute(); item != nullptr;
          item = NodeLinks::next(item)) {

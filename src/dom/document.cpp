@@ -49,8 +49,8 @@ DocumentImpl::~DocumentImpl() {
 }
 
 // As long as nothing of a tree was touched since it was made, all that is in its memory can go with
-// that, and only nodes apart, such as the document type, have to be looked for: they are children of
-// the document.
+// that, and only nodes apart, such as the document type, have to be looked for: they are children
+// of the document.
 void DocumentImpl::destroyTree() {
     if (memory == nullptr || memory->wasTouched() || NodeLinks::blockOf(this).wasTouched()) {
         return Tree::destroyContent(this);

@@ -8,8 +8,8 @@
 
 #include "dom/name_pool.h"
 #include "dom/node_keeper.h"
-#include "dom/node_memory.h"
 #include "dom/node_list.h"
+#include "dom/node_memory.h"
 #include "dom/tree_lock.h"
 
 namespace qvox {

@@ -25,8 +25,7 @@ Attr* as_attribute(Node* node) {
 }  // namespace
 
 ElementImpl::ElementImpl(const Unit* namespaceURI, const Unit* qualifiedName, Document* document)
-    : Element(document),
-      name(as_impl(document).getNames().nodeName(namespaceURI, qualifiedName)) {}
+    : Element(document), name(as_impl(document).getNames().nodeName(namespaceURI, qualifiedName)) {}
 
 NamedNodeMapImpl& ElementImpl::attributeMap() const {
     if (!attributeSlot().wasUsed()) return emptyNamedNodeMap;

@@ -3,9 +3,9 @@
 #include <qvox/dom.h>
 
 #include "dom/attr.h"
+#include "dom/name_pool.h"
 #include "dom/named_node_map.h"
 #include "dom/node_memory.h"
-#include "dom/name_pool.h"
 
 namespace qvox {
 

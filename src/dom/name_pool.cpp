@@ -35,8 +35,8 @@ const NodeName* NamePool::nodeName(const NodeName& name) {
 
 const NodeName* NamePool::nodeName(const Unit* uri, const Unit* qualifiedName,
                                    const Unit* attributeType, const Unit* defaultValue) {
-    return nodeName({internQualified(qualifiedName), intern(uri), intern(attributeType),
-                     intern(defaultValue)});
+    return nodeName(
+        {internQualified(qualifiedName), intern(uri), intern(attributeType), intern(defaultValue)});
 }
 
 const NodeName* NamePool::withPrefix(const NodeName& name, const Xstring& prefix) {

@@ -43,7 +43,9 @@ struct NodeLinks {
         node->holder.collection = holder;
         node->standing = static_cast<unsigned>(standing) & 7U;
     }
-    static void standNowhere(Node* node) { stand(node, static_cast<Node*>(nullptr), Standing::NOWHERE); }
+    static void standNowhere(Node* node) {
+        stand(node, static_cast<Node*>(nullptr), Standing::NOWHERE);
+    }
 
     static std::atomic<void*>& childrenOf(const Node* node) {
         return const_cast<Node*>(node)->children;

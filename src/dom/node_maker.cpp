@@ -16,8 +16,8 @@ std::size_t bytes_of(const LentText& text) {
 // A copy of the text at the given place behind a node.
 LentText text_behind(const void* node, std::size_t nodeSize, const LentText& text) {
     if (text.units == nullptr) return text;
-    auto* const units = reinterpret_cast<Unit*>(
-        static_cast<unsigned char*>(const_cast<void*>(node)) + nodeSize);
+    auto* const units =
+        reinterpret_cast<Unit*>(static_cast<unsigned char*>(const_cast<void*>(node)) + nodeSize);
     std::memcpy(units, text.units, static_cast<std::size_t>(text.length) * sizeof(Unit));
     units[text.length] = 0;
     return {units, text.length};

@@ -1,5 +1,5 @@
-// Makes the nodes that trees have most of, where parsing or copying makes many: each is one piece of
-// memory, its text with it.
+// Makes the nodes that trees have most of, where parsing or copying makes many: each is one piece
+// of memory, its text with it.
 #pragma once
 
 #include <cstddef>

@@ -22,8 +22,8 @@ bool may_hold_text(const Node* node) {
 bool is_text(const Node* node) { return node != nullptr && node->getNodeType() == Node::TEXT_NODE; }
 
 // A node whose text has gone to another is left to the document of the tree. Where that isn't known
-// it is looked for from the parent on: a tree without one, such as a document type's, may hold nodes
-// of several.
+// it is looked for from the parent on: a tree without one, such as a document type's, may hold
+// nodes of several.
 void merge_texts(const Node* parent, DocumentImpl* treeDocument) {
     if (!may_hold_text(parent)) return;
     Node* run = nullptr;

@@ -111,9 +111,7 @@ private:
     struct FragmentContent;
 
     static Node* holderOf(const Node* node) { return NodeLinks::holderOf(node); }
-    static bool isChild(const Node* node) {
-        return NodeLinks::standingOf(node) == Standing::CHILD;
-    }
+    static bool isChild(const Node* node) { return NodeLinks::standingOf(node) == Standing::CHILD; }
     static bool isListed(const Node* node) {
         const Standing standing = NodeLinks::standingOf(node);
         return standing == Standing::CHILD || standing == Standing::LISTED;

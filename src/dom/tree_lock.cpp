@@ -5,9 +5,8 @@ namespace qvox {
 // A thread that has waited can't know whether others still do, and leaves the mark.
 void TreeLock::wait() {
     std::unique_lock<std::mutex> guard(waiting);
-    becameFree.wait(guard, [this] {
-        return state.exchange(AWAITED, std::memory_order_acquire) == FREE;
-    });
+    becameFree.wait(guard,
+                    [this] { return state.exchange(AWAITED, std::memory_order_acquire) == FREE; });
 }
 
 // A waiting thread marks the lock and goes to sleep under the mutex: none can be in between.

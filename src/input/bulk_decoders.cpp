@@ -21,8 +21,8 @@ bool is_usual_control(int byte) { return byte == '\n' || byte == '\t'; }
 void take_ascii(Stretch& s) {
     const unsigned char* from = s.from;
     Unit* to = s.to;
-    const unsigned char* const lastBlock = from + std::min(s.fromEnd - from, s.toEnd - to) -
-                                           static_cast<std::ptrdiff_t>(lanes::BYTES);
+    const unsigned char* const lastBlock =
+        from + std::min(s.fromEnd - from, s.toEnd - to) - static_cast<std::ptrdiff_t>(lanes::BYTES);
     for (; from <= lastBlock; from += lanes::BYTES, to += lanes::BYTES) {
         const lanes::Bytes16 bytes = lanes::load(from);
         lanes::widen(to, bytes);
@@ -84,7 +84,8 @@ void decode_stretch(Stretch& s, TakeWide take_wide) {
 
 // Sequences of three bytes.
 bool take_utf8(Stretch& s) {
-    constexpr unsigned MARKS = 0xC0C0F0;  // the bits that say what a byte is, the first one's lowest
+    constexpr unsigned MARKS =
+        0xC0C0F0;  // the bits that say what a byte is, the first one's lowest
     constexpr unsigned LEAD_AND_CONTINUATIONS = 0x8080E0;
     constexpr unsigned FIRST_WIDE = 0x80;
     constexpr unsigned FIRST_SURROGATE = 0xD800;
@@ -146,9 +147,8 @@ void decode_euc(Stretch& s) { decode_stretch(s, take_euc); }
 // ESC $ @ and ESC $ B enter kanji, only ESC ( J leaves.
 bool take_escape_sequence(Stretch& s) {
     if (s.fromEnd - s.from < 3) return false;
-    const bool isKnown = s.kanjiMode
-                             ? s.from[1] == '(' && s.from[2] == 'J'
-                             : s.from[1] == '$' && (s.from[2] == '@' || s.from[2] == 'B');
+    const bool isKnown = s.kanjiMode ? s.from[1] == '(' && s.from[2] == 'J'
+                                     : s.from[1] == '$' && (s.from[2] == '@' || s.from[2] == 'B');
     if (!isKnown) return false;
     s.kanjiMode = !s.kanjiMode;
     s.from += 3;
@@ -234,8 +234,7 @@ void decode_utf16(Stretch& s) {
 BulkDecoder select_bulk_decoder(EncodingId encoding, ByteOrder byteOrder) {
     switch (encoding) {
         case UTF8: return decode_utf8;
-        case UTF16:
-            return byteOrder == BYTES_BIG_ENDIAN ? decode_utf16<true> : decode_utf16<false>;
+        case UTF16: return byteOrder == BYTES_BIG_ENDIAN ? decode_utf16<true> : decode_utf16<false>;
         case SJIS: return decode_sjis;
         case EUC: return decode_euc;
         case JIS: return decode_jis;

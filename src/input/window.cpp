@@ -128,8 +128,8 @@ Stretch Window::redecoded(const Unit* place) const {
     const Step& step = *(behind - 1);
     const auto size = static_cast<std::size_t>(place - step.unit);
     std::vector<Unit> units(size + OVERRUN);
-    Stretch stretch = {file->at(step.position), file->readyEnd(), units.data(),
-                       units.data() + size, step.kanjiMode};
+    Stretch stretch = {file->at(step.position), file->readyEnd(), units.data(), units.data() + size,
+                       step.kanjiMode};
     reader.decode(stretch);
     return stretch;
 }

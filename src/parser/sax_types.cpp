@@ -4,7 +4,8 @@ namespace qvox {
 
 int AttributesImpl::getIndex(const Xstring& uri, const Xstring& localName) const {
     for (std::size_t i = 0; i < records.size(); ++i) {
-        if (*records[i].uri == uri && *records[i].localName == localName) return static_cast<int>(i);
+        if (*records[i].uri == uri && *records[i].localName == localName)
+            return static_cast<int>(i);
     }
     return -1;
 }

@@ -96,9 +96,9 @@ const NodeName* TreeBuilder::nodeName(const NameUse& use) {
     if (known != nullptr) return known;
     const auto [name, uri, declaration] = use;
     const bool isDeclared = declaration != nullptr;
-    known = currentDocument->getNames().nodeName(
-        units_of(uri), units_of(name), isDeclared ? declaration->type->units() : nullptr,
-        isDeclared ? declaration->normalized : nullptr);
+    known = currentDocument->getNames().nodeName(units_of(uri), units_of(name),
+                                                 isDeclared ? declaration->type->units() : nullptr,
+                                                 isDeclared ? declaration->normalized : nullptr);
     return known;
 }
 
@@ -163,8 +163,7 @@ void TreeBuilder::ev_start_element(const TagRecord& tag) {
 
 void TreeBuilder::ev_end_element(const TagRecord& /*tag*/) { close(); }
 
-void TreeBuilder::ev_characters(const Unit* text, std::size_t length,
-                                bool /*mayHaveReturns*/) {
+void TreeBuilder::ev_characters(const Unit* text, std::size_t length, bool /*mayHaveReturns*/) {
     const LentText data = lent_text(text, length);
     if (isInCdata) {
         add(owned(maker->cdataSection(data)));

@@ -22,9 +22,9 @@ Unit* behind_space(Unit* place) {
 Unit* plain_value_end(Unit* place, Unit quote) {
     for (;; place += lanes::UNITS) {
         const lanes::Units8 units = lanes::load(place);
-        const std::uint64_t found = lanes::bits(lanes::either(
-            lanes::either(lanes::equal(units, quote), lanes::equal(units, '&')),
-            lanes::up_to(units, 0x1F)));
+        const std::uint64_t found = lanes::bits(
+            lanes::either(lanes::either(lanes::equal(units, quote), lanes::equal(units, '&')),
+                          lanes::up_to(units, 0x1F)));
         if (found != 0) return place + lanes::first_lane(found);
     }
 }

@@ -39,7 +39,8 @@ public:
         add_attribute(qName, value, wide_length(value));
     }
     // The same for a value that is there until the next start tag begins, without white space but
-    // blanks. The unit behind it belongs to nobody once the tag is read: end_values() ends it there.
+    // blanks. The unit behind it belongs to nobody once the tag is read: end_values() ends it
+    // there.
     void lend_attribute(Name& qName, Unit* value, std::size_t length) {
         tagInHand->attributes.append(
             heap, {nullptr, nullptr, nullptr, &qName, value, length, true, false, true});

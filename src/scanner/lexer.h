@@ -39,9 +39,7 @@ public:
 
     // Whether the next token is one of an element's content; and an element that isn't read by
     // tokens begins or ends there.
-    bool is_in_content() const {
-        return pending.token == 0 && states.main_state() == LEX_CONTENT;
-    }
+    bool is_in_content() const { return pending.token == 0 && states.main_state() == LEX_CONTENT; }
     void enter_element() { states.push_frame(LEX_CONTENT); }
     void leave_element() { states.pop_frame(); }
 

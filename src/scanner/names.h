@@ -51,17 +51,17 @@ struct Name {
     // without colon is its own local part; an empty prefix counts as none, which is null.
     Name* prefix = nullptr;
     Name* localPart = nullptr;
-    ElementRecord* element = nullptr;  // the declaration of the element of this name
-    EntityRecord* entity = nullptr;    // that of the entity of this name
-    PrefixMapping* mapping = nullptr;  // the innermost declaration of this prefix
-    Name* follower = nullptr;  // which came behind this one in tags, the last time
+    ElementRecord* element = nullptr;      // the declaration of the element of this name
+    EntityRecord* entity = nullptr;        // that of the entity of this name
+    PrefixMapping* mapping = nullptr;      // the innermost declaration of this prefix
+    Name* follower = nullptr;              // which came behind this one in tags, the last time
     mutable NameInTree* inTree = nullptr;  // what a tree builder knows of it
     std::uint32_t hash;
     Name* next;  // in its bucket
 
 private:
-    Unit head[HEAD] = {};     // the first units
-    std::uint64_t headBits;   // of the lanes that they are in
+    Unit head[HEAD] = {};    // the first units
+    std::uint64_t headBits;  // of the lanes that they are in
 };
 
 // The units of a name; null for null.

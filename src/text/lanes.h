@@ -65,9 +65,7 @@ inline Match from(Units8 units, Unit smallest) {
 }
 inline Match either(Match a, Match b) { return _mm_or_si128(a, b); }
 inline Match except(Match a, Match b) { return _mm_andnot_si128(b, a); }
-inline std::uint64_t bits(Match match) {
-    return static_cast<unsigned>(_mm_movemask_epi8(match));
-}
+inline std::uint64_t bits(Match match) { return static_cast<unsigned>(_mm_movemask_epi8(match)); }
 inline constexpr unsigned BITS_PER_LANE = 2;
 
 // A sum for each lane of how often it matched, up to 65,535.
@@ -283,8 +281,8 @@ inline std::size_t first_lane(std::uint64_t bitsOfMatch) {
     return lowest_bit(bitsOfMatch) / BITS_PER_LANE;
 }
 
-// The first of the units that is one of the ASCII characters, or `end`. Looks at up to fifteen units
-// behind the end.
+// The first of the units that is one of the ASCII characters, or `end`. Looks at up to fifteen
+// units behind the end.
 template <char stop, char... otherStops>
 inline const Unit* find_any(const Unit* next, const Unit* end) {
     for (; next < end; next += BYTES) {
