@@ -92,7 +92,7 @@ bool take_utf8(Stretch& s) {
     const unsigned char* from = s.from;
     Unit* to = s.to;
     for (std::ptrdiff_t left = std::min((s.fromEnd - from) / 3, s.toEnd - to); left > 0; --left) {
-        const unsigned bytes = static_cast<unsigned>(from[0] | from[1] << 8 | from[2] << 16);
+        const auto bytes = static_cast<unsigned>(from[0] | from[1] << 8 | from[2] << 16);
         if ((bytes & MARKS) != LEAD_AND_CONTINUATIONS) break;
         const unsigned unit = (bytes << 12 & 0xF000) | (bytes >> 2 & 0x0FC0) | (bytes >> 16 & 0x3F);
         if (unit - FIRST_WIDE >= FIRST_SURROGATE - FIRST_WIDE && !is_xml_char(unit)) break;
