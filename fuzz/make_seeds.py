@@ -14,10 +14,10 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 SEPARATOR = b"\xff#\xff#"
 LARGEST = 4096
-LITERALS = re.compile(r'R"\((.*?)\)"|((?:"(?:[^"\\\n]|\\.)*"\s*)+)', re.DOTALL)
+LITERALS = re.compile(r'R"(~?)\((.*?)\)\1"|((?:"(?:[^"\\\n]|\\.)*"\s*)+)', re.DOTALL)
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 ESCAPE = re.compile(r"\\(x[0-9A-Fa-f]+|[0-7]{1,3}|.)", re.DOTALL)
-NAMED = {"n": "\n", "r": "\r", "t": "\t"}
+NAMED = {"n": "\n", "r": "\r", "t": "\t", "s": " "}
 
 
 def unescape(text):
@@ -37,13 +37,13 @@ def to_bytes(text):
 
 
 def documents_of(source):
-    """The documents in a test: whole literals, and in tables what stands in front of "=>"."""
-    for raw, quoted in LITERALS.findall(source.read_text(encoding="utf-8")):
-        text = raw or "".join(unescape(part) for part in LITERAL.findall(quoted))
-        cases = re.split(r"=>", text) if raw else [text]
-        for case in cases:
+    """The documents in a test: whole literals, and the columns of tables."""
+    for _, raw, quoted in LITERALS.findall(source.read_text(encoding="utf-8")):
+        rows = re.sub(r"\n +", " ", raw).split("\n") if raw else []
+        cases = [unescape(column.strip()) for row in rows for column in row.split("=>")]
+        for case in cases or ["".join(unescape(part) for part in LITERAL.findall(quoted))]:
             if "<" in case:
-                yield to_bytes(case.strip() if raw else case)
+                yield to_bytes(case)
 
 
 def documents():

@@ -1,67 +1,42 @@
 // Text, CDATA sections and comments.
-#include <gtest/gtest.h>
-
 #include "support/script.h"
 
 namespace qvox_test {
 namespace {
 
 TEST(CharacterData, Operations) {
-    const char* const index = "DOM 1 invalid index";
-    // Call, what it returns, and the data then.
-    const char* const cases[][3] = {{"appendData de", "", "'abcde'"},
-                                    {"appendData -", "", "'abc'"},
-                                    {"setData de", "", "'de'"},
-                                    {"setData -", "", "''"},
-                                    {"deleteData 0 1000", "", "''"},
-                                    {"deleteData 1 1", "", "'ac'"},
-                                    {"deleteData 1 max", "", "'a'"},
-                                    {"deleteData 3 1", "", "'abc'"},
-                                    {"deleteData 1 0", "", "'abc'"},
-                                    {"deleteData 4 0", index, "'abc'"},
-                                    {"deleteData 1 -1", index, "'abc'"},
-                                    {"deleteData -1 1", index, "'abc'"},
-                                    {"deleteData max max", index, "'abc'"},
-                                    {"insertData 3 d", "", "'abcd'"},
-                                    {"insertData 1 de", "", "'adebc'"},
-                                    {"insertData 1 -", "", "'abc'"},
-                                    {"insertData 4 d", index, "'abc'"},
-                                    {"insertData -1 d", index, "'abc'"},
-                                    {"replaceData 1 1 xyz", "", "'axyzc'"},
-                                    {"replaceData 1 0 x", "", "'axbc'"},
-                                    {"replaceData 3 max x", "", "'abcx'"},
-                                    {"replaceData 0 max -", "", "''"},
-                                    {"replaceData 4 0 x", index, "'abc'"},
-                                    {"replaceData 1 -1 x", index, "'abc'"},
-                                    {"replaceData -1 1 x", index, "'abc'"},
-                                    {"substringData 1 100", "'bc'", "'abc'"},
-                                    {"substringData 2 max", "'c'", "'abc'"},
-                                    {"substringData 3 1", "''", "'abc'"},
-                                    {"substringData 1 0", "''", "'abc'"},
-                                    {"substringData 4 0", index, "'abc'"},
-                                    {"substringData 0 -1", index, "'abc'"},
-                                    {"substringData -2 3", index, "'abc'"}};
-    for (const auto& [call, returned, data] : cases) {
+    // On 'abc': what a call gives and, where it changes the data, what they are then.
+    for (const Row& row : cells_of(R"(
+substringData 1 100 => 'bc'  substringData 2 max => 'c'  substringData 3 1 => ''
+substringData 1 0 => ''  substringData 4 0 => !  substringData 0 -1 => !  substringData -2 3 => !
+appendData de => > 'abcde'  appendData - =>  setData de => > 'de'  setData - => > ''
+insertData 3 d => > 'abcd'  insertData 1 de => > 'adebc'  insertData 1 - =>  insertData 4 d => !
+insertData -1 d => !
+deleteData 0 1000 => > ''  deleteData 1 1 => > 'ac'  deleteData 1 max => > 'a'  deleteData 3 1 =>
+deleteData 1 0 =>  deleteData 4 0 => !  deleteData 1 -1 => !  deleteData -1 1 => !
+deleteData max max => !
+replaceData 1 1 xyz => > 'axyzc'  replaceData 1 0 x => > 'axbc'  replaceData 3 max x => > 'abcx'
+replaceData 0 max - => > ''  replaceData 4 0 x => !  replaceData 1 -1 x => !  replaceData -1 1 x => !
+)")) {
+        const std::string outcome = row[1] == "!" ? "DOM 1 invalid index" : row[1];
+        const std::string data = outcome[0] == '>' ? outcome.substr(2) : "'abc'";
         for (const std::string form : {"", "=", "!"}) {
             Script script("a(" + form + "'abc')");
-            const std::string outcome = script.run(std::string("n: abc; n ") + call);
-            const bool changed = data != std::string("'abc'");
-            const std::string after = changed ? "> /(a(" + form + data + "))" : "";
-            EXPECT_EQ(outcome, returned + after) << call;
-            EXPECT_EQ(script.run("n getData"), data);
-            EXPECT_EQ(script.run("n getLength"), std::to_string(std::string(data).size() - 2));
+            EXPECT_EQ(script.run("n: abc; n " + row[0]),
+                      outcome[0] == '>' ? "> /(a(" + form + data + "))" : outcome);
+            EXPECT_EQ(script.run("n getData") + script.run("n getLength"),
+                      data + std::to_string(data.size() - 2));
         }
     }
 }
 
 TEST(CharacterData, NullData) {
     // At the end the text is an argument to its own node.
-    expect_steps(Script("a(-)"), {{"n: a getFirstChild; n getData", "-"},
-                                  {"n getLength", "0"},
-                                  {"n substringData 0 1", "''"},
-                                  {"n deleteData 1 0", "DOM 1 invalid index"},
-                                  {"n appendData -; n setNodeValue -; n getNodeValue", "-"},
-                                  {"n insertData 0 x", "> /(a('x'))"}});
+    expect_steps("a(-)", R"(
+n: a getFirstChild; n getData => -  n getLength => 0  n substringData 0 1 => ''
+n deleteData 1 0 => DOM 1 invalid index  n appendData -; n setNodeValue -; n getNodeValue => -
+n insertData 0 x => > /(a('x'))
+)");
     Tree tree("a('x')");
     auto* const node = static_cast<qvox::CharacterData*>(tree["x"]);
     node->appendData(node->getData());
@@ -75,34 +50,30 @@ TEST(CharacterData, SurrogatePairs) {
     const unsigned short units[] = {'a', 0xD840, 0xDC0B, 'b', 0};
     Script script("a");
     script.node("a")->appendChild(script.tree.document->createTextNode(units));
-    expect_steps(script, {{"t: a getFirstChild; t getLength", "4"},
-                          {"t substringData 2 2", "'\\u{dc0b}b'"},
-                          {"t splitText 2", "'\\u{dc0b}b' > /(a('a\\u{d840}' '\\u{dc0b}b'))"},
-                          {"a normalize; t deleteData 1 2", "> /(a('ab')) + '\\u{dc0b}b'"}});
+    expect_steps(script, R"(
+t: a getFirstChild; t getLength => 4  t substringData 2 2 => '\u{dc0b}b'
+t splitText 2 => '\u{dc0b}b' > /(a('a\u{d840}' '\u{dc0b}b'))
+a normalize; t deleteData 1 2 => > /(a('ab')) + '\u{dc0b}b'
+)");
 }
 
 TEST(CharacterData, SplitText) {
-    const char* const index = "DOM 1 invalid index";
-    const struct {
-        const char* tree;
-        const char* offset;
-        const char* outcome;
-    } cases[] = {{"a('abc' b)", "1", "'bc' > /(a('a' 'bc' b))"},
-                 {"a('abc' b)", "3", "'' > /(a('abc' '' b))"},
-                 {"a('abc')", "0", "'abc' > /(a('' 'abc'))"},
-                 {"a(='abc' b)", "2", "'c' > /(a(='ab' 'c' b))"},
-                 {"a('abc')", "4", index},
-                 {"a(='abc')", "-1", index}};
-    for (const auto& [tree, offset, outcome] : cases) {
-        Script script(tree);
-        EXPECT_EQ(script.run("t: abc; tail: t splitText " + std::string(offset)), outcome);
-        if (outcome == index) continue;
-        EXPECT_EQ(script.node("tail")->getPreviousSibling(), script.node("t"));
-        EXPECT_EQ(script.node("tail")->getOwnerDocument(), script.tree.document);
+    for (const Row& row : cells_of(R"(
+a('abc' b) => t splitText 1 => 'bc' > /(a('a' 'bc' b))
+a('abc' b) => t splitText 3 => '' > /(a('abc' '' b))
+a('abc') => t splitText 0 => 'abc' > /(a('' 'abc'))
+a(='abc' b) => t splitText 2 => 'c' > /(a(='ab' 'c' b))
+a('abc') => t splitText 4 => DOM 1 invalid index  a(='abc') => t splitText -1 => DOM 1 invalid index
+a('abc') => tail: t splitText 1; tail getPreviousSibling => 'a'
+a('abc') => tail: t splitText 1; tail getOwnerDocument => /
+)",
+                                   3)) {
+        EXPECT_EQ(Script(row[0]).run("t: abc; " + row[1]), row[2]);
     }
-    expect_steps(Script("a"), {{"t: +='abc'", "='abc' > /(a) + ='abc'"},
-                               {"tail: t splitText 2", "'c' > /(a) + ='ab'"},
-                               {"tail getParentNode", "null"}});
+    expect_steps("a", R"(
+t: +='abc' => ='abc' > /(a) + ='abc'  tail: t splitText 2 => 'c' > /(a) + ='ab'
+tail getParentNode => null
+)");
 }
 
 }  // namespace

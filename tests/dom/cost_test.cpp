@@ -70,18 +70,6 @@ TEST(Cost, FragmentsInAFragment) {
     EXPECT_EQ(root->getChildNodes()->getLength(), MANY);
 }
 
-TEST(Cost, GrowingAtBothEnds) {
-    const Tree tree("a");
-    Node* const root = tree.document->getDocumentElement();
-    for (int i = 0; i < MANY; ++i) {
-        root->insertBefore(tree.document->createElement("x"), root->getFirstChild());
-        root->appendChild(tree.document->createTextNode(""));
-    }
-    EXPECT_EQ(root->getChildNodes()->getLength(), 2 * MANY);
-    EXPECT_EQ(root->getChildNodes()->item(MANY - 1)->getNodeType(), Node::ELEMENT_NODE);
-    EXPECT_EQ(root->getChildNodes()->item(MANY)->getNodeType(), Node::TEXT_NODE);
-}
-
 // Nodes that the document keeps, freed in another order than that in which it got them.
 TEST(Cost, FreeingLeftOvers) {
     const Tree tree("a");

@@ -166,18 +166,14 @@ TEST(Wide, WalksAndMoves) {
 
     Node* const clone = tree.drop(parent->cloneNode(true));
     while (parent->hasChildNodes()) clone->appendChild(parent->removeChild(parent->getLastChild()));
-    for (int i = 0; i < million; ++i) parent->insertBefore(clone->getFirstChild(), nullptr);
+    for (int i = 0; i < million; ++i) {
+        Node* const place = i % 2 == 0 ? nullptr : parent->getFirstChild();
+        parent->insertBefore(clone->getFirstChild(), place);
+    }
     EXPECT_EQ(clone->getChildNodes()->getLength(), million);
     parent->normalize();
     EXPECT_EQ(parent->getFirstChild()->getNodeValue().length(), million);
     EXPECT_EQ(parent->getLastChild(), parent->getFirstChild());
-}
-
-TEST(Wide, ParsingIsLinear) {
-    std::string text = "<a>";
-    for (int i = 0; i < million / 4; ++i) text += "<b c='d'>e</b>";
-    const Tree tree(text + "</a>");
-    EXPECT_EQ(tree.document->getElementsByTagName("b")->getLength(), million / 4);
 }
 
 }  // namespace

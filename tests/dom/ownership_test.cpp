@@ -1,8 +1,6 @@
 // Who owns what, and that no order of legal calls frees twice, leaks or closes a circle.
 #include <malloc.h>
 
-#include <gtest/gtest.h>
-
 #include "support/script.h"
 
 namespace qvox_test {
@@ -75,42 +73,35 @@ TEST(Ownership, NoCircles) {
     script.run("r: a@x appendChild +&r(e g[h='']); e: r getFirstChild; g: r getLastChild");
     script.run("z: / createAttribute z; s: z appendChild +&s(k m[n='']); k: s getFirstChild");
     script.run("m: s getLastChild");
-    for (const char* const call :
-         {"e appendChild a", "r insertBefore a e", "r replaceChild a e", "d appendChild /",
-          "a setNamedItem a", "a setNamedItem /", "b setNamedItem a", "g setNamedItem a@x",
-          "g setNamedItem r", "m setNamedItem z", "m setAttributeNode z", "k setAttributeNode z",
-          "b@y appendChild r; g setNamedItem a"}) {
-        const std::string outcome = script.run(call);
-        EXPECT_TRUE(outcome == "DOM 3 child node is not acceptable" ||
-                    outcome == "DOM 3 new child node is not acceptable")
-            << call << ": " << outcome;
+    EXPECT_EQ(script.run("r replaceChild a e"), "DOM 3 new child node is not acceptable");
+    for (const std::string& call :
+         split("e appendChild a, r insertBefore a e, d appendChild /, a setNamedItem a, "
+               "a setNamedItem /, b setNamedItem a, g setNamedItem a@x, g setNamedItem r, "
+               "m setNamedItem z, m setAttributeNode z, k setAttributeNode z, "
+               "b@y appendChild r; g setNamedItem a",
+               ',')) {
+        EXPECT_EQ(script.run(call), "DOM 3 child node is not acceptable") << call;
     }
     EXPECT_EQ(script.tree.text(), "/(%d a[x='1'](b[y='2'(&r(e g[h='']))](c)))");
 }
 
 // A node is in one collection at a time, and freeing it takes it out.
 TEST(Ownership, OnePlaceAtATime) {
-    const char* const noReference = "DOM 8 ref child node not found";
-    const char* const noOld = "DOM 8 old child node not found";
-    expect_steps(
-        Script("a[x='1' y='2'](b c[z='3'])"),
-        {{"d: +%d('t'); a@y free", "> /(a[x='1'](b c[z='3'])) + %d('t')"},
-         {"x: a@x; c setNamedItem x", "null > /(a(b c[z='3' x='1'])) + %d('t')"},
-         {"b: b; a setNamedItem b", "null > /(a[b](c[z='3' x='1'])) + %d('t') + b"},
-         {"b getParentNode", "null"},
-         {"b getNextSibling", "null"},
-         {"c appendChild b", "b > /(a(c[z='3' x='1'](b))) + %d('t')"},
-         // An attribute that leaves its map in whatever way has no owner element any more.
-         {"d appendChild x", "@x='1' > /(a(c[z='3'](b))) + %d('t' @x='1')"},
-         {"x getOwnerElement", "null"},
-         {"a setAttributeNode x", "null > /(a[x='1'](c[z='3'](b))) + %d('t')"},
-         {"x getParentNode", "null"},
-         {"t: d getFirstChild; d replaceChild x t", "'t' > /(a(c[z='3'](b))) + %d(@x='1') + 't'"},
-         {"x getOwnerElement", "null"},
-         // Items of a map are no children.
-         {"n: +n; c insertBefore n c@z", noReference},
-         {"c replaceChild n c@z", noOld},
-         {"c removeChild c@z", noOld}});
+    expect_steps("a[x='1' y='2'](b c[z='3'])", R"(
+d: +%d('t'); a@y free => > /(a[x='1'](b c[z='3'])) + %d('t')
+x: a@x; c setNamedItem x => null > /(a(b c[z='3' x='1'])) + %d('t')
+b: b; a setNamedItem b => null > /(a[b](c[z='3' x='1'])) + %d('t') + b  b getParentNode => null
+b getNextSibling => null  c appendChild b => b > /(a(c[z='3' x='1'](b))) + %d('t')
+# An attribute that leaves its map in whatever way has no owner element any more.
+d appendChild x => @x='1' > /(a(c[z='3'](b))) + %d('t' @x='1')  x getOwnerElement => null
+a setAttributeNode x => null > /(a[x='1'](c[z='3'](b))) + %d('t')  x getParentNode => null
+t: d getFirstChild; d replaceChild x t => 't' > /(a(c[z='3'](b))) + %d(@x='1') + 't'
+x getOwnerElement => null
+# Items of a map are no children.
+n: +n; c insertBefore n c@z => DOM 8 ref child node not found
+c replaceChild n c@z => DOM 8 old child node not found
+c removeChild c@z => DOM 8 old child node not found
+)");
 }
 
 TEST(Ownership, MapsTakeEveryType) {
@@ -130,16 +121,10 @@ TEST(Ownership, MapsTakeEveryType) {
         tree.parser.freeNode(doctype->getNotations()->item(0));
         tree.parser.freeNode(tree.document->cloneNode(true));
         if (type == Node::ATTRIBUTE_NODE) continue;
-        EXPECT_EQ(a->getAttributes()->getNamedItem(name.c_str()), node);
         // It is no attribute.
-        EXPECT_EQ(quoted(a->getAttribute("x")) + quoted(a->getAttribute(name.c_str())), "'1'-");
-        EXPECT_EQ(a->getAttributeNode(name.c_str()), nullptr);
-        EXPECT_EQ(tree.document->getElementById("1"), nullptr);
-        for (Node* const copy : {a->cloneNode(false), tree.document->importNode(a, false)}) {
-            EXPECT_EQ(tree_text(tree.drop(copy)), "a[x='1']");
-        }
-        tree.document->normalize();
-        if (auto* const text = dynamic_cast<qvox::Text*>(node)) tree.drop(text->splitText(0));
+        EXPECT_EQ(a->getAttributes()->getNamedItem(name.c_str()), node);
+        EXPECT_EQ(quoted(a->getAttribute(name.c_str())), "-");
+        EXPECT_EQ(tree_text(tree.drop(a->cloneNode(false))), "a[x='1']");
         if (name[0] == '#') {
             EXPECT_EQ(a->getAttributes()->removeNamedItem(name.c_str()), node);
             continue;
@@ -168,14 +153,14 @@ TEST(Ownership, DocumentTypesTakeEveryType) {
 // What a document keeps for the end may be used again before. Whose it is tells the tree that it
 // stood in.
 TEST(Ownership, LeftOvers) {
-    expect_steps(Script("a[x='1' y='2']('p' 'q' 'r') b"),
-                 {{"x: a@x; y: a@y; q: q; r: r; a removeAttribute x; a removeAttribute y",
-                   "> /(a('p' 'q' 'r') b) + @x='1' + @y='2'"},
-                  {"a normalize", "> /(a('pqr') b) + @x='1' + @y='2' + 'q' + 'r'"},
-                  {"y free; q free; b setAttributeNode x", "null > /(a('pqr') b[x='1']) + 'r'"},
-                  {"b appendChild r", "'r' > /(a('pqr') b[x='1']('r'))"},
-                  {"a: / removeChild a; a free", "> /(b[x='1']('r'))"},
-                  {"b removeAttribute x; x free", "> /(b('r'))"}});
+    expect_steps("a[x='1' y='2']('p' 'q' 'r') b", R"(
+x: a@x; y: a@y; q: q; r: r; a removeAttribute x; a removeAttribute y => > /(a('p' 'q' 'r') b) +
+  @x='1' + @y='2'
+a normalize => > /(a('pqr') b) + @x='1' + @y='2' + 'q' + 'r'
+y free; q free; b setAttributeNode x => null > /(a('pqr') b[x='1']) + 'r'
+b appendChild r => 'r' > /(a('pqr') b[x='1']('r'))  a: / removeChild a; a free => > /(b[x='1']('r'))
+b removeAttribute x; x free => > /(b('r'))
+)");
     Tree tree("a('r' b c('z'))");
     {
         Tree other("o('s' &t('u' 'v') d[x='1'])");
@@ -218,14 +203,6 @@ TEST(Ownership, Documents) {
         for (Document* const document : {inMap, inType}) {
             if (!areFirst) parser.free(document);
         }
-    }
-    // One in what has outlived its own document.
-    Tree remaining;
-    const Tree inOrphan;
-    {
-        Tree other("a[x='1']");
-        other.element("a")->getAttributes()->setNamedItem(inOrphan.document);
-        remaining.document->appendChild(other["a"]);
     }
     // One that is in a map of its own tree, and in one of a node that it keeps.
     Tree tree;

@@ -69,22 +69,6 @@ TEST(Threads, ReadOneTree) {
     });
 }
 
-TEST(Threads, ReadWhileAnotherIsParsed) {
-    const Tree tree(source());
-    const std::string text = tree.text();
-    in_two_threads([&](int which) {
-        for (int i = 0; i < 5; ++i) {
-            if (which == 0) {
-                EXPECT_EQ(tree.text(), text);
-                Tree target;
-                target.drop(target.document->importNode(tree.document->getDocumentElement(), true));
-            } else {
-                EXPECT_EQ(Tree(source()).text(), text);
-            }
-        }
-    });
-}
-
 // The lock of the document orders changes of the tree, searches, and the end of nodes that the
 // document knows.
 TEST(Threads, SearchWhileAnotherChanges) {

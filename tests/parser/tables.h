@@ -1,52 +1,10 @@
-// Tables of cases, and the events of a document in a form that fits in them.
+// The events of a document in a form that fits in tables.
 #pragma once
 
-#include <algorithm>
-#include <regex>
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
-
 #include "support/recorder.h"
+#include "support/tables.h"
 
 namespace qvox_test {
-
-using Row = std::vector<std::string>;
-
-// With \n, \r, \t and \s, a blank, as what they stand for.
-inline std::string unescaped(std::string text) {
-    for (const char* const escape : {"n\n", "r\r", "t\t", "s "}) {
-        text = std::regex_replace(text, std::regex("\\\\" + std::string(escape, 1)), escape + 1);
-    }
-    return text;
-}
-
-// The parts of a text between what divides them.
-inline Row parts_of(const std::string& text, const char* divider) {
-    const std::regex divided(divider);
-    return {std::sregex_token_iterator(text.begin(), text.end(), divided, -1), {}};
-}
-
-// The rows of a table: a line each, its columns between "=>", of which the last stands as it is and
-// the others are unescaped. A line that begins with a blank continues the one above it.
-inline std::vector<Row> rows_of(const std::string& table) {
-    std::vector<Row> rows;
-    for (const std::string& line :
-         parts_of(std::regex_replace(table, std::regex("\n +"), " "), "\n+")) {
-        Row row = parts_of(line, " *=> *");
-        std::transform(row.begin(), row.end() - 1, row.begin(), unescaped);
-        if (!line.empty()) rows.push_back(row);
-    }
-    EXPECT_GT(rows.size(), 1U);
-    return rows;
-}
-
-// Compares what `action` makes of each first column with the second.
-template <typename Action>
-void expect_rows(const char* table, Action action) {
-    for (const Row& row : rows_of(table)) EXPECT_EQ(action(row[0]), row.at(1)) << row[0];
-}
 
 // The events between startDocument and endDocument, joined, in short: "<e" and ">e" for the start
 // and end of the entity e, "&e" for one directly behind the other; "(a" and ")" for the start and

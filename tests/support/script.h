@@ -8,11 +8,13 @@
 #include <functional>
 #include <limits>
 #include <map>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "support/tables.h"
 #include "support/tree_text.h"
 
 namespace qvox_test {
@@ -78,12 +80,17 @@ public:
 
     virtual qvox::Range* range(const std::string& /*word*/) { return nullptr; }
 
+    // Lives as long as a call and no longer.
+    virtual std::shared_ptr<void> around_call() { return nullptr; }
+
     template <typename Class>
     Class& target(const std::string& word) {
         if constexpr (std::is_same_v<Class, qvox::Range>) {
             return *range(word);
         } else if constexpr (std::is_same_v<Class, qvox::NamedNodeMap>) {
             return *node(word)->getAttributes();
+        } else if constexpr (std::is_same_v<Class, qvox::DOMImplementation>) {
+            return *tree.parser.getImplementation();
         } else {
             return dynamic_cast<Class&>(*node(word));
         }
@@ -107,7 +114,11 @@ public:
 
     std::string shown(const qvox::Xstring& text) { return quoted(text); }
     std::string shown(bool is) { return is ? "true" : "false"; }
-    std::string shown(const qvox::Range* range) { return range == nullptr ? "null" : "range"; }
+    std::string shown(const qvox::NodeList* list) { return items_text(*list); }
+    std::string shown(qvox::Range* made) {
+        tree.document->freeRange(made);
+        return "range";
+    }
     std::string shown(int number) { return std::to_string(number); }
     std::string shown(qvox::Node* result) {
         if (result == tree.document || result == beside.document) {
@@ -120,6 +131,7 @@ public:
     void free_node(const std::string& word) {
         qvox::Node* const freed = tree.keep(node(word));
         known.erase(std::remove(known.begin(), known.end(), freed), known.end());
+        const std::shared_ptr<void> around = around_call();
         tree.parser.freeNode(freed);
     }
 
@@ -161,23 +173,19 @@ private:
     static std::map<std::string, Function> functions();
 };
 
-struct Step {
-    const char* calls;
-    const char* outcome;
-};
-
-// One after the other.
-inline void expect_steps(Script& script, const std::vector<Step>& steps) {
-    for (const Step& step : steps) EXPECT_EQ(script.run(step.calls), step.outcome) << step.calls;
+// A table of calls and what comes of them, one after the other.
+inline void expect_steps(Script& script, const char* table) {
+    for (const Row& row : cells_of(table)) EXPECT_EQ(script.run(row[0]), row[1]) << row[0];
 }
-
-inline void expect_steps(Script&& script, const std::vector<Step>& steps) {
-    expect_steps(script, steps);
+inline void expect_steps(const char* tree, const char* beside, const char* table) {
+    Script script(tree, beside);
+    expect_steps(script, table);
 }
+inline void expect_steps(const char* tree, const char* table) { expect_steps(tree, "", table); }
 
 // Each on trees of its own.
-inline void expect_each(const std::string& text, const std::vector<Step>& cases) {
-    for (const Step& one : cases) expect_steps(Script(text), {one});
+inline void expect_each(const char* tree, const char* table) {
+    expect_cells(table, [tree](const std::string& calls) { return Script(tree).run(calls); });
 }
 
 }  // namespace qvox_test

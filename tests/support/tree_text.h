@@ -135,21 +135,17 @@ private:
         return out;
     }
 
-    qvox::Xstring data() {
-        if (*at++ == '-') return {};
-        const std::string text = until("'");
+    // What stands between the mark in hand and the end; null where it is another mark.
+    qvox::Xstring between(char mark, const char* end) {
+        if (*at != mark) return {};
+        ++at;
+        const std::string text = until(end);
         ++at;
         return text.c_str();
     }
 
-    qvox::Xstring uri() {
-        if (*at != '{') return {};
-        ++at;
-        const std::string text = until("}");
-        ++at;
-        return text.c_str();
-    }
-
+    qvox::Xstring data() { return *at == '-' ? (++at, qvox::Xstring()) : between('\'', "'"); }
+    qvox::Xstring uri() { return between('{', "}"); }
     qvox::Xstring name() { return until(" ()[]='-").c_str(); }
 
     qvox::Node* make_bare() {

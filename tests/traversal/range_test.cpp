@@ -2,8 +2,6 @@
 //
 // Trees are the texts of tree_text.h with the points of a range in them: < is its start and > its
 // end, among the children of a node or in the data of one. The range is called r.
-#include <gtest/gtest.h>
-
 #include "support/script.h"
 
 namespace qvox_test {
@@ -32,9 +30,11 @@ public:
         r->setStart(points[0].first, points[0].second);
         r->setEnd(points[1].first, points[1].second);
     }
-    ~RangeScript() override { tree.document->freeRange(r); }
+    ~RangeScript() override {
+        for (Range* const used : {r, s}) tree.document->freeRange(used);
+    }
 
-    Range* range(const std::string& word) override { return word == "r" ? r : nullptr; }
+    Range* range(const std::string& word) override { return word == "r" ? r : s; }
 
     // The trees with the points in them, also those that only the points are in.
     std::string state() override {
@@ -59,6 +59,7 @@ public:
     }
 
     Range* const r = tree.document->createRange();
+    Range* const s = tree.document->createRange();  // for comparisons
 
 private:
     std::pair<Node*, int> points[2] = {{tree.document, 0}, {tree.document, 0}};
@@ -99,112 +100,94 @@ private:
     }
 };
 
-struct Case {
-    const char* tree;
-    const char* calls;
-    const char* outcome;
-};
-
-void check(const std::vector<Case>& cases) {
-    for (const auto& [tree, calls, outcome] : cases) {
-        EXPECT_EQ(RangeScript(tree).run(calls), outcome) << tree << ": " << calls;
+// Trees, calls, and what comes of them.
+void check(const char* table) {
+    for (const Row& row : cells_of(table, 3)) {
+        EXPECT_EQ(RangeScript(row[0]).run(row[1]), row[2]) << row[0] << ": " << row[1];
     }
 }
 
 TEST(Range, Content) {
-    const struct {
-        const char* tree;
-        const char* copy;    // of cloneContents and extractContents, or what they raise
-        const char* string;  // of toString
-        const char* after;   // deleteContents; null for the same
-    } cases[] = {
-        {"a(< 'foo' b('bar') >)", "#('foo' b('bar'))", "'foo<b>bar'", "/(a(< >))"},
-        {"a('a<bc>d')", "#('bc')", "'bc'", "/(a('a<>d'))"},
-        {"a('x<>y')", "#('')", "''", nullptr},
-        {"a('x' < > b)", "#", "''", nullptr},
-        {"a('a<bc' 'de>f')", "#('bc' 'de')", "'bcde'", "/(a('a<>' 'f'))"},
-        {"a(!'1<2' b ='34' ?t'5>6')", "#(!'2' b ='34' ?t'5')", "'2<b>345'", "/(a(!'1<>' ?t'6'))"},
-        // A start inside of elements that end in the range: their content, empty copies behind it;
-        // deleting takes them as a whole.
-        {"a(b[x='1'](c d(< 'e')) f >)", "#('e' d b[x='1'] f)", "'e<f>'",
-         "/(a) + b[x='1'](c d(< > 'e'))"},
-        // An end inside of elements that begin in it: they are copied and stay.
-        {"a('x' < 'y' b('c' 'd>e' 'f'))", "#('y' b('c' 'd'))", "'y<b>cd'",
-         "/(a('x' < > b('e' 'f')))"},
-        // Both.
-        {"a(b(p('1<2') '3') c('4' q('5>6') '7'))", "#('2' p '3' b c('4' q('5')))", "'23<c>4<q>5'",
-         "/(a(c(q('6') '7'))) + b(p('1<>2') '3')"},
-        // A start at the end of an element has the closing tag of the last child in it.
-        {"a(b('x' c('y') <) d >)", "#(c b d)", "'<d>'", "/(a) + b('x' c('y') < >)"},
-        // Points in elements without children, and points that meet.
-        {"a(b(<) 'x' > c)", "#(b 'x')", "'x'", "/(a(b(< >) c))"},
-        {"a(< 'x' b(>) c)", "#('x')", "'x'", "/(a(< > b c))"},
-        {"a(b > '<xy')", "#", "''", "/(a(b '<>xy'))"},
-        // A document type fails copying wherever it is below the common ancestor.
-        {"%d < a('x') >", "DOM 3 document type can't clone", "'<a>x'", "/(%d < >)"},
-        {"< > %d a", "DOM 3 document type can't clone", "''", nullptr},
-        {"%d a(< 'x' >)", "#('x')", "'x'", "/(%d a(< >))"},
-        // A fragment in the place of a child is one in the copy.
-        {"a(< #('x' #(b)) 'y>z')", "#(#('x' #(b)) 'y')", "'x<b>y'", "/(a(< > 'z'))"},
-    };
-    for (const auto& [tree, copy, string, after] : cases) {
+    // A tree, a copy of the content or what copying raises, the content as a string, and the tree
+    // without it, where there is something to delete.
+    for (const Row& row : cells_of(R"~(
+a(< 'foo' b('bar') >) => #('foo' b('bar')) => 'foo<b>bar' => > /(a(< >))
+a('a<bc>d') => #('bc') => 'bc' => > /(a('a<>d'))  a('x<>y') => #('') => ''  a('x' < > b) => # => ''
+a('a<bc' 'de>f') => #('bc' 'de') => 'bcde' => > /(a('a<>' 'f'))
+a(!'1<2' b ='34' ?t'5>6') => #(!'2' b ='34' ?t'5') => '2<b>345' => > /(a(!'1<>' ?t'6'))
+# A start inside of elements that end in the range: their content, empty copies behind it; deleting
+# takes them as a whole.
+a(b[x='1'](c d(< 'e')) f >) => #('e' d b[x='1'] f) => 'e<f>' => > /(a) + b[x='1'](c d(< > 'e'))
+# An end inside of elements that begin in it: they are copied and stay.
+a('x' < 'y' b('c' 'd>e' 'f')) => #('y' b('c' 'd')) => 'y<b>cd' => > /(a('x' < > b('e' 'f')))
+# Both.
+a(b(p('1<2') '3') c('4' q('5>6') '7')) => #('2' p '3' b c('4' q('5'))) => '23<c>4<q>5' =>
+  > /(a(c(q('6') '7'))) + b(p('1<>2') '3')
+# A start at the end of an element has the closing tag of the last child in it.
+a(b('x' c('y') <) d >) => #(c b d) => '<d>' => > /(a) + b('x' c('y') < >)
+# Points in elements without children, and points that meet.
+a(b(<) 'x' > c) => #(b 'x') => 'x' => > /(a(b(< >) c))
+a(< 'x' b(>) c) => #('x') => 'x' => > /(a(< > b c))  a(b > '<xy') => # => '' => > /(a(b '<>xy'))
+# A document type fails copying wherever it is below the common ancestor.
+%d < a('x') > => DOM 3 document type can't clone => '<a>x' => > /(%d < >)
+< > %d a => DOM 3 document type can't clone => ''  %d a(< 'x' >) => #('x') => 'x' => > /(%d a(< >))
+# A fragment in the place of a child is one in the copy.
+a(< #('x' #(b)) 'y>z') => #(#('x' #(b)) 'y') => 'x<b>y' => > /(a(< > 'z'))
+)~",
+                                   4)) {
+        const std::string &tree = row[0], &copy = row[1], &deleted = row[3];
         SCOPED_TRACE(tree);
         RangeScript script(tree);
         EXPECT_EQ(script.run("r cloneContents"), copy);
-        EXPECT_EQ(script.run("r toString"), string);
-        std::string deleted;
-        if (after != nullptr) deleted = "> " + std::string(after);
+        EXPECT_EQ(script.run("r toString"), row[2]);
         EXPECT_EQ(RangeScript(tree).run("r deleteContents"), deleted);
-        const bool raises = copy[0] == 'D';
         EXPECT_EQ(RangeScript(tree).run("r extractContents"),
-                  copy + (raises || deleted.empty() ? "" : ' ' + deleted));
+                  copy[0] == 'D' || deleted.empty() ? copy : copy + ' ' + deleted);
     }
 }
 
 TEST(Range, SettingPoints) {
-    const char* const badOffset = "DOM 1 invalid offset";
-    const char* const badAncestor = "RANGE 2 invalid ancestor type";
-    check({
-        {"a(b < c >)", "r setEnd b 0", "> /(a(b(< >) c))"},
-        {"a(< 'xyz' >)", "r setStart xyz 4", badOffset},
-        {"a(?t'abc' < >)", "r setEnd abc 3", "> /(a(?t'abc<>'))"},
-        {"a(?t'abc' < >)", "r setEnd abc 4", badOffset},
-        // Points that meet stay apart, unless a start in a text has the larger offset.
-        {"a(b < 'xy' >)", "r setEnd xy 0", "> /(a(b < '>xy'))"},
-        {"a(b < > 'xy')", "r setStart xy 1", "> /(a(b > 'x<y'))"},
-        {"a(b < > 'xy')", "r setStart xy 2", "> /(a(b 'xy<>'))"},
-        {"a('x' < b > c)", "r setStartBefore x", "> /(a(< 'x' b > c))"},
-        {"a('x' < b > c)", "r setStartAfter c", "> /(a('x' b c < >))"},
-        {"a('x' < b > c)", "r setEndBefore x", "> /(a(< > 'x' b c))"},
-        {"a('x' < b > c)", "r setEndAfter a", "> /(a('x' < b c) >)"},
-        {"a('x' < b(c) >)", "r selectNode c", "> /(a('x' b(< c >)))"},
-        {"a('xyz' < >)", "r selectNodeContents xyz", "> /(a('<xyz>'))"},
-        {"a(b < > c)", "r selectNodeContents c", "> /(a(b c(< >)))"},
-        {"a(< b('x>y'))", "r collapse false", "> /(a(b('x<>y')))"},
-        {"a(< b('x>y'))", "r collapse true", "> /(a(< > b('xy')))"},
-        // A document type may be selected, and hold a start; nothing else goes below it.
-        {"%d a(< >)", "r setStartBefore d", "> /(< %d a(>))"},
-        {"%d a(< >)", "r selectNode d", "> /(< %d > a)"},
-        {"%d a(< >)", "r setStart d 0", "> /(%d(<) a(>))"},
-        {"%d a(< >)", "r setEnd d 0", "RANGE 2 invalid node type"},
-        {"%d(!'c') a(< >)", "r selectNodeContents d", "> /(%d(< !'c' >) a)"},
-        {"%d(!'c') a(< >)", "r setEndAfter c", "> /(%d(!'c' < >) a)"},
-        {"%d(!'c') a(< >)", "r setStart c 0", badAncestor},
-        {"%d(!'c') a(< >)", "r selectNode c", badAncestor},
-        {"%d(!'c') a(< >)", "r selectNodeContents c", badAncestor},
-        // Points beside a node are possible below an attribute and a fragment, but not below a
-        // loose element; a point in another tree takes the other point along.
-        {"a(< b >)", "f: +#('u'); u: f getFirstChild; r setEndAfter u", "> /(a(b)) + #('u' < >)"},
-        {"a[x='1'](< b >)", "t: a@x appendChild +'t'; r setEndAfter t",
-         "> /(a[x='1'('t' < >)](b)) + @x='1'('t' !'<' !'>')"},
-        {"a(< b >)", "e: +e(f); f: e getFirstChild; r setEndBefore f", "RANGE 2 invalid node type"},
-        {"a(< b >)", "e: +e; r selectNode e", "RANGE 2 invalid select node type"},
-    });
+    check(R"(
+a(b < c >) => r setEnd b 0 => > /(a(b(< >) c))
+a(< 'xyz' >) => r setStart xyz 4 => DOM 1 invalid offset
+a(?t'abc' < >) => r setEnd abc 3 => > /(a(?t'abc<>'))
+a(?t'abc' < >) => r setEnd abc 4 => DOM 1 invalid offset
+# Points that meet stay apart, unless a start in a text has the larger offset.
+a(b < 'xy' >) => r setEnd xy 0 => > /(a(b < '>xy'))
+a(b < > 'xy') => r setStart xy 1 => > /(a(b > 'x<y'))
+a(b < > 'xy') => r setStart xy 2 => > /(a(b 'xy<>'))
+a('x' < b > c) => r setStartBefore x => > /(a(< 'x' b > c))
+a('x' < b > c) => r setStartAfter c => > /(a('x' b c < >))
+a('x' < b > c) => r setEndBefore x => > /(a(< > 'x' b c))
+a('x' < b > c) => r setEndAfter a => > /(a('x' < b c) >)
+a('x' < b(c) >) => r selectNode c => > /(a('x' b(< c >)))
+a('xyz' < >) => r selectNodeContents xyz => > /(a('<xyz>'))
+a(b < > c) => r selectNodeContents c => > /(a(b c(< >)))
+a(< b('x>y')) => r collapse false => > /(a(b('x<>y')))
+a(< b('x>y')) => r collapse true => > /(a(< > b('xy')))
+# A document type may be selected, and hold a start; nothing else goes below it.
+%d a(< >) => r setStartBefore d => > /(< %d a(>))  %d a(< >) => r selectNode d => > /(< %d > a)
+%d a(< >) => r setStart d 0 => > /(%d(<) a(>))
+%d a(< >) => r setEnd d 0 => RANGE 2 invalid node type
+%d(!'c') a(< >) => r selectNodeContents d => > /(%d(< !'c' >) a)
+%d(!'c') a(< >) => r setEndAfter c => > /(%d(!'c' < >) a)
+%d(!'c') a(< >) => r setStart c 0 => RANGE 2 invalid ancestor type
+%d(!'c') a(< >) => r selectNode c => RANGE 2 invalid ancestor type
+%d(!'c') a(< >) => r selectNodeContents c => RANGE 2 invalid ancestor type
+# Points beside a node are possible below an attribute and a fragment, but not below a loose
+# element; a point in another tree takes the other point along.
+a(< b >) => f: +#('u'); u: f getFirstChild; r setEndAfter u => > /(a(b)) + #('u' < >)
+a[x='1'](< b >) => t: a@x appendChild +'t'; r setEndAfter t => > /(a[x='1'('t' < >)](b)) +
+  @x='1'('t' !'<' !'>')
+a(< b >) => e: +e(f); f: e getFirstChild; r setEndBefore f => RANGE 2 invalid node type
+a(< b >) => e: +e; r selectNode e => RANGE 2 invalid select node type
+)");
     // Copies belong to the document of what they are copies of.
     RangeScript script("a(< b >)", "c('t')");
-    EXPECT_EQ(script.run("r setEnd t 1"), "> /(a(b))/(c('t<>'))");
-    EXPECT_EQ(script.run("r selectNodeContents c; f: r cloneContents; f getOwnerDocument"), "/");
-    EXPECT_EQ(script.run("t: f getFirstChild; t getOwnerDocument"), "//");
+    expect_steps(script, R"(
+r setEnd t 1 => > /(a(b))/(c('t<>'))  r selectNodeContents c; f: r cloneContents => #('t')
+f getOwnerDocument => /  t: f getFirstChild; t getOwnerDocument => //
+)");
 }
 
 // Nodes of each type without parent, and null.
@@ -252,82 +235,70 @@ TEST(Range, ArgumentsByType) {
 }
 
 TEST(Range, InsertNode) {
-    const char* const unfit = "DOM 3 start container is not acceptable as child node";
-    const char* const unacceptable = "DOM 3 child node is not acceptable";
-    check({
-        {"a('ab<>cd')", "r insertNode +e", "> /(a('ab<>' e 'cd'))"},
-        {"a(='ab<>')", "r insertNode +e", "> /(a(='ab<>' e ''))"},
-        {"a('x' b < >)", "r insertNode +e", "> /(a('x' b < > e))"},
-        {"a('x<>y')", "r insertNode +#(e 'f')", "> /(a('x<>' e 'f' 'y')) + #"},
-        {"a('x<>y' b(c))", "r insertNode c", "> /(a('x<>' c 'y' b))"},
-        {"a(#(< 'x' > b))", "r insertNode b", "> /(a(#(< b > 'x')))"},
-        {"a(#(< b c > d))", "r insertNode b", "DOM 8 ref child node not found"},
-        {"a(#(< b >))", "r insertNode +'t'", "> /(a(#(< 't' > b)))"},
-        {"a(< 't' >)", "r insertNode t", unfit},
-        {"< > a", "r insertNode a", unfit},
-        {"a(b(< >))", "r insertNode b", unfit},
-        {"a(b(< > c(d)))", "r insertNode d", unfit},
-        {"a(b(< > c))", "r insertNode a", unacceptable},
-        {"a(b('x<>y'))", "r insertNode b", unacceptable},
-        {"a(!'x<>y' b)", "r insertNode b", "DOM 3 start container can't be split"},
-        {"a(?t'x<>y' b)", "r insertNode b", "DOM 3 start container can't be split"},
-        {"a(< >)", "t: +'xy'; r setStart t 1; r insertNode a",
-         "DOM 3 start container has no parent"},
-        // What stands under an attribute of the start container is no ancestor of it.
-        {"a[x='1'](< b >)", "e: a@x appendChild +&e; r insertNode e", "> /(a[x='1'](< &e > b))"},
-    });
+    check(R"(
+a('ab<>cd') => r insertNode +e => > /(a('ab<>' e 'cd'))
+a(='ab<>') => r insertNode +e => > /(a(='ab<>' e ''))
+a('x' b < >) => r insertNode +e => > /(a('x' b < > e))
+a('x<>y') => r insertNode +#(e 'f') => > /(a('x<>' e 'f' 'y')) + #
+a('x<>y' b(c)) => r insertNode c => > /(a('x<>' c 'y' b))
+a(#(< 'x' > b)) => r insertNode b => > /(a(#(< b > 'x')))
+a(#(< b c > d)) => r insertNode b => DOM 8 ref child node not found
+a(#(< b >)) => r insertNode +'t' => > /(a(#(< 't' > b)))
+a(< 't' >) => r insertNode t => DOM 3 start container is not acceptable as child node
+< > a => r insertNode a => DOM 3 start container is not acceptable as child node
+a(b(< >)) => r insertNode b => DOM 3 start container is not acceptable as child node
+a(b(< > c(d))) => r insertNode d => DOM 3 start container is not acceptable as child node
+a(b(< > c)) => r insertNode a => DOM 3 child node is not acceptable
+a(b('x<>y')) => r insertNode b => DOM 3 child node is not acceptable
+a(!'x<>y' b) => r insertNode b => DOM 3 start container can't be split
+a(?t'x<>y' b) => r insertNode b => DOM 3 start container can't be split
+a(< >) => t: +'xy'; r setStart t 1; r insertNode a => DOM 3 start container has no parent
+# What stands under an attribute of the start container is no ancestor of it.
+a[x='1'](< b >) => e: a@x appendChild +&e; r insertNode e => > /(a[x='1'](< &e > b))
+)");
 }
 
 TEST(Range, SurroundContents) {
-    const char* const partial = "RANGE 1 surround range is partially selected";
-    const char* const unfit = "DOM 3 start container is not acceptable as child node";
-    const char* const unacceptable = "DOM 3 child node is not acceptable";
-    check({
-        {"a('x<yz>w' c)", "r surroundContents +e", "> /(a('x' < e('yz') > 'w' c))"},
-        {"a('1<2' b '3>4')", "r surroundContents +e", "> /(a('1' < e('2' b '3') > '' '4'))"},
-        {"a('x<1' b('2') '3>y')", "r surroundContents b",
-         "> /(a('x' < b('2' '1' b('2') '3') > '' 'y'))"},
-        // The start container goes as a whole, and its range with it.
-        {"a(b('1' < '2') c('3' > '4'))", "r surroundContents +e",
-         "> /(a(c('4'))) + b('1' < e('2' b c('3')) > '2')"},
-        {"a('x' < b('y' >)) e", "r surroundContents e", partial},
-        {"a(b('x<y') 'z>') e", "r surroundContents e", partial},
-        {"a(b('x<y>z'))", "r surroundContents b", unacceptable},
-        {"a(< 'x' >)", "r surroundContents x", unfit},
-        {"a(!'x<y>z' e)", "r surroundContents e", "DOM 3 start container can't be split"},
-        {"a(#(< 'x' b 'y' > c))", "r surroundContents b", "> /(a(#(< b('x' b 'y') > c)))"},
-        {"a(#(< 'x' > b))", "r surroundContents b", "DOM 8 ref child node not found"},
-        {"a(#(< n) y(b > c))", "r surroundContents n", "DOM 8 ref child node not found"},
-        // Refused at the end.
-        {"%d(e) a(< b >)", "d appendChild a; r surroundContents e",
-         "RANGE 2 invalid ancestor type"},
-    });
+    check(R"(
+a('x<yz>w' c) => r surroundContents +e => > /(a('x' < e('yz') > 'w' c))
+a('1<2' b '3>4') => r surroundContents +e => > /(a('1' < e('2' b '3') > '' '4'))
+a('x<1' b('2') '3>y') => r surroundContents b => > /(a('x' < b('2' '1' b('2') '3') > '' 'y'))
+# The start container goes as a whole, and its range with it.
+a(b('1' < '2') c('3' > '4')) => r surroundContents +e => > /(a(c('4'))) + b('1' < e('2' b c('3')) >
+  '2')
+a('x' < b('y' >)) e => r surroundContents e => RANGE 1 surround range is partially selected
+a(b('x<y') 'z>') e => r surroundContents e => RANGE 1 surround range is partially selected
+a(b('x<y>z')) => r surroundContents b => DOM 3 child node is not acceptable
+a(< 'x' >) => r surroundContents x => DOM 3 start container is not acceptable as child node
+a(!'x<y>z' e) => r surroundContents e => DOM 3 start container can't be split
+a(#(< 'x' b 'y' > c)) => r surroundContents b => > /(a(#(< b('x' b 'y') > c)))
+a(#(< 'x' > b)) => r surroundContents b => DOM 8 ref child node not found
+a(#(< n) y(b > c)) => r surroundContents n => DOM 8 ref child node not found
+# Refused at the end.
+%d(e) a(< b >) => d appendChild a; r surroundContents e => RANGE 2 invalid ancestor type
+)");
 }
 
-TEST(Range, LifeAndComparison) {
-    Script script("a('xy')", "b");
-    Range* const range = script.tree.document->createRange();
-    EXPECT_EQ(range->getStartContainer(), script.tree.document);
-    EXPECT_EQ(range->getEndContainer(), script.tree.document);
-    EXPECT_EQ(range->getStartOffset() + range->getEndOffset(), 0);
-    EXPECT_TRUE(range->getCollapsed());
-    range->setEnd(script.node("xy"), 1);
-    EXPECT_EQ(range->getCommonAncestorContainer(), script.tree.document);
-    Range* const clone = range->cloneRange();
-    EXPECT_EQ(clone->getEndContainer(), script.node("xy"));
-    EXPECT_EQ(clone->getEndOffset(), 1);
+TEST(Range, Life) {
+    RangeScript script("a('x<y>')", "b");
+    expect_steps(script, R"(
+s getStartContainer => /  s getEndContainer => /  s getStartOffset => 0  s getEndOffset => 0
+s getCollapsed => true  r getCollapsed => false  r getCommonAncestorContainer => 'xy'
+s setEnd xy 1; s getCommonAncestorContainer => /  r compareBoundaryPoints -1 s => 0
+r compareBoundaryPoints 4 s => 0
+s setStart b 0; r compareBoundaryPoints 7 s => DOM 4 different root container
+s detach; r compareBoundaryPoints 7 s => DOM 4 different root container
+)");
+    EXPECT_EQ(raised_by([&] { script.r->compareBoundaryPoints(7, nullptr); }),
+              "DOM 4 different root container");
+    Range* const clone = script.r->cloneRange();
+    EXPECT_EQ(clone->getStartContainer(), script.node("xy"));
+    EXPECT_EQ(clone->getStartOffset() + 10 * clone->getEndOffset(), 21);
     EXPECT_FALSE(clone->getCollapsed());
-    Range* const other = script.beside.document->createRange();
-    EXPECT_EQ(clone->compareBoundaryPoints(Range::START_TO_START, range), 0);
-    clone->setStart(script.node("xy"), 0);
-    EXPECT_EQ(clone->compareBoundaryPoints(Range::START_TO_START, range), 1);
-    for (const int how : {-1, 4}) EXPECT_EQ(clone->compareBoundaryPoints(how, range), 0);
-    range->detach();
-    for (Range* const source : {other, range, static_cast<Range*>(nullptr)}) {
-        EXPECT_EQ(raised_by([&] { clone->compareBoundaryPoints(7, source); }),
-                  "DOM 4 different root container");
+    for (Range* const used : {clone, static_cast<Range*>(nullptr)}) {
+        script.tree.document->freeRange(used);
     }
-    EXPECT_EQ(range->getCommonAncestorContainer(), nullptr);
+    EXPECT_EQ(RangeScript("a(< >)").run("r detach; r getCommonAncestorContainer"), "null");
     for (const std::string& call :
          split("cloneContents;cloneRange;collapse true;compareBoundaryPoints 7 r;deleteContents;"
                "detach;extractContents;getStartContainer;getStartOffset;getEndContainer;"
@@ -338,51 +309,69 @@ TEST(Range, LifeAndComparison) {
         EXPECT_EQ(RangeScript("a(< >)").run("r detach; r " + call),
                   "DOM 11 range already detached");
     }
-    script.beside.document->freeRange(other);
-    for (Range* const used : {range, clone, static_cast<Range*>(nullptr)}) {
-        script.tree.document->freeRange(used);
+}
+
+// START_TO_START, START_TO_END, END_TO_END and END_TO_START with a second range, s.
+TEST(Range, Comparison) {
+    for (const Row& row : cells_of(R"(
+a('w<xy>z') => s setEnd wxyz 2; s setStart wxyz 1 => 0 1 1 -1
+a('w<>z') => s setEnd wz 2; s setStart wz 0 => 1 1 -1 -1
+a(b < c > d) => s selectNode c => 0 1 0 -1
+a(b(c) < > d) => s setEnd c 0; s setStart b 1 => 1 1 1 1
+a(b(<) 'x' > c) => s setEnd a 1; s setStart b 0 => 0 1 1 -1
+a(b(<) >) => s selectNodeContents b => 0 1 1 0
+a(b(c('<x')) d('y>')) => s setEnd d 1; s setStart b 1 => -1 1 -1 -1
+a(< b('xy') >) => s setEnd xy 2; s setStart xy 2 => -1 1 1 -1
+a(< > b) => s setEndAfter a => 1 1 -1 -1
+a(b('<x') c('y>')) => s setEnd c 1; b: a removeChild b => DOM 4 different root container
+a(b('<x') c('y>')) => s setEnd c 1; c: a removeChild c => 1 1 0 -1
+a('wxy<z' b >) => s selectNode b; wxyz setNodeValue w => -1 1 0 -1
+)",
+                                   3)) {
+        RangeScript script(row[0]);
+        script.run(row[1]);
+        std::string order;
+        for (const std::string how : {"0", "1", "2", "3"}) {
+            order += script.run("r compareBoundaryPoints " + how + " s") + ' ';
+        }
+        EXPECT_EQ(order, row[2][0] == 'D' ? times(4, row[2] + ' ') : row[2] + ' ') << row[0];
     }
 }
 
 // What a range detaches can be used until its document is freed.
 TEST(Range, DetachedNodes) {
     RangeScript script("%d a(< b('x') c > e)");
-    expect_steps(script, {{"b: b; c: c; d: d; r deleteContents", "> /(%d a(< > e)) + b('x') + c"},
-                          {"e appendChild b", "b('x') > /(%d a(< > e(b('x')))) + c"},
-                          {"c free", "> /(%d a(< > e(b('x'))))"},
-                          {"r selectNode d; r deleteContents", "> /(< > a(e(b('x')))) + %d"}});
+    expect_steps(script, R"(
+b: b; c: c; d: d; r deleteContents => > /(%d a(< > e)) + b('x') + c
+e appendChild b => b('x') > /(%d a(< > e(b('x')))) + c  c free => > /(%d a(< > e(b('x'))))
+r selectNode d; r deleteContents => > /(< > a(e(b('x')))) + %d
+)");
 }
 
 TEST(Range, StalePoints) {
-    const char* const beyond = "DOM 1 invalid index";
-    const char* const refused = "DOM 9 TreeWalker root is null";
-    check({
-        // A start beyond its text raises, an end there is the end of the text.
-        {"a('wxy<z' b >)", "wxyz setNodeValue w; r cloneRange", "DOM 1 invalid offset"},
-        {"a('wxy<z' b >)", "wxyz setNodeValue w; r cloneContents", beyond},
-        {"a('wxy<z' b >)", "wxyz setNodeValue w; r extractContents", beyond},
-        {"a('wxy<z' b >) e", "wxyz setNodeValue w; r insertNode e", beyond},
-        {"a(< b 'wxy>z')", "wxyz setNodeValue w; r cloneRange", "DOM 1 invalid offset"},
-        {"a(< b 'wxy>z')", "wxyz setNodeValue w; r extractContents", "#(b 'w') > /(a(< > ''))"},
-        {"a(< b 'wxy>z') e", "wxyz setNodeValue w; r insertNode e", "> /(a(< e b 'w>'))"},
-        // Children that are gone: the end of the container.
-        {"a(b c < e >)", "a removeChild b; a removeChild e; r insertNode +f",
-         "> /(a(c f < >)) + b + e"},
-        // A start that has come behind the end: no content. Containers in different trees: refused.
-        {"a(b('<x') c('y>') d)", "d appendChild b; r deleteContents", "> /(a(c('y') d(b('<>x'))))"},
-        {"a(b('<x') c('y>'))", "a removeChild b; r getCommonAncestorContainer", "null"},
-        {"a(b('<x') c('y>'))", "a removeChild b; r deleteContents", refused},
-        // The offset is looked at before the parent is.
-        {"a(e < >)", "t: +'xy'; r setStart t 2; t setNodeValue x; r insertNode e", beyond},
-        {"a(e < >)", "t: +'xy'; r setStart t 2; t setNodeValue x; r surroundContents e", beyond},
-        // A refused insertion has left the first child of the fragment without parent.
-        {"a(g < >)", "f: +#(b c); r setStart f 0; r setEnd f 1; a insertBefore f a; r toString",
-         "'<b>'"},
-        {"a(g < >)",
-         "f: +#(b c); r setStart f 0; r setEnd f 1; a insertBefore f a; "
-         "r deleteContents",
-         "> /(a(g)) + #(< > c)"},
-    });
+    check(R"(
+# A start beyond its text raises, an end there is the end of the text.
+a('wxy<z' b >) => wxyz setNodeValue w; r cloneRange => DOM 1 invalid offset
+a('wxy<z' b >) => wxyz setNodeValue w; r cloneContents => DOM 1 invalid index
+a('wxy<z' b >) => wxyz setNodeValue w; r extractContents => DOM 1 invalid index
+a('wxy<z' b >) e => wxyz setNodeValue w; r insertNode e => DOM 1 invalid index
+a(< b 'wxy>z') => wxyz setNodeValue w; r cloneRange => DOM 1 invalid offset
+a(< b 'wxy>z') => wxyz setNodeValue w; r extractContents => #(b 'w') > /(a(< > ''))
+a(< b 'wxy>z') e => wxyz setNodeValue w; r insertNode e => > /(a(< e b 'w>'))
+# Children that are gone: the end of the container.
+a(b c < e >) => a removeChild b; a removeChild e; r insertNode +f => > /(a(c f < >)) + b + e
+# A start that has come behind the end: no content. Containers in different trees: refused.
+a(b('<x') c('y>') d) => d appendChild b; r deleteContents => > /(a(c('y') d(b('<>x'))))
+a(b('<x') c('y>')) => a removeChild b; r getCommonAncestorContainer => null
+a(b('<x') c('y>')) => a removeChild b; r deleteContents => DOM 9 TreeWalker root is null
+# The offset is looked at before the parent is.
+a(e < >) => t: +'xy'; r setStart t 2; t setNodeValue x; r insertNode e => DOM 1 invalid index
+a(e < >) => t: +'xy'; r setStart t 2; t setNodeValue x; r surroundContents e => DOM 1 invalid index
+# A refused insertion has left the first child of the fragment without parent.
+a(g < >) => f: +#(b c); r setStart f 0; r setEnd f 1; a insertBefore f a; r toString => '<b>'
+a(g < >) => f: +#(b c); r setStart f 0; r setEnd f 1; a insertBefore f a; r deleteContents => >
+  /(a(g)) + #(< > c)
+)");
 }
 
 }  // namespace

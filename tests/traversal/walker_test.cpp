@@ -1,6 +1,4 @@
 // Node iterators and tree walkers.
-#include <gtest/gtest.h>
-
 #include "support/script.h"
 
 namespace qvox_test {
@@ -46,35 +44,37 @@ std::string walk(qvox::NodeIterator* iterator, const std::string& steps) {
 }
 
 TEST(NodeIterator, Steps) {
-    const struct {
-        const char* root;
-        unsigned long show;
-        const char* refused;  // null for no filter
-        const char* forward;
-        const char* backward;
-    } cases[] = {
-        {"r", all, nullptr, "r a x b i c t null r", "r #document null r"},
-        // Not bound to the root.
-        {"a", all, "", "a x b i c t null a", "a r #document null a"},
-        {"b", all, nullptr, "b i c t null b", "b x a r #document null b"},
-        {"#document", all, "", "#document r a x", "#document null #document"},
-        {"r", NodeFilter::SHOW_ELEMENT, "", "r a x i null r", "r null r"},
-        {"r", NodeFilter::SHOW_TEXT | NodeFilter::SHOW_COMMENT, nullptr, "c t null c", "null null"},
-        {"t", all, "i a", "t null t", "t c b x r #document null t"},
-        {"r", 0, "", "null null", "null null"},
-        {"r", NodeFilter::SHOW_DOCUMENT, "", "null null", "#document null #document"},
-    };
-    for (const auto& [root, show, refused, forward, backward] : cases) {
+    // From where, what is shown, who is refused, and the steps forward and back: not bound to the
+    // root.
+    for (const Row& row : rows_of(R"(
+r => all => => r a x b i c t null r => r #document null r
+a => all => => a x b i c t null a => a r #document null a
+b => all => => b i c t null b => b x a r #document null b
+#document => all => => #document r a x => #document null #document
+r => element => => r a x i null r => r null r
+r => text => => c t null c => null null
+t => all => i a => t null t => t c b x r #document null t
+r => nothing => => null null => null null
+r => document => => null null => #document null #document
+)")) {
+        const std::map<std::string, unsigned long> shows = {
+            {"all", all}, {"element", 1}, {"text", 4 + 128}, {"document", 256}, {"nothing", 0}};
         Tree tree("r(a(x) &b(i) !'c' 't')");
-        Refuse filter(refused == nullptr ? "" : refused);
-        for (const auto& [letter, names] : {std::pair('n', forward), std::pair('p', backward)}) {
+        Refuse filter(row[2]);
+        for (const char letter : {'n', 'p'}) {
+            const std::string& names = row.at(letter == 'n' ? 3 : 4);
             qvox::NodeIterator* const iterator = tree.document->createNodeIterator(
-                tree[root], show, refused == nullptr ? nullptr : &filter, false);
+                tree[row[0].c_str()], shows.at(row[1]), row[2].empty() ? nullptr : &filter, false);
             EXPECT_EQ(walk(iterator, std::string(split(names, ' ').size(), letter)), names);
             tree.document->freeNodeIterator(iterator);
         }
-        EXPECT_TRUE(show != 0 || filter.asked.empty());
     }
+    Tree tree("r(a)");
+    Refuse unasked("");
+    qvox::NodeIterator* const iterator =
+        tree.document->createNodeIterator(tree["r"], 0, &unasked, false);
+    EXPECT_EQ(walk(iterator, "nnp") + unasked.asked, "null null null");
+    tree.document->freeNodeIterator(iterator);
 }
 
 TEST(NodeIterator, TurningAndDetaching) {
@@ -119,45 +119,40 @@ TEST(NodeIterator, TurningAndDetaching) {
 }
 
 TEST(TreeWalker, Steps) {
-    const unsigned long element = NodeFilter::SHOW_ELEMENT;
-    const struct {
-        unsigned long show;
-        const char* refused;
-        const char* from;
-        Node* (TreeWalker::*step)();
-        const char* result;
-    } cases[] = {{all, "", "r", &TreeWalker::firstChild, "c"},
-                 {element, "a", "r", &TreeWalker::firstChild, "b"},
-                 {all, "c a t e b", "r", &TreeWalker::firstChild, "null"},
-                 {element, "i", "e", &TreeWalker::firstChild, "null"},
-                 {all, "b e", "r", &TreeWalker::lastChild, "t"},
-                 {NodeFilter::SHOW_TEXT, "", "r", &TreeWalker::lastChild, "t"},
-                 {all, "", "a", &TreeWalker::nextSibling, "t"},
-                 {element, "", "a", &TreeWalker::nextSibling, "b"},
-                 {all, "", "b", &TreeWalker::previousSibling, "e"},
-                 {element, "", "b", &TreeWalker::previousSibling, "a"},
-                 {all, "e t a c", "b", &TreeWalker::previousSibling, "null"},
-                 {all, "", "x", &TreeWalker::parentNode, "a"},
-                 {all, "a", "x", &TreeWalker::parentNode, "r"},
-                 {all, "", "r", &TreeWalker::parentNode, "#document"},
-                 {all, "", "#document", &TreeWalker::parentNode, "null"},
-                 {element, "", "r", &TreeWalker::parentNode, "null"},
-                 {all, "", "x", &TreeWalker::nextNode, "t"},
-                 {element, "i", "e", &TreeWalker::nextNode, "j"},
-                 {all, "c a", "r", &TreeWalker::nextNode, "x"},
-                 {all, "", "b", &TreeWalker::previousNode, "j"},
-                 {element, "j i", "b", &TreeWalker::previousNode, "x"},
-                 {all, "r", "c", &TreeWalker::previousNode, "#document"},
-                 {0, "", "r", &TreeWalker::nextNode, "null"}};
-    for (const auto& [show, refused, from, step, wanted] : cases) {
+    const std::map<std::string, Node* (TreeWalker::*)()> steps = {
+        {"firstChild", &TreeWalker::firstChild},
+        {"lastChild", &TreeWalker::lastChild},
+        {"nextSibling", &TreeWalker::nextSibling},
+        {"previousSibling", &TreeWalker::previousSibling},
+        {"nextNode", &TreeWalker::nextNode},
+        {"previousNode", &TreeWalker::previousNode},
+        {"parentNode", &TreeWalker::parentNode}};
+    // Where it stands, the step, what is shown besides elements, and what is refused.
+    for (const Row& row : cells_of(R"(
+r firstChild all => c  r firstChild none a => b  r firstChild all c a t e b => null
+e firstChild none i => null  r lastChild all b e => t  r lastChild text => t
+a nextSibling all => t  a nextSibling none => b  b previousSibling all => e
+b previousSibling none => a  b previousSibling all e t a c => null
+x parentNode all => a  x parentNode all a => r  r parentNode all => #document
+#document parentNode all => null  r parentNode none => null
+x nextNode all => t  e nextNode none i => j  r nextNode all c a => x  r nextNode nothing => null
+b previousNode all => j  b previousNode none j i => x  c previousNode all r => #document
+)")) {
+        const Words words = split(row[0], ' ');
+        const std::map<std::string, unsigned long> shows = {
+            {"all", all}, {"none", 1}, {"text", 4}, {"nothing", 0}};
         Tree tree("r(!'c' a(x) 't' &e(i(j)) b)");
+        std::string refused;
+        for (std::size_t i = 3; i < words.size(); ++i) refused += words[i] + ' ';
         Refuse filter(refused);
-        TreeWalker* const walker = tree.document->createTreeWalker(tree["r"], show, &filter, false);
+        TreeWalker* const walker =
+            tree.document->createTreeWalker(tree["r"], shows.at(words[2]), &filter, false);
         EXPECT_EQ(walker->getCurrentNode(), tree["r"]);
-        walker->setCurrentNode(tree[from]);
-        const Node* const result = (walker->*step)();
-        EXPECT_EQ(short_name(result), wanted) << from;
-        EXPECT_EQ(walker->getCurrentNode(), result == nullptr ? tree[from] : result);
+        Node* const from = tree[words[0].c_str()];
+        walker->setCurrentNode(from);
+        const Node* const result = (walker->*steps.at(words[1]))();
+        EXPECT_EQ(short_name(result), row[1]) << row[0];
+        EXPECT_EQ(walker->getCurrentNode(), result == nullptr ? from : result);
         tree.document->freeTreeWalker(walker);
     }
 }
