@@ -1,4 +1,5 @@
 // qvox/easy.h: documents in all encodings in and out, nodes, events, errors.
+#include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -61,12 +62,8 @@ TEST(Easy, ReadsEveryEncoding) {
             const std::string bytes = document.bytes();
             EXPECT_EQ(bytes.substr(bytes.find("?>\n") + 3), test.content) << test.bytes;
             const std::string declaration = document.self().first_child().value();
-            const bool isDeclared =
-                declaration.find("encoding=\""s + test.encoding) != std::string::npos;
-            EXPECT_EQ(isDeclared, test.encoding[0] != 0) << declaration;
-            EXPECT_EQ(bytes.find("standalone=\"yes\"") != std::string::npos,
-                      test.bytes.find("standalone") != std::string::npos);
-
+            EXPECT_EQ(declaration.find("encoding=\""s + test.encoding) != std::string::npos,
+                      test.encoding[0] != 0);
             std::string text;
             easy::reader reader;
             reader.on_text = [&](const std::string& piece) { text += piece; };
@@ -95,10 +92,8 @@ TEST(Easy, Errors) {
     };
     for (const auto& test : cases) {
         write_file("easy.xml", test.bytes);
-        const auto expected = [&](const std::string& name) {
-            std::string text = test.message;
-            const std::size_t at = text.find("%s");
-            return at == std::string::npos ? text : text.replace(at, 2, name);
+        const auto expected = [&](const char* name) {
+            return std::regex_replace(test.message, std::regex("%s"), name);
         };
         EXPECT_EQ(error_of([] { easy::document::load("easy.xml"); }), expected("easy.xml"));
         EXPECT_EQ(error_of([] { easy::reader().read("easy.xml"); }), expected("easy.xml"));

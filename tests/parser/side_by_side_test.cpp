@@ -81,6 +81,8 @@ TEST_F(SideBySide, ParsesInsideParses) {
             EXPECT_EQ(result_of([&] { nested.parse("none.xml"); }),
                       expected == "ok" ? "1 file (none.xml) cannot open" : refused);
             EXPECT_EQ(result_of([&] { parser.parse("good.xml"); }), refused);
+            EXPECT_TRUE(parser.isParsing() && !nested.isParsing());
+            EXPECT_TRUE(parser.getInputSource()->getSystemId() == "good.xml");
         };
         EXPECT_EQ(result_of([&] { parser.parse("good.xml"); }), "ok");
         // A refusal is told to the parse that is running, a file that can't be opened to nobody.

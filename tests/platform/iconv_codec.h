@@ -7,6 +7,11 @@
 
 #ifdef __GLIBC__
 #include <iconv.h>
+#else
+using iconv_t = void*;
+inline iconv_t iconv_open(const char*, const char*) { return reinterpret_cast<iconv_t>(-1); }
+inline int iconv_close(iconv_t) { return 0; }
+inline std::size_t iconv(iconv_t, char**, std::size_t*, char**, std::size_t*) { return 0; }
 #endif
 
 namespace qvox_test {
@@ -14,27 +19,17 @@ namespace qvox_test {
 // Converts one character between a byte encoding and UTF-16.
 class IconvCodec {
 public:
-    explicit IconvCodec(const char* encoding) {
-#ifdef __GLIBC__
-        decoder = iconv_open("UTF-16BE", encoding);
-        encoder = iconv_open(encoding, "UTF-16BE");
-        open = decoder != none() && encoder != none();
-#else
-        static_cast<void>(encoding);
-#endif
-    }
-
-    ~IconvCodec() {
-#ifdef __GLIBC__
-        if (decoder != none()) iconv_close(decoder);
-        if (encoder != none()) iconv_close(encoder);
-#endif
-    }
-
+    explicit IconvCodec(const char* encoding)
+        : decoder(iconv_open("UTF-16BE", encoding)), encoder(iconv_open(encoding, "UTF-16BE")) {}
     IconvCodec(const IconvCodec&) = delete;
     IconvCodec& operator=(const IconvCodec&) = delete;
+    ~IconvCodec() {
+        for (const iconv_t handle : {decoder, encoder}) {
+            if (handle != none()) iconv_close(handle);
+        }
+    }
 
-    bool is_open() const { return open; }
+    bool is_open() const { return decoder != none() && encoder != none(); }
 
     // The unit of a code (a byte, or first byte * 256 + second); 0 where it isn't one character.
     int decode(int code) const {
@@ -51,13 +46,10 @@ public:
     }
 
 private:
-#ifdef __GLIBC__
-    using Handle = iconv_t;
-
-    static Handle none() { return reinterpret_cast<Handle>(-1); }
+    static iconv_t none() { return reinterpret_cast<iconv_t>(-1); }
 
     // Empty if the input isn't a whole character, or isn't one in the other encoding.
-    static std::string convert(Handle handle, std::string input) {
+    static std::string convert(iconv_t handle, std::string input) {
         iconv(handle, nullptr, nullptr, nullptr, nullptr);
         char output[16];
         char* in = input.data();
@@ -67,11 +59,6 @@ private:
         const std::size_t result = iconv(handle, &in, &inLeft, &out, &outLeft);
         return result == static_cast<std::size_t>(-1) ? std::string() : std::string(output, out);
     }
-#else
-    using Handle = void*;
-
-    static std::string convert(Handle, const std::string&) { return {}; }
-#endif
 
     static char char_of(int byte) { return static_cast<char>(byte & 0xFF); }
 
@@ -86,9 +73,8 @@ private:
         return bytes.size() == 2 ? number_of(bytes) : 0;
     }
 
-    Handle decoder{};
-    Handle encoder{};
-    bool open = false;
+    const iconv_t decoder;
+    const iconv_t encoder;
 };
 
 }  // namespace qvox_test

@@ -1,31 +1,14 @@
-// What can be opened, reads that fail, and memory that runs out in between.
+// What can be opened, and reads that fail.
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <new>
 #include <optional>
 
 #include <gtest/gtest.h>
 
-#include "platform/byte_sink.h"
 #include "platform/byte_stream.h"
 #include "support/recorder.h"
 #include "support/system.h"
-
-namespace {
-bool memoryIsOut = false;
-}  // namespace
-
-void* operator new(std::size_t size) {
-    void* const p = memoryIsOut ? nullptr : std::malloc(size);
-    if (p == nullptr) throw std::bad_alloc();
-    return p;
-}
-void operator delete(void* p) noexcept { std::free(p); }
-#if defined(__cpp_sized_deallocation)
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-#endif
 
 namespace qvox {
 namespace {
@@ -93,27 +76,6 @@ TEST(Streams, FailedReadIsNoEndOfFile) {
         EXPECT_EQ(errno, fails ? EBADF : 0);
     }
     std::fclose(unreadable);
-}
-
-TEST(Streams, ClosedWhereMemoryRunsOut) {
-    qvox_test::write_file("file", "x");
-    const int descriptor = os::next_descriptor();
-    const auto expect_refused = [&](auto open) {
-        memoryIsOut = true;
-        bool isRefused = false;
-        try {
-            open();
-        } catch (const std::bad_alloc&) {
-            isRefused = true;
-        }
-        memoryIsOut = false;
-        EXPECT_TRUE(isRefused);
-        EXPECT_EQ(os::next_descriptor(), descriptor);
-    };
-    expect_refused([] { ByteStream::open("file"); });
-    expect_refused([] { ByteStream::openRegular("file"); });
-    expect_refused([] { ByteSink::open("file"); });
-    expect_refused([] { ByteSink::standardOutput(); });
 }
 
 }  // namespace

@@ -58,24 +58,16 @@ TEST(Exception, Values) {
     errno = 0;
     message[0] = 'x';
     const QVOXException copy = plain;
-    EXPECT_EQ(quoted(copy.getMessage()), "'亜'");
-    EXPECT_TRUE(copy.toString().isNull());
+    EXPECT_EQ(quoted(copy.getMessage()) + quoted(copy.toString()), "'亜'-");
     EXPECT_EQ(copy.getCode(), 3);
     EXPECT_EQ(copy.getSysCode(), static_cast<unsigned long>(ENOENT));
-
     const qvox::SAXParseException parse(QVOXException::SYNTAX_ERR, "m", Place());
-    EXPECT_EQ(parse.getLineNumber(), 3);
-    EXPECT_EQ(parse.getColumnNumber(), 7);
-    EXPECT_TRUE(parse.getPublicId().isNull());
-    EXPECT_TRUE(parse.getSystemId() == "a.xml");
-    EXPECT_TRUE(parse.getMessage() == "m");
-
-    const qvox::SAXNotRecognizedException unknown("m");
-    EXPECT_EQ(unknown.getCode(), 13);
-    EXPECT_EQ(quoted(unknown.toString()), "'<SAXNotRecognizedException>'");
-    const qvox::SAXNotSupportedException unsupported("m");
-    EXPECT_EQ(unsupported.getCode(), 14);
-    EXPECT_EQ(quoted(unsupported.toString()), "'<SAXNotSupportedException>'");
+    EXPECT_EQ(std::to_string(parse.getLineNumber()) + ':' +
+                  std::to_string(parse.getColumnNumber()) + quoted(parse.getPublicId()) +
+                  quoted(parse.getSystemId()) + quoted(parse.getMessage()),
+              "3:7-'a.xml''m'");
+    EXPECT_EQ(qvox::SAXNotRecognizedException("m").getCode(), 13);
+    EXPECT_EQ(qvox::SAXNotSupportedException("m").getCode(), 14);
 }
 
 }  // namespace

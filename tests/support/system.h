@@ -12,7 +12,6 @@
 #include <fcntl.h>
 #include <io.h>
 #else
-#include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -22,8 +21,7 @@ namespace qvox_test::os {
 
 #ifdef _WIN32
 
-constexpr bool HAS_PIPES = false;       // with the names of files
-constexpr bool HAS_SIZE_LIMIT = false;  // of the files that a process writes
+constexpr bool HAS_PIPES = false;  // with the names of files
 constexpr const char* NULL_DEVICE = "NUL";
 constexpr const char* FULL_DEVICE = nullptr;  // takes nothing
 
@@ -54,14 +52,9 @@ private:
     const int before = _getmaxstdio();
 };
 
-struct FileSizeLimit {
-    explicit FileSizeLimit(unsigned) {}
-};
-
 #else
 
 constexpr bool HAS_PIPES = true;
-constexpr bool HAS_SIZE_LIMIT = true;
 constexpr const char* NULL_DEVICE = "/dev/null";
 constexpr const char* FULL_DEVICE = "/dev/full";
 
@@ -99,19 +92,6 @@ private:
 
 struct OpenFilesLimit : Limit {
     explicit OpenFilesLimit(unsigned files) : Limit(RLIMIT_NOFILE, files) {}
-};
-
-// What goes beyond it fails, as on a disk that is full.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(unsigned bytes) : limit(RLIMIT_FSIZE, bytes) {}
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit() { std::signal(SIGXFSZ, handler); }
-
-private:
-    void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
-    const Limit limit;
 };
 
 #endif

@@ -34,25 +34,6 @@ TEST(CharClasses, NameCharactersAreThoseOfXml10) {
     }
 }
 
-TEST(CharClasses, EachByItself) {
-    const struct {
-        bool (*test)(unsigned);
-        unsigned inside[4];
-        unsigned outside[4];
-    } cases[] = {
-        {is_base_char, {0x41, 0x7A, 0xC0, 0xD7A3}, {0x40, 0xB7, 0x387, 0x4E00}},
-        {is_ideographic, {0x3007, 0x3021, 0x4E00, 0x9FA5}, {0x3005, 0x302A, 0x41, 0x9FA6}},
-        {is_digit, {0x30, 0x39, 0x660, 0xF29}, {0x2F, 0x3A, 0xBE6, 0xFF10}},
-        {is_combining_char, {0x300, 0x345, 0x5BF, 0x309A}, {0x2FF, 0x346, 0x6E5, 0x309B}},
-        {is_extender, {0xB7, 0x387, 0x3005, 0x30FE}, {0xB8, 0x386, 0x3036, 0x30FF}},
-    };
-    for (const auto& [test, inside, outside] : cases) {
-        for (const unsigned code : inside) EXPECT_TRUE(test(code)) << std::hex << code;
-        for (const unsigned code : outside) EXPECT_FALSE(test(code)) << std::hex << code;
-        for (const unsigned code : {0U, 0x10041U, ~0U}) EXPECT_FALSE(test(code)) << code;
-    }
-}
-
 TEST(CharClasses, Ascii) {
     const std::u16string spaces = u"\t\n\r ";
     const std::u16string names =

@@ -63,8 +63,7 @@ TEST(JapaneseCodes, FromUnicode) {
         {0x00E9, '?', '?', '?'},
         {0x10000, '?', '?', '?'},
         {-1, '?', '?', '?'},
-        {0, 0, 0, 0},
-    };
+        {0, 0, 0, 0}};
     for (const auto& [unit, sjis, euc, jis] : cases) {
         EXPECT_EQ(unicode_to_sjis(unit), sjis) << std::hex << unit;
         EXPECT_EQ(unicode_to_euc(unit), euc) << std::hex << unit;

@@ -156,48 +156,40 @@ TEST(Xstring, AssignAndAppend) {
 
 // Where a character has no code it is a question mark, and each line feed is CR LF.
 TEST(Xstring, Conversions) {
-    const struct {
-        const char16_t* text;
-        const char* ascii;
-        const char* sjis;
-        const char* euc;
-        const char* jis;
-        const char* utf8;
-    } cases[] = {
-        {u"", "", "", "", "", ""},
-        {u"a\nb\r", "a\nb\r", "a\r\nb\r", "a\r\nb\r", "a\r\nb\r", "a\nb\r"},
-        {u"亜ｱz", "\x9Cqz", "\x88\x9F\xB1z", "\xB0\xA1\x8E\xB1z", "0!\xB1z", "亜ｱz"},
-        {u"\u301C\u2212\u00A2", "\x1C\x12\xA2", "\x81\x60\x81\x7C\x81\x91",
-         "\xA1\xC1\xA1\xDD\xA1\xF1", "!A!]!q", "〜−¢"},
-        {u"\u00A5\u203E", "\xA5>", "\\~", "\\~", "\\~", "\u00A5\u203E"},
-        {u"\u00E9\U00020BB7", "\xE9\x42\xB7", "???", "???", "???", "é𠮷"},
+    // A text, and it in ASCII, Shift_JIS, EUC-JP, JIS and UTF-8.
+    const char* const cases[][6] = {
+        {"", "", "", "", "", ""},
+        {"a\nb\r", "a\nb\r", "a\r\nb\r", "a\r\nb\r", "a\r\nb\r", "a\nb\r"},
+        {"亜ｱz", "\x9Cqz", "\x88\x9F\xB1z", "\xB0\xA1\x8E\xB1z", "0!\xB1z", "亜ｱz"},
+        {"〜−¢", "\x1C\x12\xA2", "\x81\x60\x81\x7C\x81\x91", "\xA1\xC1\xA1\xDD\xA1\xF1", "!A!]!q",
+         "〜−¢"},
+        {"¥‾", "\xA5>", "\\~", "\\~", "\\~", "¥‾"},
+        {"é𠮷", "\xE9\x42\xB7", "???", "???", "???", "é𠮷"},
     };
-    for (const auto& test : cases) {
+    for (const auto& [source, ascii, sjis, euc, jis, utf8] : cases) {
         Xstring text;
-        text = test.text;
+        text = Xstring::fromUtf8(source).u16_str();
         std::string buffer(static_cast<std::size_t>(2 * text.length() + 1), 'x');
         auto* const bytes = reinterpret_cast<unsigned char*>(buffer.data());
         const auto expect = [](const char* expected, const void* own, const void* given) {
             EXPECT_STREQ(static_cast<const char*>(own), expected);
             EXPECT_STREQ(static_cast<const char*>(given), expected);
         };
-        expect(test.ascii, text.ascii_str(), text.ascii_str(buffer.data()));
-        expect(test.sjis, text.sjis_str(), text.sjis_str(bytes));
-        expect(test.sjis, text.os_str(), text.os_str(bytes));
-        expect(test.euc, text.euc_str(), text.euc_str(bytes));
-        expect(test.jis, text.jis_str(), text.jis_str(buffer.data()));
-        EXPECT_EQ(buffer, test.jis + buffer.substr(std::strlen(test.jis)));
+        expect(ascii, text.ascii_str(), text.ascii_str(buffer.data()));
+        expect(sjis, text.sjis_str(), text.sjis_str(bytes));
+        expect(sjis, text.os_str(), text.os_str(bytes));
+        expect(euc, text.euc_str(), text.euc_str(bytes));
+        expect(jis, text.jis_str(), text.jis_str(buffer.data()));
+        EXPECT_EQ(buffer, jis + buffer.substr(std::strlen(jis)));
         std::ostringstream stream;
         stream << text;
-        EXPECT_EQ(stream.str(), test.sjis);
+        EXPECT_EQ(stream.str(), sjis);
         unsigned short copy[8];
         EXPECT_EQ(Xstring(text.unicode_str(copy), text.length()), text);
         EXPECT_EQ(copy[text.length()], 0);
         EXPECT_EQ(text.unicode_str(), text.data());
-        EXPECT_EQ(text.utf8(), test.utf8);
-        EXPECT_EQ(Xstring::fromUtf8(test.utf8), text);
-        EXPECT_EQ(text.view(), test.text);
-        EXPECT_EQ(std::u16string(text), text.u16_str());
+        EXPECT_EQ(text.utf8(), utf8);
+        EXPECT_EQ(std::u16string(text.view()), text.u16_str());
     }
     const unsigned short halves[] = {0xDC00, 'a', 0xD800, 0};
     EXPECT_EQ(Xstring(halves).utf8(), "\uFFFDa\uFFFD");
@@ -218,19 +210,11 @@ TEST(Xstring, Parts) {
         EXPECT_EQ(quoted(Xstring(abcd, 4).substr(test.start, test.count)), test.part);
         EXPECT_EQ(quoted(Xstring().substr(test.start, test.count)), "''");
     }
-    const auto none = static_cast<unsigned int>(-1);
-    const struct {
-        Xstring text;
-        const char* part;
-        unsigned int place;
-    } finds[] = {{"xz\x82\xA0xy", "\x82\xA0x", 2},
-                 {"xxy", "xy", 1},
-                 {"x", "", 0},
-                 {{}, "", 0},
-                 {{}, "a", none},
-                 {"a", nullptr, 0}};
-    for (const auto& [text, part, place] : finds) EXPECT_EQ(text.find(part), place);
-    EXPECT_EQ(Xstring(abcd, 3).find("cd"), none);
+    EXPECT_EQ(Xstring("xz\x82\xA0xy").find("\x82\xA0x"), 2u);
+    EXPECT_EQ(Xstring("xxy").find("xy"), 1u);
+    EXPECT_EQ(Xstring("x").find("") + Xstring().find("") + Xstring("a").find(nullNarrow), 0u);
+    EXPECT_EQ(Xstring().find("a"), -1U);
+    EXPECT_EQ(Xstring(abcd, 3).find("cd"), -1U);
     EXPECT_EQ(Xstring(abcd, 3).find("bc"), 1u);
     EXPECT_EQ(Xstring(abcd).find(u"cd"), 2u);
 }
