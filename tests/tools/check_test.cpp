@@ -11,89 +11,67 @@ namespace {
 class CheckTest : public ProgramTest {};
 
 TEST_F(CheckTest, SaysWhereAndWhat) {
-    const std::string amp = "\nhint: an & that begins no reference is written as &amp;";
-    const std::string noXml = "\nhint: this is no XML document, which begins with <";
-    const struct {
-        std::string bytes;
-        std::string report;  // behind the name of the file
-    } cases[] = {
-        {"<a/>", ""},
-        {"<a>&undeclared;</a>", ""},  // a warning only
-        {"", ":1:1: not XML file" + noXml},
-        {"hello", ":1:2: f.xml : parse error (h) at line 1, col 2" + noXml},
-        {"<a>\n  <b></a>", ":2:9: end tag (a) not match to start tag (b)"},
-        {"<a>\xC3\xA9</a>",
-         ":1:4: not supported UTF-8 char (c3)\nhint: a character of two bytes in UTF-8 is read as "
-         "a "
-         "reference only, such as &#xE9;; `qvox convert --to UTF-8` writes these"},
-        {"<a>\xF0\x9F\x98\x80</a>",
-         ":1:4: not supported UTF-8 char (f0)\nhint: a character of four bytes in UTF-8 is read as "
-         "a reference only, such as &#x20BB7;; `qvox convert --to UTF-8` writes these"},
-        {"\xEF\xBB\xBF<a/>",
-         ":1:3: f.xml : parse error (?) at line 1, col 3\nhint: the file begins with a byte "
-         "order mark, which UTF-8 mustn't have here; `qvox convert --to UTF-8` writes it without"},
-        {"<a>\x82\xA0</a>",
-         ":1:4: not supported UTF-8 char (82)\nhint: this is no UTF-8; a document in Shift_JIS, "
-         "EUC-JP or ISO-2022-JP has to declare that"},
-        {"<a><!-- x", ":1:9: unterminated comment : f.xml ( x) at line 1, col 10"},
-        {"<a><!-- x\n\n\t-- --></a>",
-         ":3:9: '--' found in comment : f.xml ( x\\n\\n\\t-- ) at line 3, col 4"},
-        {"<a>\xE6\x9B\xB8&#x0;</a>",
-         ":1:6: illegal character reference value : f.xml (&#x0) at line 1, col 11"},
-        {"<a>AT&T</a>", ":1:5: illegal reference : f.xml (&T) at line 1, col 9" + amp},
-        {"<?xml version='1.0' encoding='Shift_JIS'?><\x8F\x91></\x8E\x9A>",
-         ":1:52: end tag (字) not match to start tag (書)"},
-        {"<?xml version='1.0' encoding='EUC-JP'?>\n<a>\x8F\xB0\xA1</a>",
-         ":2:3: not xml char (0)\nhint: the characters of JIS X 0212, of three bytes in EUC-JP, "
-         "are "
-         "read as references only"},
-        {"<?xml version='1.0' encoding='ISO-2022-JP'?>\n<a>\x1B$B$\"\x1B(B</a>",
-         ":2:5: illegal third KOUT code (42)\nhint: kanji in ISO-2022-JP are ended by ESC ( J "
-         "here, "
-         "and ESC ( B is refused"},
-        {"<?xml version='1.0' encoding='latin1'?><a/>",
-         ":1:31: not supported encoding : f.xml (latin1) at line 1, col 38\nhint: the encodings "
-         "that "
-         "are known are UTF-8, UTF-16, Shift_JIS, EUC-JP and ISO-2022-JP"},
-    };
-    for (const auto& [bytes, report] : cases) {
-        file("f.xml", bytes);
-        const std::string line = report.empty() ? "" : "f.xml" + report + '\n';
-        EXPECT_EQ(qvox("check f.xml"), (Result{report.empty() ? 0 : 1, line, ""})) << bytes;
+    const char* const table = R"~(
+<a/> =>
+<a>&undeclared;</a> =>
+=> :1:1: not XML file\nhint: this is no XML document, which begins with <
+hello => :1:2: f.xml : parse error (h) at line 1, col 2\nhint: this is no XML document, which begins
+  with <
+<a>\n\s <b></a> => :2:9: end tag (a) not match to start tag (b)
+<a>é</a> => :1:4: not supported UTF-8 char (c3)\nhint: a character of two bytes in UTF-8 is read as a
+  reference only, such as &#xE9;; `qvox convert --to UTF-8` writes these
+<a>😀</a> => :1:4: not supported UTF-8 char (f0)\nhint: a character of four bytes in UTF-8 is read as
+  a reference only, such as &#x20BB7;; `qvox convert --to UTF-8` writes these
+\xEF\xBB\xBF<a/> => :1:3: f.xml : parse error (?) at line 1, col 3\nhint: the file begins with a byte
+  order mark, which UTF-8 mustn't have here; `qvox convert --to UTF-8` writes it without
+<a>\x82\xA0</a> => :1:4: not supported UTF-8 char (82)\nhint: this is no UTF-8; a document in
+  Shift_JIS, EUC-JP or ISO-2022-JP has to declare that
+<a><!-- x => :1:9: unterminated comment : f.xml ( x) at line 1, col 10
+<a><!-- x\n\n\t-- --></a> => :3:9: '--' found in comment : f.xml ( x\x5Cn\x5Cn\x5Ct-- ) at line 3, col
+  4
+<a>書&#x0;</a> => :1:6: illegal character reference value : f.xml (&#x0) at line 1, col 11
+<a>AT&T</a> => :1:5: illegal reference : f.xml (&T) at line 1, col 9\nhint: an & that begins no
+  reference is written as &amp;
+<?xml version='1.0' encoding='Shift_JIS'?><\x8F\x91></\x8E\x9A> => :1:52: end tag (字) not match to
+  start tag (書)
+<?xml version='1.0' encoding='EUC-JP'?>\n<a>\x8F\xB0\xA1</a> => :2:3: not xml char (0)\nhint: the
+  characters of JIS X 0212, of three bytes in EUC-JP, are read as references only
+<?xml version='1.0' encoding='ISO-2022-JP'?>\n<a>\x1B$B$"\x1B(B</a> => :2:5: illegal third KOUT code
+  (42)\nhint: kanji in ISO-2022-JP are ended by ESC ( J here, and ESC ( B is refused
+<?xml version='1.0' encoding='latin1'?><a/> => :1:31: not supported encoding : f.xml (latin1) at line
+  1, col 38\nhint: the encodings that are known are UTF-8, UTF-16, Shift_JIS, EUC-JP and ISO-2022-JP
+)~";
+    for (qvox_test::Row row : qvox_test::rows_of(table)) {
+        row.resize(2);
+        file("f.xml", unescaped(row[0]));
+        const std::string line = row[1].empty() ? "" : "f.xml" + unescaped(row[1]) + '\n';
+        EXPECT_EQ(qvox("check f.xml"), (Result{row[1].empty() ? 0 : 1, line, ""})) << row[0];
     }
 }
 
 // With their lines where the parser tells none.
 TEST_F(CheckTest, Warnings) {
-    const struct {
-        const char* document;
-        const char* warnings;
-    } cases[] = {
-        {"<a xml:lang='ja' xmlns:p='u'><p:b p:c=''/></a>", ""},
-        {"<a>&e;</a>", "f.xml:1:5: warning: entity name (e) not found\n"},
-        {"<!DOCTYPE a [<!ENTITY e SYSTEM 'no'>]><a>&e;</a>",
-         "f.xml:1:43: warning: system id (no) can't open\n"},
-        {"<?xml version='1.0'?><!--\n--><a>\n<b c='' d='' c=''\n c=''/>&e;</a>",
-         "f.xml:3: warning: attribute c stands twice in a tag\n"
-         "f.xml:3: warning: attribute c stands twice in a tag\n"
-         "f.xml:4:8: warning: entity name (e) not found\n"},
-        {"<!DOCTYPE p:a [<!-- -->\n<!ENTITY e '<x/><!---->'>]>\n<p:a>&e;<p:b>\n<b "
-         "q:c=''/></p:b></p:a>",
-         "f.xml:3: warning: prefix p is not declared\nf.xml:4: warning: prefix q is not "
-         "declared\n"},
-    };
-    for (const auto& [document, warnings] : cases) {
-        file("f.xml", document);
+    const char* const table = R"(
+<a xml:lang='ja' xmlns:p='u'><p:b p:c=''/></a> =>
+<a>&e;</a> => f.xml:1:5: warning: entity name (e) not found\n
+<!DOCTYPE a [<!ENTITY e SYSTEM 'no'>]><a>&e;</a> => f.xml:1:43: warning: system id (no) can't open\n
+<?xml version='1.0'?><!--\n--><a>\n<b c='' d='' c=''\n c=''/>&e;</a>
+  => f.xml:3: warning: attribute c stands twice in a tag\nf.xml:3: warning: attribute c stands twice
+  in a tag\nf.xml:4:8: warning: entity name (e) not found\n
+<!DOCTYPE p:a [<!-- -->\n<!ENTITY e '<x/><!---->'>]>\n<p:a>&e;<p:b>\n<b q:c=''/></p:b></p:a>
+  => f.xml:3: warning: prefix p is not declared\nf.xml:4: warning: prefix q is not declared\n
+)";
+    for (qvox_test::Row row : qvox_test::rows_of(table)) {
+        row.resize(2);
+        const std::string warnings = unescaped(row[1]);
+        file("f.xml", row[0]);
         EXPECT_EQ(qvox("check f.xml"), (Result{0, "", ""}));
         EXPECT_EQ(qvox("check --warnings f.xml"), (Result{0, warnings, ""}));
-        EXPECT_EQ(qvox("check --strict f.xml"), (Result{*warnings == '\0' ? 0 : 1, warnings, ""}));
+        EXPECT_EQ(qvox("check --strict f.xml"), (Result{warnings.empty() ? 0 : 1, warnings, ""}));
     }
     EXPECT_EQ(
-        shell("printf '<a>]]>' | $QVOX check -"),
-        (Result{1,
-                "standard input:1:5: unexpected token found : standard input (]]>) at line 1, "
-                "col 7\n",
-                ""}));
+        shell("printf '<a>]]>' | $QVOX check -").out,
+        "standard input:1:5: unexpected token found : standard input (]]>) at line 1, col 7\n");
 }
 
 // The line of the document, in the cells of the terminal.

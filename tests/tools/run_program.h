@@ -9,8 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include "support/encode.h"
 #include "support/recorder.h"
 #include "support/system.h"
+#include "support/tables.h"
 
 struct Result {
     int status;
@@ -58,6 +60,33 @@ protected:
         EXPECT_EQ(result.status, 0) << document;
         EXPECT_EQ(result.err, "") << document;
         return result.out;
+    }
+
+    // Rows of arguments, a document, what the program writes about it, and its errors and warnings.
+    // The document is the file f.xml, in UTF-16. Where nothing is written the status is 1. \\xHH is
+    // a byte.
+    void expect_runs(const char* table) const {
+        for (qvox_test::Row row : qvox_test::rows_of(table)) {
+            row.resize(4);
+            const std::u16string text = qvox::Xstring::fromUtf8(unescaped(row[1])).u16_str();
+            file("f.xml", qvox_test::utf16le(u"\uFEFF" + text));
+            const int status = row[2].empty() ? 1 : 0;
+            EXPECT_EQ(qvox(row[0] + " f.xml"),
+                      (Result{status, unescaped(row[2]), unescaped(row[3])}))
+                << row[1];
+        }
+    }
+
+    static std::string unescaped(const std::string& escaped) {
+        const std::string text = qvox_test::unescaped(escaped);
+        std::string out;
+        for (std::string::size_type at = 0; at < text.size(); ++at) {
+            const bool isByte = text.compare(at, 2, "\\x") == 0;
+            out += isByte ? static_cast<char>(std::stoi(text.substr(at + 2, 2), nullptr, 16))
+                          : text[at];
+            if (isByte) at += 3;
+        }
+        return out;
     }
 
     const std::filesystem::path folder = qvox_test::os::new_folder(testing::TempDir());
