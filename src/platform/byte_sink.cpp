@@ -9,7 +9,7 @@ std::unique_ptr<ByteSink> ByteSink::open(const char* fileName) {
         errno = ENOENT;
         return nullptr;
     }
-    OpenFile file(std::fopen(fileName, "wb"));
+    OpenFile file = open_file(fileName, FileUse::WRITE);
     if (file == nullptr) return nullptr;
     // The blocks are large enough, and errors come at once.
     std::setvbuf(file.get(), nullptr, _IONBF, 0);

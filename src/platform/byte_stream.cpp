@@ -1,12 +1,14 @@
 #include "platform/byte_stream.h"
 
 #include <cerrno>
-#include <cstdint>
 #include <cstring>
 #include <sys/stat.h>
 #include <sys/types.h>
 
-#if !defined(_WIN32)
+#if defined(_WIN32)
+#include <io.h>
+#include <windows.h>
+#else
 #include <fcntl.h>
 #include <unistd.h>
 #endif
@@ -25,7 +27,15 @@ bool is_directory(const Status& status) { return (status.st_mode & _S_IFMT) == _
 
 bool is_regular(const Status& status) { return (status.st_mode & _S_IFMT) == _S_IFREG; }
 
-OpenFile open_at_once(const char* fileName) { return OpenFile(std::fopen(fileName, "rb")); }
+OpenFile open_at_once(const char* fileName) { return open_file(fileName, FileUse::READ); }
+
+ByteStream::Identity identity_of(std::FILE* file) {
+    const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
+    BY_HANDLE_FILE_INFORMATION information = {};
+    if (GetFileInformationByHandle(handle, &information) == 0) return {0, 0};
+    const unsigned long long high = information.nFileIndexHigh;
+    return {information.dwVolumeSerialNumber, high << 32 | information.nFileIndexLow};
+}
 
 #else
 
@@ -52,13 +62,19 @@ OpenFile open_at_once(const char* fileName) {
     return file;
 }
 
+ByteStream::Identity identity_of(std::FILE* file) {
+    Status status = {};
+    if (!status_of(file, &status)) return {0, 0};
+    return {status.st_dev, status.st_ino};
+}
+
 #endif
 
 }  // namespace
 
 std::unique_ptr<ByteStream> ByteStream::open(const char* fileName) {
     if (fileName == nullptr) fileName = "";
-    return of_file(fileName, OpenFile(std::fopen(fileName, "rb")), false);
+    return of_file(fileName, open_file(fileName, FileUse::READ), false);
 }
 
 std::unique_ptr<ByteStream> ByteStream::openRegular(const char* fileName) {
@@ -119,14 +135,6 @@ bool ByteStream::more(Position kept) {
     return count != 0;
 }
 
-ByteStream::Identity ByteStream::identity() const {
-#if defined(_WIN32)
-    return {0, reinterpret_cast<std::uintptr_t>(file.get())};  // no two are taken for one
-#else
-    Status status = {};
-    if (!status_of(file.get(), &status)) return {0, 0};
-    return {status.st_dev, status.st_ino};
-#endif
-}
+ByteStream::Identity ByteStream::identity() const { return identity_of(file.get()); }
 
 }  // namespace qvox

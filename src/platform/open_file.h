@@ -15,4 +15,11 @@ struct CloseFile {
 
 using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 
+enum class FileUse { READ, WRITE };
+
+// Opens a file for binary reading, or makes or empties one for binary writing. On Windows the name
+// is Shift_JIS, like all narrow text, and elsewhere the bytes that it is. Null if that fails; errno
+// says why.
+OpenFile open_file(const char* fileName, FileUse use);
+
 }  // namespace qvox

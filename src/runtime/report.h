@@ -2,6 +2,8 @@
 // the debug log.
 #pragma once
 
+#include <cstdio>
+
 #include <qvox/exception.h>
 
 #include "text/wide.h"
@@ -14,7 +16,9 @@ enum ReportLevel : int {
     REPORT_FATAL = 3     // ends the process
 };
 
-#if defined(__GNUC__)
+#if defined(__MINGW_PRINTF_FORMAT)
+#define QVOX_PRINTF_LIKE(text, first) __attribute__((format(__MINGW_PRINTF_FORMAT, text, first)))
+#elif defined(__GNUC__)
 #define QVOX_PRINTF_LIKE(text, first) __attribute__((format(printf, text, first)))
 #else
 #define QVOX_PRINTF_LIKE(text, first)

@@ -2,6 +2,7 @@
 #include <malloc.h>
 
 #include "support/script.h"
+#include "support/system.h"
 
 namespace qvox_test {
 namespace {
@@ -55,14 +56,13 @@ void use_everything() {
 // The sanitizers see what is left at the end of the process; a plain build compares here. The bound
 // is below 40 bytes a turn, which is less than the smallest node.
 TEST(Ownership, EverythingCanBeFreed) {
-    const auto inUse = [] { return mallinfo2().uordblks + mallinfo2().hblkhd; };
     std::size_t before = 0;
     std::size_t after = 0;
     output_of([&] {
         for (int i = 0; i < 10; ++i) use_everything();
-        before = inUse();
+        before = os::memory_in_use();
         for (int i = 0; i < 500; ++i) use_everything();
-        after = inUse();
+        after = os::memory_in_use();
     });
     EXPECT_LT(after, before + 20000);
 }

@@ -44,9 +44,20 @@ TEST(Streams, WhatCanBeOpened) {
     }
 }
 
+// Shift_JIS, in which the second byte of a character may be a backslash.
+TEST(Streams, NamesOfFiles) {
+    namespace fs = std::filesystem;
+    const char* const narrow = "\x95\x5C\xB6.xml";
+    ASSERT_TRUE(ByteSink::open(narrow)->write("x", 1));
+    EXPECT_TRUE(fs::exists(os::HAS_WIDE_NAMES ? fs::u8path("\u8868\uFF76.xml") : fs::path(narrow)));
+    EXPECT_EQ(first_byte(ByteStream::open(narrow)), 'x');
+    EXPECT_EQ(first_byte(ByteStream::openRegular(narrow)), 'x');
+}
+
 TEST(Streams, PipesAndLinks) {
     if (!os::HAS_PIPES) GTEST_SKIP() << "no pipes with names";
-    std::filesystem::create_symlink("file", "link");
+    qvox_test::write_file("linked", "x");
+    std::filesystem::create_symlink("linked", "link");
     expect_opened({"link", 'x', 'x'});
     ASSERT_TRUE(os::make_pipe("pipe"));
     EXPECT_EQ(first_byte(ByteStream::openRegular("pipe")), -EINVAL);  // nobody will ever write

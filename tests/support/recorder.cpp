@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 class WorkingDirectory : public testing::Environment {
 public:
-    void SetUp() override { fs::current_path(os::new_folder(testing::TempDir())); }
+    void SetUp() override { fs::current_path(os::new_folder()); }
     void TearDown() override {
         const fs::path folder = fs::current_path();
         fs::current_path(folder.parent_path());

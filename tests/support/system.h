@@ -3,25 +3,36 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
 
 #ifdef _WIN32
-#include <fcntl.h>
+#define WIN32_LEAN_AND_MEAN  // without macros that take common words
 #include <io.h>
+#include <malloc.h>
+#include <windows.h>
 #else
+#include <csignal>
+#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #endif
+
+#include <gtest/gtest.h>
 
 namespace qvox_test::os {
 
 #ifdef _WIN32
 
-constexpr bool HAS_PIPES = false;  // with the names of files
+constexpr bool HAS_WIDE_NAMES = true;   // files
+constexpr bool HAS_PIPES = false;       // with the names of files
+constexpr bool HAS_SIZE_LIMIT = false;  // of the files that a process writes
 constexpr const char* NULL_DEVICE = "NUL";
 constexpr const char* FULL_DEVICE = nullptr;  // takes nothing
 
@@ -41,6 +52,16 @@ inline std::ptrdiff_t open_descriptors() {
     return count;
 }
 
+inline std::size_t memory_in_use() {
+    const auto heap = reinterpret_cast<HANDLE>(_get_heap_handle());
+    std::size_t bytes = 0;
+    PROCESS_HEAP_ENTRY entry = {};
+    while (HeapWalk(heap, &entry) != 0) {
+        if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) bytes += entry.cbData;
+    }
+    return bytes;
+}
+
 class OpenFilesLimit {
 public:
     explicit OpenFilesLimit(unsigned files) { _setmaxstdio(static_cast<int>(files)); }
@@ -52,9 +73,33 @@ private:
     const int before = _getmaxstdio();
 };
 
+struct FileSizeLimit {
+    explicit FileSizeLimit(unsigned) {}
+};
+
+// Wine starts the shell of the system below, but tells nothing of its end: that is left to a file.
+inline int run_shell(const std::filesystem::path& folder, const std::string& command) {
+    std::string line = "/bin/sh -c \"" + command + "; echo $? >.code; mv .code .status\"";
+    STARTUPINFOA start = {};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process = {};
+    if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                       folder.string().c_str(), &start, &process) == 0) {
+        return -1;
+    }
+    const std::filesystem::path file = folder / ".status";
+    while (!std::filesystem::exists(file)) Sleep(1);
+    int status = -1;
+    std::ifstream(file) >> status;
+    std::filesystem::remove(file);
+    return status;
+}
+
 #else
 
+constexpr bool HAS_WIDE_NAMES = false;
 constexpr bool HAS_PIPES = true;
+constexpr bool HAS_SIZE_LIMIT = true;
 constexpr const char* NULL_DEVICE = "/dev/null";
 constexpr const char* FULL_DEVICE = "/dev/full";
 
@@ -71,6 +116,14 @@ inline std::FILE* temporary_file() { return std::tmpfile(); }
 inline std::ptrdiff_t open_descriptors() {
     return std::distance(std::filesystem::directory_iterator("/dev/fd"),
                          std::filesystem::directory_iterator());
+}
+
+inline std::size_t memory_in_use() { return mallinfo2().uordblks + mallinfo2().hblkhd; }
+
+// Runs a command in a folder and gives its exit status, or -1.
+inline int run_shell(const std::filesystem::path& folder, const std::string& command) {
+    const int status = std::system(("cd '" + folder.string() + "' && " + command).c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 // A limit of the process for as long as the object lives.
@@ -92,6 +145,19 @@ private:
 
 struct OpenFilesLimit : Limit {
     explicit OpenFilesLimit(unsigned files) : Limit(RLIMIT_NOFILE, files) {}
+};
+
+// What goes beyond it fails, as on a disk that is full.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(unsigned bytes) : limit(RLIMIT_FSIZE, bytes) {}
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+    ~FileSizeLimit() { std::signal(SIGXFSZ, handler); }
+
+private:
+    void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+    const Limit limit;
 };
 
 #endif
@@ -140,11 +206,14 @@ private:
     const Diversion diversion;
 };
 
-// Makes an empty folder for temporary files.
-inline std::filesystem::path new_folder(const std::string& parent) {
+// Makes an empty folder for temporary files. Under Wine the variable names a parent that the shell
+// of the system below finds too.
+inline std::filesystem::path new_folder() {
+    const char* const parent = std::getenv("QVOX_TMPDIR");
     std::filesystem::path folder;
     do {
-        folder = parent + "qvox-" + std::to_string(std::random_device()());
+        folder = parent != nullptr ? parent : testing::TempDir();
+        folder /= "qvox-" + std::to_string(std::random_device()());
     } while (!std::filesystem::create_directory(folder));
     return folder;
 }
