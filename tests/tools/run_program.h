@@ -1,11 +1,9 @@
 // Runs the program qvox as a user would, from a shell, in a folder of its own.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <ostream>
 #include <string>
-#include <sys/wait.h>
 
 #include <gtest/gtest.h>
 
@@ -43,12 +41,9 @@ protected:
 
     // Runs a shell script in which $QVOX is the program and $DATA the folder of the examples.
     Result shell(const std::string& script) const {
-        file(".script", "QVOX=" QVOX_PROGRAM " DATA=" QVOX_EXAMPLE_DATA "\n" + script + "\n");
-        const std::string command =
-            "cd '" + folder.string() + "' && sh ./.script >.out 2>.err </dev/null";
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents_of(".out"),
-                contents_of(".err")};
+        file(".script", "QVOX='" QVOX_PROGRAM "' DATA=" QVOX_EXAMPLE_DATA "\n" + script + "\n");
+        const int status = qvox_test::os::run_shell(folder, "sh ./.script >.out 2>.err </dev/null");
+        return {status, contents_of(".out"), contents_of(".err")};
     }
 
     Result qvox(const std::string& arguments) const { return shell("exec $QVOX " + arguments); }
@@ -89,5 +84,5 @@ protected:
         return out;
     }
 
-    const std::filesystem::path folder = qvox_test::os::new_folder(testing::TempDir());
+    const std::filesystem::path folder = qvox_test::os::new_folder();
 };

@@ -5,6 +5,8 @@
 #include <memory>
 #include <system_error>
 
+#include "file_name.h"
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -17,7 +19,7 @@ using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 [[noreturn]] void fail(int code = errno) { throw std::system_error(code, std::generic_category()); }
 
 OpenFile open(const fs::path& path, const char* mode) {
-    OpenFile file(std::fopen(path.string().c_str(), mode));
+    OpenFile file(open_file(name_of(path), mode));
     if (file == nullptr) fail();
     return file;
 }
@@ -46,7 +48,7 @@ void copy(std::FILE* from, Output& to) {
 Destination::Destination(const std::optional<std::string>& fileName)
     : folder(fs::temp_directory_path()) {
     if (!fileName || *fileName == "-") return;
-    target = behind_links(*fileName);
+    target = behind_links(path_of(*fileName));
     const fs::file_status status = fs::status(*target);
     isReplaced = !fs::exists(status) || fs::is_regular_file(status);
     if (!isReplaced) return;
@@ -57,7 +59,7 @@ Destination::Destination(const std::optional<std::string>& fileName)
 
 void Destination::deliver(TemporaryFile& result, Output& standardOutput) const {
     if (isReplaced) return result.replace(*target);
-    const OpenFile from = open(result.path(), "rb");
+    const OpenFile from = open(path_of(result.path()), "rb");
     if (!target) return copy(from.get(), standardOutput);
     try {
         Output device(open(*target, "wb").release());

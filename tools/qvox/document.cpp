@@ -2,6 +2,12 @@
 
 #include <algorithm>
 #include <exception>
+#include <filesystem>
+#include <memory>
+
+#include "file_name.h"
+#include "output.h"
+#include "temporary_file.h"
 
 namespace {
 
@@ -17,6 +23,16 @@ constexpr Surroundings NAME_SURROUNDINGS[] = {
     {" : ", " ("},  // lexer
     {"(", ")"},     // opening
 };
+
+// Made once, and there until the program ends.
+std::string copy_of_standard_input() {
+    static const std::unique_ptr<TemporaryFile> copy = [] {
+        auto file = std::make_unique<TemporaryFile>(std::filesystem::temp_directory_path());
+        file->fill(standard_input());
+        return file;
+    }();
+    return copy->path();
+}
 
 }  // namespace
 
@@ -38,7 +54,8 @@ std::optional<Failure> failure_of(const std::function<void()>& parse, const std:
 }
 
 std::optional<Failure> parse_document(qvox::SAXParser& parser, const std::string& fileName) {
-    return failure_of([&] { parser.parse(readable_path(fileName).c_str()); }, fileName);
+    return failure_of([&] { parser.parse(library_name(readable_path(fileName)).c_str()); },
+                      fileName);
 }
 
 std::string describe_place(const std::string& fileName, const Failure& failure) {
@@ -54,7 +71,8 @@ std::string describe(const std::string& fileName, const Failure& failure) {
 }
 
 std::string readable_path(const std::string& fileName) {
-    return fileName == "-" ? "/dev/stdin" : fileName;
+    if (fileName != "-") return fileName;
+    return CAN_OPEN_STANDARD_INPUT ? "/dev/stdin" : copy_of_standard_input();
 }
 
 std::string shown_name(const std::string& fileName) {
@@ -67,7 +85,7 @@ void append_message(std::string& out, const qvox::Xstring& message, const std::s
     const unsigned short* const end = text + message.length();
     for (const Surroundings& around : NAME_SURROUNDINGS) {
         const qvox::Xstring misread(
-            (around.before + readable_path(fileName) + around.after).c_str());
+            (around.before + library_name(readable_path(fileName)) + around.after).c_str());
         const unsigned short* const found =
             std::search(text, end, misread.data(), misread.data() + misread.length());
         if (found == end) continue;

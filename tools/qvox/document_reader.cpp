@@ -4,6 +4,7 @@
 #include <fstream>
 #include <vector>
 
+#include "file_name.h"
 #include "source_units.h"
 #include "tree_parse.h"
 #include "tree_source.h"
@@ -51,7 +52,7 @@ bool has_document_type(const std::string& path, Externals externals) {
 
 // Whether there is anything to look at: most documents have no references to characters.
 bool has_number_sign(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(path_of(path), std::ios::binary);
     std::vector<char> block(65536);
     while (file) {
         file.read(block.data(), static_cast<std::streamsize>(block.size()));

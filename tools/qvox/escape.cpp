@@ -58,7 +58,15 @@ void append_escaped(std::string& out, char32_t character, Style style) {
     }
 }
 
-[[maybe_unused]] void escape_bytes(std::string& out, std::string_view bytes, Style style) {
+}  // namespace
+
+void escape_units(std::string& out, const unsigned short* units, int count, Style style) {
+    const unsigned short* const end = units + count;
+    while (units != end) append_escaped(out, next_character(units, end), style);
+}
+
+void escape_file_name(std::string& out, const std::string& name, Style style) {
+    std::string_view bytes = name;
     while (!bytes.empty()) {
         char32_t character = 0;
         const std::size_t size = decode_utf8(bytes, character);
@@ -70,22 +78,6 @@ void append_escaped(std::string& out, char32_t character, Style style) {
         }
         bytes.remove_prefix(std::max<std::size_t>(size, 1));
     }
-}
-
-}  // namespace
-
-void escape_units(std::string& out, const unsigned short* units, int count, Style style) {
-    const unsigned short* const end = units + count;
-    while (units != end) append_escaped(out, next_character(units, end), style);
-}
-
-void escape_file_name(std::string& out, const std::string& name, Style style) {
-#ifdef _WIN32
-    const qvox::Xstring text(name.c_str());
-    escape_units(out, text.data(), text.length(), style);
-#else
-    escape_bytes(out, name, style);
-#endif
 }
 
 void quote(std::string& out, const qvox::Xstring& text) {

@@ -10,6 +10,7 @@
 #include <qvox/qvox.h>
 
 #include "command.h"
+#include "file_name.h"
 #include "manual.h"
 #include "output.h"
 
@@ -36,13 +37,12 @@ constexpr Page PAGES[] = {{"--print-manual-page", manual_page},
 const std::string LIST_GUARD(1, '\0');
 
 // The arguments in the order in which CLI11 wants them, the last one first.
-std::vector<std::string> reversed_arguments(int count, char** arguments) {
-    std::vector<std::string> result;
-    for (int i = count - 1; i > 0; --i) {
-        result.emplace_back(arguments[i]);
-        if (arguments[i][0] == '[') result.back().insert(0, LIST_GUARD);
+std::vector<std::string> reversed(std::vector<std::string> arguments) {
+    std::reverse(arguments.begin(), arguments.end());
+    for (std::string& argument : arguments) {
+        if (argument.compare(0, 1, "[") == 0) argument.insert(0, LIST_GUARD);
     }
-    return result;
+    return arguments;
 }
 
 // Help and version go to standard output, a complaint about the options to standard error.
@@ -56,7 +56,7 @@ ExitStatus answer(const CLI::App& program, const CLI::ParseError& outcome, Outpu
     return isComplaint ? WRONG_USE : ALL_GOOD;
 }
 
-ExitStatus run(int argumentCount, char** arguments, Output& output) {
+ExitStatus run(const std::vector<std::string>& arguments, Output& output) {
     CLI::App program("Reads XML documents in UTF-8, UTF-16, Shift_JIS, EUC-JP and ISO-2022-JP.",
                      "qvox");
     program.set_version_flag("--version", "qvox " QVOX_VERSION, "Print the version and exit");
@@ -66,17 +66,16 @@ ExitStatus run(int argumentCount, char** arguments, Output& output) {
     std::vector<Command> commands;
     for (const auto& add : COMMANDS) commands.push_back(add(program));
 
-    if (argumentCount == 2) {
-        const std::string wanted = arguments[1];
+    if (arguments.size() == 1) {
         for (const Page& page : PAGES) {
-            if (wanted != page.option) continue;
+            if (arguments.front() != page.option) continue;
             output.write(page.text(program));
             output.close();
             return ALL_GOOD;
         }
     }
     try {
-        program.parse(reversed_arguments(argumentCount, arguments));
+        program.parse(reversed(arguments));
     } catch (const CLI::ParseError& outcome) {
         return answer(program, outcome, output);
     }
@@ -117,7 +116,7 @@ int main(int argumentCount, char** arguments) {
     try {
         qvox::setReportOutput(nullptr);  // handlers and exceptions tell all of it
         Output output(standard_output());
-        return run(argumentCount, arguments, output);
+        return run(given_arguments(argumentCount, arguments), output);
     } catch (const WriteError& error) {
         if (!error.readerIsGone()) {
             std::fprintf(stderr, "qvox: cannot write to standard output: %s\n",

@@ -1,6 +1,7 @@
 #include "output.h"
 
 #include <cerrno>
+#include <cstdlib>
 
 #ifdef _WIN32
 #include <fcntl.h>
@@ -26,10 +27,18 @@ void Output::close() {
     if (std::fclose(stream) != 0) throw WriteError{errno};
 }
 
+std::FILE* standard_input() {
+#ifdef _WIN32
+    _setmode(_fileno(stdin), _O_BINARY);
+#endif
+    return stdin;
+}
+
 std::FILE* standard_output() {
 #ifdef _WIN32
     if (_fileno(stdout) < 0) throw WriteError{EBADF};
-    SetConsoleOutputCP(CP_UTF8);
+    static const UINT before = GetConsoleOutputCP();
+    if (SetConsoleOutputCP(CP_UTF8) != 0) std::atexit([] { SetConsoleOutputCP(before); });
     _setmode(_fileno(stdout), _O_BINARY);
 #else
     // A file opened later would get the number of a closed one.

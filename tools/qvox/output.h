@@ -31,5 +31,8 @@ private:
     std::FILE* stream;
 };
 
+// Standard input, for bytes as they are.
+std::FILE* standard_input();
+
 // Standard output, for UTF-8 with line feeds as they are. Throws WriteError where it is closed.
 std::FILE* standard_output();

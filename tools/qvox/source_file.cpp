@@ -1,6 +1,5 @@
 #include "source_file.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -8,6 +7,7 @@
 
 #include "document.h"
 #include "escape.h"
+#include "file_name.h"
 
 namespace {
 
@@ -19,17 +19,6 @@ struct CloseFile {
 
 using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 
-[[noreturn]] void fail() { throw std::system_error(errno, std::generic_category()); }
-
-void copy_all(std::FILE* from, std::FILE* to) {
-    char block[65536];
-    for (std::size_t size = sizeof block; size == sizeof block;) {
-        size = std::fread(block, 1, sizeof block, from);
-        if (std::fwrite(block, 1, size, to) != size) fail();
-    }
-    if (std::ferror(from) != 0 || std::fflush(to) != 0) fail();
-}
-
 }  // namespace
 
 SourceFile::SourceFile(const std::string& fileName, Reading reading)
@@ -40,13 +29,12 @@ SourceFile::SourceFile(const std::string& fileName, Reading reading)
 
 void SourceFile::copyWhatIsReadOnce() {
     std::error_code ignored;
-    const fs::file_status status = fs::status(place, ignored);
+    const fs::file_status status = fs::status(path_of(place), ignored);
     if (!fs::exists(status) || fs::is_regular_file(status) || fs::is_directory(status)) return;
-    const OpenFile original(std::fopen(place.c_str(), "rb"));
+    const OpenFile original(open_file(place, "rb"));
     if (original == nullptr) return;
     copy.emplace(fs::temp_directory_path());
-    copy_all(original.get(), copy->stream());
-    copy->close();
+    copy->fill(original.get());
 }
 
 void SourceFile::decode() {
@@ -60,6 +48,7 @@ void SourceFile::decode() {
 void SourceFile::rename(std::string& message) const {
     if (decoded) replace_name(message, decoded->path(), shown_name(name));
     if (copy) replace_name(message, copy->path(), shown_name(name));
+    if (!CAN_OPEN_STANDARD_INPUT && name == "-") replace_name(message, place, shown_name(name));
 }
 
 void replace_name(std::string& message, const std::string& path, const std::string& name) {

@@ -4,8 +4,10 @@
 #include <cctype>
 #include <string_view>
 
+#include "file_name.h"
+
 SourceUnits::SourceUnits(const std::string& path, Choice unitChoice)
-    : file(std::fopen(path.c_str(), "rb")), choice(unitChoice) {
+    : file(open_file(path, "rb")), choice(unitChoice) {
     if (file == nullptr) return;
     std::array<unsigned char, 2> start = {};
     const std::size_t size = std::fread(start.data(), 1, start.size(), file.get());

@@ -8,10 +8,12 @@
 #include <system_error>
 
 #ifdef _WIN32
-#include <cstdio>
+#include <io.h>
 #else
 #include <unistd.h>
 #endif
+
+#include "file_name.h"
 
 namespace {
 
@@ -19,14 +21,15 @@ namespace fs = std::filesystem;
 
 // The files that stand now, for the handler of signals. A command has three of them at most.
 constexpr std::size_t MOST_FILES = 8;
-std::array<std::atomic<const char*>, MOST_FILES> standing;
+using Path = const fs::path::value_type;
+std::array<std::atomic<Path*>, MOST_FILES> standing;
 
 extern "C" {
 static void remove_and_end(int signal) {
-    for (const std::atomic<const char*>& name : standing) {
-        const char* const path = name.load();
+    for (const std::atomic<Path*>& entry : standing) {
+        Path* const path = entry.load();
 #ifdef _WIN32
-        if (path != nullptr) std::remove(path);
+        if (path != nullptr) _wunlink(path);
 #else
         if (path != nullptr) unlink(path);
 #endif
@@ -51,16 +54,21 @@ void watch_signals() {
 // No signal comes between the making of a file and its entry.
 class SignalPause {
 public:
+    SignalPause(const SignalPause&) = delete;
+    SignalPause& operator=(const SignalPause&) = delete;
 #ifdef _WIN32
-    SignalPause() = default;
+    // There only a key of the user's comes as a signal.
+    SignalPause() : before(std::signal(SIGINT, SIG_IGN)) {}
+    ~SignalPause() { std::signal(SIGINT, before); }
+
+private:
+    void (*const before)(int);
 #else
     SignalPause() {
         sigset_t all;
         sigfillset(&all);
         pthread_sigmask(SIG_SETMASK, &all, &before);
     }
-    SignalPause(const SignalPause&) = delete;
-    SignalPause& operator=(const SignalPause&) = delete;
     ~SignalPause() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
 
 private:
@@ -68,17 +76,17 @@ private:
 #endif
 };
 
-void enter(const char* name) {
-    for (std::atomic<const char*>& place : standing) {
-        const char* none = nullptr;
-        if (place.compare_exchange_strong(none, name)) return;
+void enter(Path* path) {
+    for (std::atomic<Path*>& entry : standing) {
+        Path* none = nullptr;
+        if (entry.compare_exchange_strong(none, path)) return;
     }
 }
 
-void strike_out(const char* name) {
-    for (std::atomic<const char*>& place : standing) {
-        const char* own = name;
-        if (place.compare_exchange_strong(own, nullptr)) return;
+void strike_out(Path* path) {
+    for (std::atomic<Path*>& entry : standing) {
+        Path* own = path;
+        if (entry.compare_exchange_strong(own, nullptr)) return;
     }
 }
 
@@ -90,26 +98,36 @@ TemporaryFile::TemporaryFile(const fs::path& folder) {
     static const bool isWatched = (watch_signals(), true);
     static_cast<void>(isWatched);
 
-    const fs::path start = folder / ".qvox-";
     const SignalPause pause;
     do {
-        name = start.string() + std::to_string(std::random_device()());
-        file = std::fopen(name.c_str(), "wbx");
+        place = folder / (".qvox-" + std::to_string(std::random_device()()));
+        file = make_file(place);
     } while (file == nullptr && errno == EEXIST);
     if (file == nullptr) fail();
-    enter(name.c_str());
+    name = name_of(place);
+    enter(place.c_str());
     std::error_code ignored;
-    usual = fs::status(name, ignored).permissions();
-    fs::permissions(name, fs::perms::owner_read | fs::perms::owner_write, ignored);
+    usual = fs::status(place, ignored).permissions();
+    fs::permissions(place, fs::perms::owner_read | fs::perms::owner_write, ignored);
 }
 
 TemporaryFile::~TemporaryFile() {
     if (file != nullptr) std::fclose(file);
-    if (name.empty()) return;
+    if (place.empty()) return;
     const SignalPause pause;
     std::error_code ignored;
-    fs::remove(name, ignored);
+    fs::remove(place, ignored);
     forget();
+}
+
+void TemporaryFile::fill(std::FILE* from) {
+    char block[65536];
+    for (std::size_t size = sizeof block; size == sizeof block;) {
+        size = std::fread(block, 1, sizeof block, from);
+        if (std::fwrite(block, 1, size, file) != size) fail();
+    }
+    if (std::ferror(from) != 0) fail();
+    close();
 }
 
 void TemporaryFile::close() {
@@ -121,13 +139,13 @@ void TemporaryFile::close() {
 void TemporaryFile::replace(const fs::path& target) {
     std::error_code ignored;
     const fs::file_status replaced = fs::status(target, ignored);
-    fs::permissions(name, fs::exists(replaced) ? replaced.permissions() : usual);
+    fs::permissions(place, fs::exists(replaced) ? replaced.permissions() : usual);
     const SignalPause pause;
-    fs::rename(name, target);
+    replace_file(place, target);
     forget();
 }
 
 void TemporaryFile::forget() {
-    strike_out(name.c_str());
-    name.clear();
+    strike_out(place.c_str());
+    place.clear();
 }

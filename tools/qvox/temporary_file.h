@@ -18,6 +18,8 @@ public:
     // Open for writing until close().
     std::FILE* stream() const { return file; }
 
+    // Takes the rest of another file, and is closed. Throws std::system_error.
+    void fill(std::FILE* from);
     // Writes what is still to be written. Throws std::system_error where that fails.
     void close();
     // Puts the closed file in the place of another one, whose permissions it gets, or gives it a
@@ -27,6 +29,7 @@ public:
 private:
     void forget();
 
+    std::filesystem::path place;
     std::string name;
     std::FILE* file = nullptr;
     std::filesystem::perms usual = {};  // that the system gives to new files

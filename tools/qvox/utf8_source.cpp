@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "characters.h"
+#include "file_name.h"
 #include "source_units.h"
 
 namespace {
@@ -25,7 +26,7 @@ template <class Action>
 void for_each_character(const std::string& path, Action action) {
     constexpr std::size_t BLOCK_SIZE = 65536;
     constexpr std::size_t LONGEST = 4;
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(path_of(path), std::ios::binary);
     std::string block;
     while (file || !block.empty()) {
         const std::size_t kept = block.size();
