@@ -31,7 +31,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 elseif(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   target_compile_options(qvox_warnings INTERFACE ${common_warnings} ${clang_warnings})
 elseif(MSVC)
-  target_compile_options(qvox_warnings INTERFACE /W4)
+  # The sources are UTF-8, and fopen() is no cause for a warning.
+  target_compile_options(qvox_warnings INTERFACE /utf-8 /W4)
+  target_compile_definitions(qvox_warnings INTERFACE _CRT_SECURE_NO_WARNINGS NOMINMAX)
 endif()
 
 if(QVOX_WERROR)
