@@ -13,11 +13,12 @@
 /// freed by callers. A string that a getter returns by reference lives as long as its node and is
 /// valid until that value changes; names live as long as the document.
 ///
-/// Threads. Each document has a lock of its own, which the operations that change a tree, searches,
-/// copies and the two sibling getters hold; several threads may read one tree at a time, searches
-/// and clones included. The other getters take no lock, and must not meet a change of what they
-/// read. Setters of values (setData, setNodeValue and their kin) and the factories take no lock:
-/// changes by them are for the caller to order.
+/// Threads. Each document has a lock of its own, which the operations that change a tree, searches
+/// and copies hold, and where they need it the two sibling getters, which may meet a change;
+/// several threads may read one tree at a time, searches and clones included. The other getters
+/// take no lock, and must not meet a change of what they read. Setters of values (setData,
+/// setNodeValue and their kin) and the factories take no lock: changes by them are for the caller
+/// to order.
 ///
 /// Nothing here recurses on the depth of a tree. What running out of memory does is said at Parser.
 /// Offsets and lengths count 16-bit units.
@@ -26,6 +27,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 
 #include <qvox/exception.h>
 #include <qvox/export.h>
@@ -161,17 +163,22 @@ private:
     };
 
     Holder holder = {nullptr};
-    Node* next = nullptr;      // behind this one, where it stands
-    Node* previous = nullptr;  // in front of it; the last one for the first
+    // The node behind this one, where it stands, and whether this one is a child: one word, so that
+    // a step to the next sibling needs no lock.
+    std::atomic<std::uintptr_t> next{0};
+    Node* previous = nullptr;  // the node in front of this one; the last one for the first
     std::atomic<void*> children{nullptr};
     // These change with the lock of the document held.
     unsigned index : 30;      // among the siblings, once they have been counted
     unsigned isCounted : 1;   // whether the children have been
     unsigned hasResults : 1;  // whether the document has a search's result for this node
+    // Where it lies in the memory that it may share with others, in two parts. This never changes,
+    // and may be read while the rest does.
+    unsigned short placeLow;
+    unsigned char placeHigh;
     // These change with the tree.
-    unsigned place : 24;       // in the memory that it may share with others
-    unsigned standing : 3;     // what the holder is
-    unsigned isSpecified : 1;  // of an attribute
+    unsigned char standing : 3;     // what the holder is
+    unsigned char isSpecified : 1;  // of an attribute
 };
 
 /// An ordered collection of nodes.

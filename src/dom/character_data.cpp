@@ -44,9 +44,6 @@ CharacterData::CharacterData(const unsigned short* text, const NodeHome& home) :
     data = text;
 }
 
-CharacterData::CharacterData(const LentText& text, const NodeHome& home) noexcept
-    : Node(home), data(text.string()) {}
-
 const Xstring& CharacterData::getData() const { return data; }
 
 int CharacterData::getLength() const { return data.length(); }

@@ -9,6 +9,9 @@
 
 namespace qvox {
 
+inline CharacterData::CharacterData(const LentText& text, const NodeHome& home) noexcept
+    : Node(home), data(text.string()) {}
+
 class TextImpl final : public Text {
 public:
     // A null text leaves the node without data.

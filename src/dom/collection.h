@@ -58,7 +58,7 @@ public:
 
     Node* front() const {
         const std::uintptr_t value = bits();
-        if ((value & COLLECTION_BIT) == 0) return reinterpret_cast<Node*>(value);
+        if ((value & COLLECTION_BIT) == 0) return pointer_in<Node>(value);
         return value == NONE_LEFT ? nullptr : collectionIn(value)->front();
     }
     Node* back() const { return NodeLinks::last(front()); }
@@ -81,28 +81,26 @@ public:
 
     void link(Node* node, Node* ref) {
         if (NodeCollection* const made = collection()) return made->link(node, ref);
-        store(reinterpret_cast<std::uintptr_t>(NodeLinks::linked(front(), node, ref)));
+        store(word_of(NodeLinks::linked(front(), node, ref)));
     }
     void unlink(Node* node) {
         if (NodeCollection* const made = collection()) return made->unlink(node);
         Node* const first = NodeLinks::unlinked(front(), node);
-        store(first != nullptr ? reinterpret_cast<std::uintptr_t>(first) : NONE_LEFT);
+        store(first != nullptr ? word_of(first) : NONE_LEFT);
     }
 
 private:
     // A collection is told from a node by this bit; the bit alone stands for nodes that have gone.
-    static constexpr std::uintptr_t COLLECTION_BIT = 1;
+    static constexpr std::uintptr_t COLLECTION_BIT = MARK_BIT;
     static constexpr std::uintptr_t NONE_LEFT = COLLECTION_BIT;
 
     static NodeCollection* collectionIn(std::uintptr_t value) {
-        return reinterpret_cast<NodeCollection*>(value - COLLECTION_BIT);
+        return pointer_in<NodeCollection>(value);
     }
 
-    std::uintptr_t bits() const {
-        return reinterpret_cast<std::uintptr_t>(content.load(std::memory_order_acquire));
-    }
+    std::uintptr_t bits() const { return word_of(content.load(std::memory_order_acquire)); }
     void store(std::uintptr_t value) {
-        content.store(reinterpret_cast<void*>(value), std::memory_order_release);
+        content.store(as_pointer(value), std::memory_order_release);
     }
 
     std::atomic<void*>& content;
@@ -119,8 +117,7 @@ Collection& NodeSlot::collectionOf(Node* owner) const {
     auto made = std::make_unique<Made>(owner, front());
     NodeCollection* const base = &made->collection;
     void* expected = content.load(std::memory_order_relaxed);
-    void* const value =
-        reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(base) + COLLECTION_BIT);
+    void* const value = as_pointer(word_of(base) | COLLECTION_BIT);
     if (NodeCollection* const known = collection()) return static_cast<Collection&>(*known);
     if (content.compare_exchange_strong(expected, value, std::memory_order_acq_rel)) {
         NodeLinks::blockOf(owner).keep(made.release());

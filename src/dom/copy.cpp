@@ -176,7 +176,7 @@ private:
             case Node::PROCESSING_INSTRUCTION_NODE:
                 return make.instruction(text_of_node(source->getNodeName()),
                                         text_of_node(source->getNodeValue()));
-            default: return cloneShallow(source, const_cast<Document*>(home));
+            default: return cloneShallow(source, home);
         }
     }
 
@@ -197,16 +197,17 @@ private:
         return copy.release();
     }
 
-    // The same name in the pool of the target.
+    // The same name in the pool of the document that the copies belong to. An attribute can be from
+    // another one than its element.
     const NodeName* nameOf(const NodeName& name, const Node& source) {
         if (Tree::ownDocumentOf(&source) == home) return &name;
         const NodeName*& known = names[&name];
-        if (known == nullptr) known = name_in(*static_cast<DocumentImpl*>(target), name);
+        if (known == nullptr) known = name_in(*static_cast<DocumentImpl*>(home), name);
         return known;
     }
 
     NodeMaker make;
-    const Document* home;
+    Document* home;
     Document* target;
     std::unordered_map<const NodeName*, const NodeName*> names;  // of another document
 };

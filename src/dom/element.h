@@ -70,4 +70,6 @@ private:
     mutable std::atomic<void*> attributes{nullptr};
 };
 
+static_assert(sizeof(void*) != 8 || sizeof(ElementImpl) == 64, "an element is a cache line");
+
 }  // namespace qvox

@@ -37,18 +37,6 @@ Node* found_or_raise(Node* node, const char* message) {
 
 }  // namespace
 
-Node::Node(const NodeHome& home) noexcept
-    : index(0), isCounted(0), hasResults(0), place(0), standing(0), isSpecified(0) {
-    NodeBlock* block = home.block;
-    if (block == nullptr) {
-        block = &NodeBlock::ofSingle(this);
-        block->setDocument(home.document);
-    }
-    const auto* const start = reinterpret_cast<const unsigned char*>(block);
-    const auto distance = reinterpret_cast<const unsigned char*>(this) - start;
-    place = static_cast<unsigned>(distance) / NodeBlock::UNIT & 0xFFFFFFU;
-}
-
 Node::~Node() {
     Tree::releaseDying(this);
     if (hasResults != 0) Tree::documentOf(this)->forgetContext(this);
@@ -114,10 +102,7 @@ Node* Node::getFirstChild() const { return Tree::firstChildOf(this); }
 
 Node* Node::getLastChild() const { return Tree::lastChildOf(this); }
 
-Node* Node::getNextSibling() const {
-    const DocumentGuard guard(this);
-    return Tree::nextSiblingNoLock(this);
-}
+Node* Node::getNextSibling() const { return NodeLinks::nextSibling(this); }
 
 Node* Node::getPreviousSibling() const {
     const DocumentGuard guard(this);

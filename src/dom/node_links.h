@@ -6,6 +6,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 
 #include <qvox/dom.h>
 
@@ -23,10 +24,28 @@ enum class Standing : unsigned {
     KEPT        // the NodeKeeper of a document
 };
 
+// A pointer and a bit that says more, in one word.
+constexpr std::uintptr_t MARK_BIT = 1;
+
+inline void* as_pointer(std::uintptr_t word) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the bit is the pointer's own
+    return reinterpret_cast<void*>(word);
+}
+
+template <typename Pointed>
+Pointed* pointer_in(std::uintptr_t word) {
+    return static_cast<Pointed*>(as_pointer(word & ~MARK_BIT));
+}
+
+inline std::uintptr_t word_of(const void* pointer) {
+    return reinterpret_cast<std::uintptr_t>(pointer);
+}
+
 struct NodeLinks {
     static NodeBlock& blockOf(const Node* node) {
+        const std::size_t place = node->placeLow | std::size_t{node->placeHigh} << 16U;
         auto* const bytes = reinterpret_cast<unsigned char*>(const_cast<Node*>(node));
-        return *reinterpret_cast<NodeBlock*>(bytes - node->place * NodeBlock::UNIT);
+        return *reinterpret_cast<NodeBlock*>(bytes - place * NodeBlock::UNIT);
     }
 
     static Standing standingOf(const Node* node) { return static_cast<Standing>(node->standing); }
@@ -37,11 +56,11 @@ struct NodeLinks {
 
     static void stand(Node* node, Node* holder, Standing standing) {
         node->holder.node = holder;
-        node->standing = static_cast<unsigned>(standing) & 7U;
+        setStanding(node, standing);
     }
     static void stand(Node* node, NodeCollection* holder, Standing standing) {
         node->holder.collection = holder;
-        node->standing = static_cast<unsigned>(standing) & 7U;
+        setStanding(node, standing);
     }
     static void standNowhere(Node* node) {
         stand(node, static_cast<Node*>(nullptr), Standing::NOWHERE);
@@ -68,41 +87,64 @@ struct NodeLinks {
     static constexpr unsigned LARGEST_INDEX = (1U << 30U) - 1;
 
     // Chains, by their first nodes. Neighbours of a node in one:
-    static Node* next(const Node* node) { return node->next; }
+    static Node* next(const Node* node) {
+        return pointer_in<Node>(node->next.load(std::memory_order_acquire));
+    }
     static Node* previous(const Node* node) {
-        return node->previous->next != nullptr ? node->previous : nullptr;
+        return next(node->previous) != nullptr ? node->previous : nullptr;
     }
     static Node* last(const Node* first) { return first != nullptr ? first->previous : nullptr; }
+    // The next one of a child, null for what is none. Whatever changes there at the time: it is the
+    // one from before or the one from after that.
+    static Node* nextSibling(const Node* node) {
+        const std::uintptr_t word = node->next.load(std::memory_order_acquire);
+        return (word & CHILD_BIT) != 0 ? pointer_in<Node>(word) : nullptr;
+    }
     // Each returns the first node after the change. `ref` is in the chain, or null for its end.
     static Node* linked(Node* first, Node* node, Node* ref) {
         if (ref == nullptr) return linkedLast(first, node);
-        node->next = ref;
+        setNext(node, ref);
         node->previous = ref->previous;
         ref->previous = node;
         if (ref == first) return node;
-        node->previous->next = node;
+        setNext(node->previous, node);
         return first;
     }
     static Node* linkedLast(Node* first, Node* node) {
-        node->next = nullptr;
+        setNext(node, nullptr);
         if (first == nullptr) {
             node->previous = node;
             return node;
         }
         node->previous = first->previous;
-        first->previous->next = node;
+        setNext(first->previous, node);
         first->previous = node;
         return first;
     }
     static Node* unlinked(Node* first, Node* node) {
-        Node* const behind = node->next;
+        Node* const behind = next(node);
         if (node == first) {
             if (behind != nullptr) behind->previous = node->previous;
             return behind;
         }
-        node->previous->next = behind;
+        setNext(node->previous, behind);
         (behind != nullptr ? behind : first)->previous = node->previous;
         return first;
+    }
+
+private:
+    // Marks a node that is a child.
+    static constexpr std::uintptr_t CHILD_BIT = MARK_BIT;
+
+    static void setNext(Node* node, Node* following) {
+        const std::uintptr_t bit = node->next.load(std::memory_order_relaxed) & CHILD_BIT;
+        node->next.store(word_of(following) | bit, std::memory_order_release);
+    }
+    static void setStanding(Node* node, Standing standing) {
+        const std::uintptr_t following = node->next.load(std::memory_order_relaxed) & ~CHILD_BIT;
+        const std::uintptr_t bit = standing == Standing::CHILD ? CHILD_BIT : 0;
+        node->next.store(following | bit, std::memory_order_release);
+        node->standing = static_cast<unsigned>(standing) & 7U;
     }
 };
 

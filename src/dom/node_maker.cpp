@@ -55,7 +55,7 @@ TextImpl* NodeMaker::text(const LentText& data) {
         return ::new (place.memory)
             TextImpl(LentText{blank.units, data.length}, homeIn(place.block));
     }
-    TextImpl* const node = withText<TextImpl>(data);
+    auto* const node = withText<TextImpl>(data);
     const NodeBlock& block = NodeLinks::blockOf(node);
     if (!block.isSingle()) blank = {&block, node->getData().data()};
     return node;

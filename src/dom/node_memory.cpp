@@ -45,7 +45,8 @@ NodeBlock::~NodeBlock() {
 
 void* NodeBlock::takeSingle(std::size_t size) {
     void* const memory = qvox_malloc(sizeof(NodeBlock) + size);
-    return ::new (memory) NodeBlock(nullptr, 1, false) + 1;
+    auto* const block = ::new (memory) NodeBlock(nullptr, 1, false);
+    return block + 1;
 }
 
 void NodeBlock::keep(NodeExtra* extra) {
@@ -64,7 +65,7 @@ struct NodeMemory::Chain {
 
 class NodeMemory::SharedBlock final : public NodeBlock {
 public:
-    static SharedBlock* make(Document* document, unsigned pieceCount, std::size_t size,
+    static SharedBlock* make(Document* nodesDocument, unsigned pieceCount, std::size_t size,
                              Chain* chain);
 
     void unlink();
@@ -76,22 +77,21 @@ public:
     std::size_t size;
 
 private:
-    SharedBlock(Document* nodesDocument, unsigned pieceCount, std::size_t blockSize,
-                Chain* blockChain)
+    SharedBlock(Document* nodesDocument, unsigned pieceCount, std::size_t bytes, Chain* blockChain)
         : NodeBlock(nodesDocument, pieceCount, true),
           chain(blockChain),
           following(blockChain->first),
-          size(blockSize) {}
+          size(bytes) {}
     ~SharedBlock() = default;
 };
 
-NodeMemory::SharedBlock* NodeMemory::SharedBlock::make(Document* document, unsigned pieceCount,
+NodeMemory::SharedBlock* NodeMemory::SharedBlock::make(Document* nodesDocument, unsigned pieceCount,
                                                        std::size_t size, Chain* chain) {
     void* const memory = size == LARGE_PAGE ? take_large_page() : qvox_malloc(size);
     if (memory == nullptr) {
         qvox_report(REPORT_FATAL, QVOXException::ALLOC_ERR, "malloc failed : size = %zu", size);
     }
-    auto* const block = ::new (memory) SharedBlock(document, pieceCount, size, chain);
+    auto* const block = ::new (memory) SharedBlock(nodesDocument, pieceCount, size, chain);
     const std::lock_guard<std::mutex> guard(chain->lock);
     block->following = chain->first;
     if (chain->first != nullptr) chain->first->previous = block;

@@ -90,6 +90,20 @@ struct NodeHome {
     NodeBlock* block = nullptr;
 };
 
+inline Node::Node(const NodeHome& home) noexcept
+    : index(0), isCounted(0), hasResults(0), standing(0), isSpecified(0) {
+    NodeBlock* block = home.block;
+    if (block == nullptr) {
+        block = &NodeBlock::ofSingle(this);
+        block->setDocument(home.document);
+    }
+    const auto* const start = reinterpret_cast<const unsigned char*>(block);
+    const auto distance = reinterpret_cast<const unsigned char*>(this) - start;
+    const auto place = static_cast<std::size_t>(distance) / NodeBlock::UNIT;
+    placeLow = static_cast<unsigned short>(place & 0xFFFFU);
+    placeHigh = static_cast<unsigned char>(place >> 16U);
+}
+
 // Makes blocks for the nodes of a document. For one thread at a time.
 class NodeMemory {
 public:

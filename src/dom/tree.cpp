@@ -170,8 +170,8 @@ void Tree::put(Node* parent, Node* node, Node* ref, Standing standing) {
         }
         NodeLinks::setCounted(parent, staysCounted);
     }
+    NodeLinks::stand(node, parent, standing);  // before a step from a sibling leads there
     children.link(node, ref);
-    NodeLinks::stand(node, parent, standing);
 }
 
 NodeListImpl& Tree::childListOf(const Node* node) {

@@ -35,9 +35,7 @@ struct Tree {
     static Node* firstChildOf(const Node* node) { return NodeSlot::childrenOf(node).front(); }
     static Node* lastChildOf(const Node* node) { return NodeSlot::childrenOf(node).back(); }
     // Null without a parent.
-    static Node* nextSiblingNoLock(const Node* node) {
-        return isChild(node) ? NodeLinks::next(node) : nullptr;
-    }
+    static Node* nextSiblingNoLock(const Node* node) { return NodeLinks::nextSibling(node); }
     static Node* previousSiblingNoLock(const Node* node) {
         return isChild(node) ? NodeLinks::previous(node) : nullptr;
     }

@@ -86,6 +86,55 @@ TEST(Cost, FreeingLeftOvers) {
     }
 }
 
+// Each change is followed by questions for numbers near it and far from it.
+TEST(Cost, NumbersWhileChildrenComeAndGo) {
+    Tree tree("a");
+    Node* const root = tree.document->getDocumentElement();
+    std::vector<Node*> expected;
+    root->appendChild(tree.make("b"));
+    expected.push_back(root->getFirstChild());
+    const qvox::NodeList* const list = root->getChildNodes();
+    std::size_t random = 1;
+    const auto below = [&random](std::size_t bound) {
+        random = random * 6364136223846793005U + 1442695040888963407U;
+        return (random >> 33U) % bound;
+    };
+    for (int step = 0; step < 6000; ++step) {
+        const std::size_t ends[] = {0, expected.size() - 1, below(expected.size())};
+        const std::size_t at = ends[below(3)];
+        const auto place = expected.begin() + static_cast<std::ptrdiff_t>(at);
+        const std::size_t kind = below(step < 3000 ? 3 : 6);
+        if (kind < 2) {
+            Node* const node = tree.document->createTextNode("x");
+            expected.insert(place + (kind == 0 ? 1 : 0), node);
+            root->insertBefore(node, kind == 0 ? list->item(static_cast<int>(at) + 1)
+                                               : list->item(static_cast<int>(at)));
+        } else if (kind > 3 && expected.size() > 1) {
+            tree.drop(root->removeChild(list->item(static_cast<int>(at))));
+            expected.erase(place);
+        }
+        ASSERT_EQ(list->getLength(), static_cast<int>(expected.size()));
+        for (std::size_t i = 0; i < (step % 100 == 0 ? expected.size() : 3); ++i) {
+            const std::size_t number = step % 100 == 0 ? i : below(expected.size());
+            ASSERT_EQ(list->item(static_cast<int>(number)), expected[number]) << step;
+        }
+    }
+    EXPECT_EQ(list->item(list->getLength()), nullptr);
+}
+
+TEST(Cost, ChildrenInTheMiddle) {
+    Tree tree("a(b c)");
+    Node* const root = tree["a"];
+    for (int i = 0; i < MANY; ++i) {
+        root->insertBefore(tree.document->createElement("x"), tree["c"]);
+        EXPECT_NE(root->getChildNodes()->item(i + 1), nullptr);
+    }
+    for (int i = 0; i < MANY; ++i) {
+        tree.parser.freeNode(root->removeChild(root->getChildNodes()->item(1 + (MANY - i) / 2)));
+    }
+    EXPECT_EQ(tree.text(), "/(a(b c))");
+}
+
 TEST(Cost, FragmentsBetweenChildren) {
     Tree tree("a('t')");
     Node* const root = tree.document->getDocumentElement();

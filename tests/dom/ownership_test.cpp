@@ -53,15 +53,36 @@ void use_everything() {
     parser.free(document);
 }
 
+// Trees that are only looked at, with all that looking makes; and what outlives one.
+void use_untouched() {
+    qvox::DOMParser parser;
+    Document* const document = parse_document(
+        parser, "<!DOCTYPE a [<!--c--><!ENTITY e 'v'>]><a b='1'><b c='2'>t</b><?p d?></a><!--x-->");
+    Document* const copy = static_cast<Document*>(document->cloneNode(true));
+    for (Document* const each : {document, copy}) {
+        EXPECT_EQ(each->getElementsByTagName("b")->item(0)->getChildNodes()->getLength(), 1);
+        EXPECT_EQ(each->getDocumentElement()->getAttributes()->getLength(), 1);
+        each->getDocumentElement()->getElementsByTagName("*");
+        EXPECT_EQ(tree_text(each->getDocumentElement()), "a[b='1'](b[c='2']('t') ?p'd')");
+    }
+    parser.free(copy);
+    Element* const a = document->getDocumentElement();
+    Document* const other = parser.createDocument();
+    other->appendChild(a->removeChild(a->getFirstChild()));
+    parser.free(document);
+    EXPECT_EQ(quoted(other->getFirstChild()->getFirstChild()->getNodeValue()), "'t'");
+    parser.free(other);
+}
+
 // The sanitizers see what is left at the end of the process; a plain build compares here. The bound
 // is below 40 bytes a turn, which is less than the smallest node.
 TEST(Ownership, EverythingCanBeFreed) {
     std::size_t before = 0;
     std::size_t after = 0;
     output_of([&] {
-        for (int i = 0; i < 10; ++i) use_everything();
+        for (int i = 0; i < 10; ++i) use_everything(), use_untouched();
         before = os::memory_in_use();
-        for (int i = 0; i < 500; ++i) use_everything();
+        for (int i = 0; i < 500; ++i) use_everything(), use_untouched();
         after = os::memory_in_use();
     });
     EXPECT_LT(after, before + 20000);
@@ -83,6 +104,27 @@ TEST(Ownership, NoCircles) {
         EXPECT_EQ(script.run(call), "DOM 3 child node is not acceptable") << call;
     }
     EXPECT_EQ(script.tree.text(), "/(%d a[x='1'](b[y='2'(&r(e g[h='']))](c)))");
+}
+
+// The copy of an attribute belongs to the document of its element's copy, whoever made the
+// original.
+TEST(Ownership, CopiesOfForeignAttributes) {
+    Tree tree("a(b[y='2'])");
+    const Tree target;
+    Node* deep = nullptr;
+    Node* imported = nullptr;
+    {
+        Tree other("<o p:x='1' xmlns:p='u'/>");
+        Element* const o = other.element("o");
+        Node* const x = o->removeAttributeNode(o->getAttributeNode("p:x"));
+        tree.element("b")->getAttributes()->setNamedItem(x);
+        deep = tree.drop(tree["a"]->cloneNode(true));
+        imported = target.document->appendChild(target.document->importNode(tree["a"], true));
+        tree.parser.freeNode(tree.element("b")->getAttributes()->removeNamedItem("p:x"));
+    }
+    for (const Node* const copy : {deep, imported}) {
+        EXPECT_EQ(tree_text(copy), "a(b[y='2' {u}p:x='1'])");
+    }
 }
 
 // A node is in one collection at a time, and freeing it takes it out.
