@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/byte_sink.h"
 #include "platform/byte_stream.h"
 #include "support/recorder.h"
 #include "support/system.h"
