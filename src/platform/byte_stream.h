@@ -60,7 +60,7 @@ public:
 
     // The byte at a position, which is still in the buffer.
     const unsigned char* at(Position position) const {
-        return end - static_cast<std::size_t>(filled - position);
+        return end - (filled - position);
     }
 
     // What tells two files apart, whatever their names are.
