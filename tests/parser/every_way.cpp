@@ -69,6 +69,7 @@ int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
     if (!testing::GTEST_FLAG(list_tests)) {
         testing::GTEST_FLAG(repeat) = static_cast<int>(std::size(qvox_test::WAYS));
+        testing::GTEST_FLAG(recreate_environments_when_repeating) = true;
     }
     testing::AddGlobalTestEnvironment(new qvox_test::EveryWay);
     return RUN_ALL_TESTS();
