@@ -51,7 +51,10 @@ inline int jis_to_unicode(int code) {
 inline Unit jis_cell_to_unit(unsigned row, unsigned cell) {
     constexpr unsigned ODD_ROW = 0x5F;      // where the second row begins
     constexpr unsigned UNUSED_CELL = 0x3F;  // of the first, for the byte 0x7F
-    const unsigned column = row % 2 != 0 ? cell + ODD_ROW : cell + (cell >= UNUSED_CELL ? 1 : 0);
+    // Without a branch: which of the two rows comes next nobody can tell.
+    const unsigned isOdd = row & 1U;
+    const unsigned isBehindUnused = cell >= UNUSED_CELL ? 1 : 0;
+    const unsigned column = cell + isOdd * ODD_ROW + ((isOdd ^ 1U) & isBehindUnused);
     return codePageUnits[row / 2][column];
 }
 
