@@ -59,9 +59,7 @@ public:
     bool more(Position kept);
 
     // The byte at a position, which is still in the buffer.
-    const unsigned char* at(Position position) const {
-        return end - (filled - position);
-    }
+    const unsigned char* at(Position position) const { return end - (filled - position); }
 
     // What tells two files apart, whatever their names are.
     using Identity = std::pair<unsigned long long, unsigned long long>;
