@@ -14,9 +14,6 @@ if(QVOX_SANITIZE)
                       -fno-omit-frame-pointer)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_link_options(-fsanitize=${QVOX_SANITIZE})
-  if(QVOX_SANITIZE MATCHES "address")
-    add_compile_definitions(QVOX_ADDRESS_SANITIZER)
-  endif()
 endif()
 
 # Under another library or system than this one's, a GoogleTest that is installed doesn't serve.

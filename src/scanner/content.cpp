@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "scanner/places.h"
 #include "text/char_classes.h"
 #include "text/lanes.h"
 
@@ -21,7 +22,7 @@ constexpr std::size_t CDATA_OPENING_LENGTH = sizeof CDATA_OPENING / sizeof CDATA
 template <Unit third>
 Unit* find_behind(Unit* next, const Unit* end, Unit first, Unit second) {
     for (Unit* place = next;; ++place) {
-        place += lanes::find_any<third>(place, end) - place;
+        place = lanes::find_any<third>(place, end);
         if (place == end || (place - next >= 2 && place[-2] == first && place[-1] == second)) {
             return place;
         }
@@ -93,8 +94,7 @@ Content::Outcome Content::read_end_tag(Unit* piece) {
     Unit* close = piece + 2;
     if (static_cast<std::size_t>(input.windowEnd() - close) < length) return INCOMPLETE;
     if (std::memcmp(close, name.units(), length * sizeof(Unit)) != 0) return UNUSUAL;
-    close += length;
-    while (is_space(*close)) ++close;
+    close = behind_space(close + length);
     if (*close != '>') return unrecognised(close);
     if (close + 1 == input.windowEnd()) return INCOMPLETE;
     take(close + 1, close + 1);
@@ -118,7 +118,7 @@ Content::Outcome Content::read_comment(Unit* piece) {
     Unit* const text = piece + 4;
     Unit* hyphens = text;
     for (;; ++hyphens) {
-        hyphens += lanes::find_any<'-'>(hyphens, input.windowEnd()) - hyphens;
+        hyphens = lanes::find_any<'-'>(hyphens, input.windowEnd());
         if (hyphens == input.windowEnd()) return INCOMPLETE;
         if (hyphens[1] == '-') break;
     }
@@ -148,17 +148,15 @@ Content::Outcome Content::read_cdata(Unit* piece) {
 Content::Outcome Content::read_pi(Unit* piece) {
     Unit* const target = piece + 2;
     if (!is_name_start(*target) || *target == 'x' || *target == 'X') return unrecognised(target);
-    Unit* targetEnd = target;
-    while (is_name_char(*targetEnd)) ++targetEnd;
-    Unit* data = targetEnd;
-    while (is_space(*data)) ++data;
+    Unit* const targetEnd = behind_name(target);
+    Unit* const data = behind_space(targetEnd);
     const bool hasData = data != targetEnd;
     if (!hasData && (data[0] != '?' || data[1] != '>')) {
         return unrecognised(data[0] == '?' ? data + 1 : data);
     }
     Unit* close = data + 1;
     for (;; ++close) {
-        close += lanes::find_any<'>'>(close, input.windowEnd()) - close;
+        close = lanes::find_any<'>'>(close, input.windowEnd());
         if (close >= input.windowEnd() || close + 1 == input.windowEnd()) return INCOMPLETE;
         if (close[-1] == '?') break;
     }

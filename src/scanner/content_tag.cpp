@@ -1,21 +1,12 @@
 // Start tags, as the straight way reads them.
 #include "scanner/content.h"
+#include "scanner/places.h"
 #include "text/char_classes.h"
 #include "text/lanes.h"
 
 namespace qvox {
 
 namespace {
-
-Unit* behind_name(Unit* place) {
-    while (is_name_char(*place)) ++place;
-    return place;
-}
-
-Unit* behind_space(Unit* place) {
-    while (is_space(*place)) ++place;
-    return place;
-}
 
 // The first unit of a value that ends it, or that it can't simply be lent with: its quote, '&', and
 // controls, among them the zeros behind the window.

@@ -1,6 +1,7 @@
 // Text between markup, and references in it and in values, as the straight way reads them.
 #include "scanner/char_reference.h"
 #include "scanner/content.h"
+#include "scanner/places.h"
 #include "text/char_classes.h"
 #include "text/lanes.h"
 
@@ -23,7 +24,7 @@ bool has_section_end(const Unit* text, const Unit* end) {
 Content::Outcome Content::read_text(Unit* piece) {
     const Unit* const end = input.windowEnd();
     for (Unit* place = piece;; ++place) {
-        place += lanes::find_any<'<', '&', '>'>(place, end) - place;
+        place = lanes::find_any<'<', '&', '>'>(place, end);
         if (place == end) return INCOMPLETE;
         if (*place == '&') return read_text_with_references(piece, place);
         if (*place == '<') {
@@ -44,7 +45,7 @@ Content::Outcome Content::read_text_with_references(Unit* piece, Unit* reference
     while (*place != '<') {
         Unit* const start = read_reference(place, piece + 1, 0, &failed);
         if (start == nullptr) return unrecognised(failed);
-        place = start + (lanes::find_any<'<', '&'>(start, input.windowEnd()) - start);
+        place = lanes::find_any<'<', '&'>(start, input.windowEnd());
         if (place == input.windowEnd()) return INCOMPLETE;
         append(start, place);
     }
@@ -93,10 +94,7 @@ Unit* Content::read_character_reference(Unit* digits, Unit** failed) {
 }
 
 Unit* Content::read_entity_reference(Unit* name, const Unit* token, Unit quote, Unit** failed) {
-    Unit* end = name;
-    if (is_name_start(*end)) {
-        while (is_name_char(*end)) ++end;
-    }
+    Unit* const end = is_name_start(*name) ? behind_name(name) : name;
     *failed = end;
     if (end == name || *end != ';') return nullptr;
     const PlainEntity* entity =

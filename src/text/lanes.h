@@ -297,6 +297,12 @@ inline const Unit* find_any(const Unit* next, const Unit* end) {
     return end;
 }
 
+// The same in units that may be changed.
+template <char... stops>
+inline Unit* find_any(Unit* next, const Unit* end) {
+    return next + (find_any<stops...>(static_cast<const Unit*>(next), end) - next);
+}
+
 // Whether the ASCII character is among the units. Looks at the units only.
 inline bool contains(const Unit* next, const Unit* end, char ascii) {
     for (; static_cast<std::size_t>(end - next) >= BYTES; next += BYTES) {
