@@ -82,13 +82,41 @@ void decode_stretch(Stretch& s, TakeWide take_wide) {
     }
 }
 
-// Sequences of three bytes.
+// Units that are no characters.
+lanes::Match not_characters(const lanes::Units8& units) {
+    using namespace lanes;
+    return either(equal(masked(units, 0xF800), 0xD800), from(units, 0xFFFE));
+}
+
+// Eight sequences of three bytes at a time, up to the first that isn't usual.
+void take_triples(Stretch& s) {
+    const unsigned char* from = s.from;
+    Unit* to = s.to;
+    std::size_t count = lanes::UNITS;
+    while (count == lanes::UNITS && static_cast<std::size_t>(s.toEnd - to) >= lanes::UNITS &&
+           static_cast<std::size_t>(s.fromEnd - from) >= lanes::TRIPLES_READ) {
+        lanes::Units8 units = {};
+        count = lanes::join_triples(from, &units);
+        lanes::store(to, units);
+        const std::uint64_t unusual =
+            lanes::bits(lanes::either(not_characters(units), lanes::up_to(units, 0x7F)));
+        if (unusual != 0) count = std::min(count, lanes::first_lane(unusual));
+        from += 3 * count;
+        to += count;
+    }
+    s.from = from;
+    s.to = to;
+}
+
+// Sequences of three bytes, at least one.
 bool take_utf8(Stretch& s) {
     constexpr unsigned MARKS =
         0xC0C0F0;  // the bits that say what a byte is, the first one's lowest
     constexpr unsigned LEAD_AND_CONTINUATIONS = 0x8080E0;
     constexpr unsigned FIRST_WIDE = 0x80;
     constexpr unsigned FIRST_SURROGATE = 0xD800;
+    const Unit* const before = s.to;
+    take_triples(s);
     const unsigned char* from = s.from;
     Unit* to = s.to;
     for (std::ptrdiff_t left = std::min((s.fromEnd - from) / 3, s.toEnd - to); left > 0; --left) {
@@ -100,10 +128,9 @@ bool take_utf8(Stretch& s) {
         *to++ = static_cast<Unit>(unit);
         from += 3;
     }
-    const bool isAny = to != s.to;
     s.from = from;
     s.to = to;
-    return isAny;
+    return to != before;
 }
 
 void decode_utf8(Stretch& s) { decode_stretch(s, take_utf8); }
@@ -182,8 +209,7 @@ lanes::Match unusual(const lanes::Units8& units) {
     using namespace lanes;
     const Match controls =
         except(up_to(units, 0x1F), either(equal(units, '\t'), equal(units, '\n')));
-    const Match surrogates = equal(masked(units, 0xF800), 0xD800);
-    return either(either(controls, surrogates), from(units, 0xFFFE));
+    return either(controls, not_characters(units));
 }
 
 template <bool isBigEndian>

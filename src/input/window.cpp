@@ -16,13 +16,12 @@ constexpr std::ptrdiff_t LONGEST_CHARACTER = 8;
 // Decoded units are looked at while they are near.
 constexpr std::size_t STEPS_IN_WINDOW = 4;
 
-lanes::Match is_line_feed(const lanes::Units8& units) { return lanes::equal(units, '\n'); }
-
 }  // namespace
 
 void Window::open(std::size_t size, ByteStream* fileOfLevel, const WindowReader& windowReader) {
     if (size == 0) return;
     capacity = size;
+    largestCapacity = size * MOST_GROWTH;
     stepSize = std::max<std::size_t>(size / STEPS_IN_WINDOW, 1);
     file = fileOfLevel;
     reader = windowReader;
@@ -73,7 +72,12 @@ Stretch Window::undecoded(const Cursor& cursor) const {
 
 void Window::make_room(Cursor& cursor, const Unit* kept) {
     drop_before(cursor, kept);
-    if (static_cast<std::size_t>(memory.get() + capacity - end) < stepSize) move_to_front();
+    if (!has_room()) move_to_front();
+    if (!has_room() && capacity < largestCapacity) grow();
+}
+
+bool Window::has_room() const {
+    return static_cast<std::size_t>(memory.get() + capacity - end) >= stepSize;
 }
 
 // Units go by whole steps: those that stay begin where their bytes are known.
@@ -86,17 +90,26 @@ void Window::drop_before(Cursor& cursor, const Unit* kept) {
     if (counted < first) count_to(cursor, first);
 }
 
+void Window::grow() {
+    std::unique_ptr<Unit[]> larger(new Unit[2 * capacity + OVERRUN]);
+    move_to(larger.get());
+    memory = std::move(larger);
+    capacity *= 2;
+}
+
 void Window::move_to_front() {
-    const std::ptrdiff_t distance = first - memory.get();
-    if (distance == 0) return;
-    std::memmove(memory.get(), first,
-                 (static_cast<std::size_t>(end - first) + OVERRUN) * sizeof(Unit));
-    first -= distance;
-    next -= distance;
-    end -= distance;
-    counted -= distance;
-    if (mark != nullptr) mark -= distance;
-    for (Step& step : steps) step.unit -= distance;
+    if (first != memory.get()) move_to(memory.get());
+}
+
+void Window::move_to(Unit* front) {
+    std::memmove(front, first, (static_cast<std::size_t>(end - first) + OVERRUN) * sizeof(Unit));
+    const auto moved = [from = first, front](const Unit* place) { return front + (place - from); };
+    next = moved(next);
+    end = moved(end);
+    counted = moved(counted);
+    if (mark != nullptr) mark = moved(mark);
+    for (Step& step : steps) step.unit = moved(step.unit);
+    first = front;
 }
 
 void Window::leave(Cursor& cursor) {
@@ -140,14 +153,13 @@ void Window::count_to(Cursor& cursor, const Unit* place) {
     }
     if (counted == place) return;
     cursor.curCol = column_at(place, cursor.curCol);
-    cursor.curLine += static_cast<int>(lanes::count_if(counted, place, is_line_feed));
+    cursor.curLine += static_cast<int>(lanes::count_of(counted, place, '\n'));
     counted = place;
 }
 
 // The column at a place behind what is counted, where `column` is reached.
 int Window::column_at(const Unit* place, int column) const {
-    const Unit* lineStart = place;
-    while (lineStart != counted && lineStart[-1] != '\n') --lineStart;
+    const Unit* const lineStart = lanes::behind_last(counted, place, '\n');
     const bool isInLine = lineStart == counted;
     return (isInLine ? column : 0) + static_cast<int>(reader.cells(lineStart, place));
 }

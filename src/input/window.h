@@ -30,16 +30,17 @@ public:
     // A closed window: there is nothing in it, ever.
     Window() = default;
 
-    // Opens the window for `capacity` units of a file, or of the string that the cursor reads where
-    // `file` is null.
-    void open(std::size_t capacity, ByteStream* file, const WindowReader& windowReader);
+    // Opens the window for `size` units of a file, or of the string that the cursor reads where
+    // `file` is null. It grows to MOST_GROWTH times the size where more units have to stay.
+    static constexpr std::size_t MOST_GROWTH = 4;
+    void open(std::size_t size, ByteStream* file, const WindowReader& windowReader);
     bool is_open() const { return memory != nullptr; }
 
     // The bytes behind what was read are to be decoded in another way.
     void change_reader(const WindowReader& windowReader) { reader = windowReader; }
 
     // Decodes more units behind the last, and returns how many: none where the next character isn't
-    // usual, and where the window is full. The units from `kept` on stay there.
+    // usual, and where the window is full and can't grow. The units from `kept` on stay there.
     std::size_t more(Cursor& cursor, const Unit* kept);
 
     // Empties the window once all of its units are taken: a decoder by characters goes on.
@@ -71,9 +72,11 @@ private:
 
     void restart();
     void make_room(Cursor& cursor, const Unit* kept);
+    bool has_room() const;
     void drop_before(Cursor& cursor, const Unit* kept);
+    void grow();
     void move_to_front();
-    bool read_bytes();
+    void move_to(Unit* front);
     Stretch undecoded(const Cursor& cursor) const;
     void count_to(Cursor& cursor, const Unit* place);
     int column_at(const Unit* place, int column) const;
@@ -81,6 +84,7 @@ private:
 
     std::unique_ptr<Unit[]> memory;
     std::size_t capacity = 0;
+    std::size_t largestCapacity = 0;
     std::size_t stepSize = 0;  // units that are decoded at a time
     ByteStream* file = nullptr;
     WindowReader reader = {nullptr, nullptr};

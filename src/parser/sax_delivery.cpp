@@ -10,16 +10,20 @@ namespace {
 // A longer text is a bulk string, whatever its line ends are.
 constexpr std::size_t LONGEST_ORDINARY_TEXT = 8192;
 
-// A text as an event has it: lent for as long as the event lasts, or a copy where line ends are to
-// be normalised.
-Xstring event_text(const LentText& text) {
-    const bool hasReturn = lanes::contains(text.units, text.units + text.length, '\r');
-    return hasReturn ? Xstring(text.units) : text.string();
+bool has_return(const EventText& text) {
+    return lanes::contains(text.units, text.units + text.length, '\r');
 }
 
-Xstring event_text(const Unit* text) { return event_text(lent_text(text)); }
+// A text as an event has it: lent for as long as the event lasts, or a copy where line ends are to
+// be normalised.
+Xstring string_of(const EventText& text) {
+    const LentText lent = lent_text(text.units, text.length);
+    return text.mayHaveReturns && has_return(text) ? Xstring(text.units) : lent.string();
+}
 
-const Xstring& event_text(const Name* name) { return name != nullptr ? name->text : Xstring::Null; }
+Xstring string_of(const Unit* text) { return string_of(EventText(text)); }
+
+const Xstring& string_of(const Name* name) { return name != nullptr ? name->text : Xstring::Null; }
 
 }  // namespace
 
@@ -48,21 +52,21 @@ void SaxDelivery::ev_start_element(const TagRecord& tag) {
                        record.decl != nullptr ? record.decl->type : nullptr,
                        lent_text(record.value, record.length));
     }
-    handler->startElement(event_text(tag.uri), event_text(tag.localName), tag.qName->text,
+    handler->startElement(string_of(tag.uri), string_of(tag.localName), tag.qName->text,
                           attributes);
 }
 
 void SaxDelivery::ev_end_element(const TagRecord& tag) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler == nullptr) return;
-    handler->endElement(event_text(tag.uri), event_text(tag.localName), tag.qName->text);
+    handler->endElement(string_of(tag.uri), string_of(tag.localName), tag.qName->text);
 }
 
 void SaxDelivery::ev_start_prefix_mappings(const TagRecord& tag) {
     ContentHandler* handler = mapping_handler(tag);
     if (handler == nullptr) return;
     for (const PrefixMapping& mapping : tag.prefixMappings) {
-        handler->startPrefixMapping(event_text(mapping.prefix), mapping.uri->text);
+        handler->startPrefixMapping(string_of(mapping.prefix), mapping.uri->text);
     }
 }
 
@@ -70,7 +74,7 @@ void SaxDelivery::ev_end_prefix_mappings(const TagRecord& tag) {
     ContentHandler* handler = mapping_handler(tag);
     if (handler == nullptr) return;
     for (const PrefixMapping& mapping : tag.prefixMappings) {
-        handler->endPrefixMapping(event_text(mapping.prefix));
+        handler->endPrefixMapping(string_of(mapping.prefix));
     }
 }
 
@@ -80,31 +84,28 @@ ContentHandler* SaxDelivery::mapping_handler(const TagRecord& tag) const {
     return reader.getContentHandler();
 }
 
-void SaxDelivery::ev_characters(const Unit* text, std::size_t length, bool mayHaveReturns) {
+void SaxDelivery::ev_characters(const EventText& text) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler == nullptr) return;
-    const LentText lent = lent_text(text, length);
-    if (length > LONGEST_ORDINARY_TEXT) {
-        handler->characters(Xstring(text, lent.length));
-    } else if (mayHaveReturns) {
-        handler->characters(event_text(lent));
+    if (text.length > LONGEST_ORDINARY_TEXT) {
+        handler->characters(Xstring(text.units, lent_text(text.units, text.length).length));
     } else {
-        handler->characters(lent.string());
+        handler->characters(string_of(text));
     }
 }
 
 void SaxDelivery::ev_ignorable_whitespace(const Unit* text) {
     if (ContentHandler* handler = reader.getContentHandler())
-        handler->ignorableWhiteSpace(event_text(text));
+        handler->ignorableWhiteSpace(string_of(text));
 }
 
-void SaxDelivery::ev_pi(const Unit* target, const Unit* data) {
+void SaxDelivery::ev_pi(const EventText& target, const EventText& data) {
     ContentHandler* handler = reader.getContentHandler();
-    if (handler != nullptr) handler->processingInstruction(event_text(target), event_text(data));
+    if (handler != nullptr) handler->processingInstruction(string_of(target), string_of(data));
 }
 
-void SaxDelivery::ev_comment(const Unit* text) {
-    if (LexicalHandler* handler = lexical_handler()) handler->comment(event_text(text));
+void SaxDelivery::ev_comment(const EventText& text) {
+    if (LexicalHandler* handler = lexical_handler()) handler->comment(string_of(text));
 }
 
 void SaxDelivery::ev_start_cdata() {
@@ -116,16 +117,16 @@ void SaxDelivery::ev_end_cdata() {
 }
 
 void SaxDelivery::ev_start_entity(const Unit* name) {
-    if (LexicalHandler* handler = lexical_handler()) handler->startEntity(event_text(name));
+    if (LexicalHandler* handler = lexical_handler()) handler->startEntity(string_of(name));
 }
 
 void SaxDelivery::ev_end_entity(const Unit* name) {
-    if (LexicalHandler* handler = lexical_handler()) handler->endEntity(event_text(name));
+    if (LexicalHandler* handler = lexical_handler()) handler->endEntity(string_of(name));
 }
 
 void SaxDelivery::ev_start_dtd(const Unit* name, const Unit* publicId, const Unit* systemId) {
     if (LexicalHandler* handler = lexical_handler()) {
-        handler->startDTD(event_text(name), event_text(publicId), event_text(systemId));
+        handler->startDTD(string_of(name), string_of(publicId), string_of(systemId));
     }
 }
 
@@ -135,7 +136,7 @@ void SaxDelivery::ev_end_dtd() {
 
 void SaxDelivery::ev_element_decl(const Unit* name, const Unit* model) {
     if (DeclHandler* handler = decl_handler())
-        handler->elementDecl(event_text(name), event_text(model));
+        handler->elementDecl(string_of(name), string_of(model));
 }
 
 void SaxDelivery::ev_attlist_decl(const Name& name, const ElementRecord& element) {
@@ -143,25 +144,25 @@ void SaxDelivery::ev_attlist_decl(const Name& name, const ElementRecord& element
     if (handler == nullptr) return;
     for (const AttDefRecord* definition : element.attDefs) {
         handler->attributeDecl(name.text, definition->name->text, definition->type->text,
-                               event_text(definition->mode), event_text(definition->value));
+                               string_of(definition->mode), string_of(definition->value));
     }
 }
 
 void SaxDelivery::ev_internal_entity_decl(const Unit* name, const Unit* value) {
     if (DeclHandler* handler = decl_handler())
-        handler->internalEntityDecl(event_text(name), event_text(value));
+        handler->internalEntityDecl(string_of(name), string_of(value));
 }
 
 void SaxDelivery::ev_external_entity_decl(const Unit* name, const Unit* publicId,
                                           const Unit* systemId, const Unit* /*notation*/) {
     if (DeclHandler* handler = decl_handler()) {
-        handler->externalEntityDecl(event_text(name), event_text(publicId), event_text(systemId));
+        handler->externalEntityDecl(string_of(name), string_of(publicId), string_of(systemId));
     }
 }
 
 void SaxDelivery::ev_notation_decl(const Unit* name, const Unit* publicId, const Unit* systemId) {
     if (DTDHandler* handler = reader.getDTDHandler()) {
-        handler->notationDecl(event_text(name), event_text(publicId), event_text(systemId));
+        handler->notationDecl(string_of(name), string_of(publicId), string_of(systemId));
     }
 }
 

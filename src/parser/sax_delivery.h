@@ -23,10 +23,10 @@ public:
     void ev_end_element(const TagRecord& tag) override;
     void ev_start_prefix_mappings(const TagRecord& tag) override;
     void ev_end_prefix_mappings(const TagRecord& tag) override;
-    void ev_characters(const Unit* text, std::size_t length, bool mayHaveReturns) override;
+    void ev_characters(const EventText& text) override;
     void ev_ignorable_whitespace(const Unit* text) override;
-    void ev_pi(const Unit* target, const Unit* data) override;
-    void ev_comment(const Unit* text) override;
+    void ev_pi(const EventText& target, const EventText& data) override;
+    void ev_comment(const EventText& text) override;
     void ev_start_cdata() override;
     void ev_end_cdata() override;
     void ev_start_entity(const Unit* name) override;

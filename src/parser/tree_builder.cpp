@@ -19,6 +19,8 @@ namespace qvox {
 
 namespace {
 
+LentText lent_text(const EventText& text) { return qvox::lent_text(text.units, text.length); }
+
 constexpr Unit XML_TARGET[] = {'x', 'm', 'l', 0};
 
 void add_pseudo_attribute(Xstring& data, const char* name, const Unit* value) {
@@ -163,8 +165,8 @@ void TreeBuilder::ev_start_element(const TagRecord& tag) {
 
 void TreeBuilder::ev_end_element(const TagRecord& /*tag*/) { close(); }
 
-void TreeBuilder::ev_characters(const Unit* text, std::size_t length, bool /*mayHaveReturns*/) {
-    const LentText data = lent_text(text, length);
+void TreeBuilder::ev_characters(const EventText& text) {
+    const LentText data = lent_text(text);
     if (isInCdata) {
         add(owned(maker->cdataSection(data)));
     } else {
@@ -172,11 +174,11 @@ void TreeBuilder::ev_characters(const Unit* text, std::size_t length, bool /*may
     }
 }
 
-void TreeBuilder::ev_pi(const Unit* target, const Unit* data) {
+void TreeBuilder::ev_pi(const EventText& target, const EventText& data) {
     add(owned(maker->instruction(lent_text(target), lent_text(data))));
 }
 
-void TreeBuilder::ev_comment(const Unit* text) { add(owned(maker->comment(lent_text(text)))); }
+void TreeBuilder::ev_comment(const EventText& text) { add(owned(maker->comment(lent_text(text)))); }
 
 void TreeBuilder::ev_start_cdata() { isInCdata = true; }
 

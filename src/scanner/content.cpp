@@ -45,6 +45,7 @@ Content::Content(Heap& heap, Input& inputOfParse, Names& namesOfParse, Elements&
 int Content::read() {
     if (hasDeclined) return hand_over();
     while (is_in_reach()) {
+        searched = 0;
         Outcome outcome = read_piece();
         while (outcome == INCOMPLETE && input.extend_window()) outcome = read_piece();
         if (outcome == CLOSED) return ELEMENT_CLOSED;
@@ -81,6 +82,11 @@ Content::Outcome Content::unrecognised(const Unit* place) const {
     return place == input.windowEnd() ? INCOMPLETE : UNUSUAL;
 }
 
+// A text of the window. In a file's, line ends are normalised already.
+EventText Content::text_between(const Unit* text, const Unit* end) const {
+    return {text, static_cast<std::size_t>(end - text), input.reading_memory()};
+}
+
 // The piece up to `behindPiece` is read, with the unit there in hand; the events that follow are
 // those of the token that began in front of `token`.
 void Content::take(const Unit* token, Unit* behindPiece) {
@@ -93,7 +99,7 @@ Content::Outcome Content::read_end_tag(Unit* piece) {
     const auto length = static_cast<std::size_t>(name.text.length());
     Unit* close = piece + 2;
     if (static_cast<std::size_t>(input.windowEnd() - close) < length) return INCOMPLETE;
-    if (std::memcmp(close, name.units(), length * sizeof(Unit)) != 0) return UNUSUAL;
+    if (!name.is_at(close, input.windowEnd())) return UNUSUAL;
     close = behind_space(close + length);
     if (*close != '>') return unrecognised(close);
     if (close + 1 == input.windowEnd()) return INCOMPLETE;
@@ -127,7 +133,7 @@ Content::Outcome Content::read_comment(Unit* piece) {
     if (close + 1 == input.windowEnd()) return INCOMPLETE;
     take(text + 1, close + 1);
     *hyphens = 0;
-    events.ev_comment(text);
+    events.ev_comment(text_between(text, hyphens));
     return TAKEN;
 }
 
@@ -139,7 +145,7 @@ Content::Outcome Content::read_cdata(Unit* piece) {
     events.ev_start_cdata();
     take(text + 1, close + 1);
     close[-2] = 0;
-    events.ev_characters(text, static_cast<std::size_t>(close - 2 - text), input.reading_memory());
+    events.ev_characters(text_between(text, close - 2));
     events.ev_end_cdata();
     return TAKEN;
 }
@@ -161,9 +167,10 @@ Content::Outcome Content::read_pi(Unit* piece) {
         if (close[-1] == '?') break;
     }
     const Name& name = names.keep(target, static_cast<std::size_t>(targetEnd - target));
+    const EventText nameText(name.units(), static_cast<std::size_t>(name.text.length()), false);
     take(data + 1, close + 1);
     close[-1] = 0;
-    events.ev_pi(name.units(), hasData ? data : nullptr);
+    events.ev_pi(nameText, hasData ? text_between(data, close - 1) : EventText(nullptr));
     return TAKEN;
 }
 

@@ -58,6 +58,7 @@ private:
     Outcome read_piece();
     Outcome unrecognised(const Unit* place) const;
     void take(const Unit* token, Unit* behindPiece);
+    EventText text_between(const Unit* text, const Unit* end) const;
 
     Outcome read_markup(Unit* piece);
     Outcome read_end_tag(Unit* piece);
@@ -74,7 +75,7 @@ private:
 
     Outcome read_text(Unit* piece);
     Outcome read_text_with_references(Unit* piece, Unit* reference);
-    Outcome tell_text(Unit* close, const Unit* text, std::size_t length, bool mayHaveReturns);
+    Outcome tell_text(Unit* close, const EventText& text);
 
     void begin_references();
     Unit* read_reference(Unit* reference, const Unit* token, Unit quote, Unit** failed);
@@ -93,6 +94,7 @@ private:
     bool isOn;
     bool hasDeclined = false;         // the lexer has the next token
     std::size_t unknownElements = 0;  // open ones that the grammar doesn't know of
+    std::size_t searched = 0;         // units of the piece in which no end of the text was found
     Name* lastName;                   // of an element or attribute
     TokenBuffer gathered;             // a text with its references replaced
     std::vector<Reference> references;

@@ -23,14 +23,16 @@ bool has_section_end(const Unit* text, const Unit* end) {
 // Text up to the next markup, lent where it stands.
 Content::Outcome Content::read_text(Unit* piece) {
     const Unit* const end = input.windowEnd();
-    for (Unit* place = piece;; ++place) {
+    for (Unit* place = piece + searched;; ++place) {
         place = lanes::find_any<'<', '&', '>'>(place, end);
-        if (place == end) return INCOMPLETE;
+        if (place == end) {
+            searched = static_cast<std::size_t>(end - piece);
+            return INCOMPLETE;
+        }
         if (*place == '&') return read_text_with_references(piece, place);
         if (*place == '<') {
             input.set_token(piece + 1);
-            return tell_text(place, piece, static_cast<std::size_t>(place - piece),
-                             input.reading_memory());
+            return tell_text(place, text_between(piece, place));
         }
         if (place - piece >= 2 && place[-1] == ']' && place[-2] == ']') return UNUSUAL;
     }
@@ -54,15 +56,14 @@ Content::Outcome Content::read_text_with_references(Unit* piece, Unit* reference
     if (gathered.length() == 0 || has_section_end(text, text + gathered.length())) return UNUSUAL;
     input.set_token(piece + 1);
     tell_references(piece + 1);
-    return tell_text(place, text, gathered.length(), true);
+    return tell_text(place, {text, gathered.length(), true});
 }
 
 // The text of a piece that ends in front of the '<' at `close`.
-Content::Outcome Content::tell_text(Unit* close, const Unit* text, std::size_t length,
-                                    bool mayHaveReturns) {
+Content::Outcome Content::tell_text(Unit* close, const EventText& text) {
     input.take_up_to(close + 1);
     *close = 0;
-    events.ev_characters(text, length, mayHaveReturns);
+    events.ev_characters(text);
     *close = '<';
     return TAKEN;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "scanner/dtd_actions.h"
+#include "scanner/event_text.h"
 #include "scanner/tag.h"
 #include "text/wide.h"
 
@@ -18,11 +19,10 @@ public:
     virtual void ev_end_element(const TagRecord& tag) = 0;
     virtual void ev_start_prefix_mappings(const TagRecord& tag) = 0;
     virtual void ev_end_prefix_mappings(const TagRecord& tag) = 0;
-    // `mayHaveReturns` is false for a text that is known to have no CR in it.
-    virtual void ev_characters(const Unit* text, std::size_t length, bool mayHaveReturns) = 0;
+    virtual void ev_characters(const EventText& text) = 0;
     virtual void ev_ignorable_whitespace(const Unit* text) = 0;
-    virtual void ev_pi(const Unit* target, const Unit* data) = 0;
-    virtual void ev_comment(const Unit* text) = 0;
+    virtual void ev_pi(const EventText& target, const EventText& data) = 0;
+    virtual void ev_comment(const EventText& text) = 0;
     virtual void ev_start_cdata() = 0;
     virtual void ev_end_cdata() = 0;
     virtual void ev_start_entity(const Unit* name) = 0;

@@ -174,16 +174,16 @@ PubidLiteral  : PUBID_LITERAL;
 /* Text, comments, processing instructions, CDATA sections. */
 
 CharData
-    : CHARDATA { grammar.events.ev_characters($1, qvox::wide_length($1), true); }
+    : CHARDATA { grammar.events.ev_characters(qvox::EventText($1)); }
     ;
 
 Comment
-    : COMMENT_START COMMENT_TEXT COMMENT_END { grammar.events.ev_comment($2); }
+    : COMMENT_START COMMENT_TEXT COMMENT_END { grammar.events.ev_comment(qvox::EventText($2)); }
     ;
 
 PI
-    : PI_START PITarget PI_END { grammar.events.ev_pi($2, nullptr); }
-    | PI_START PITarget S PI_DATA PI_END { grammar.events.ev_pi($2, $4); }
+    : PI_START PITarget PI_END { grammar.events.ev_pi(qvox::EventText($2), qvox::EventText(nullptr)); }
+    | PI_START PITarget S PI_DATA PI_END { grammar.events.ev_pi(qvox::EventText($2), qvox::EventText($4)); }
     ;
 
 PITarget : PI_TARGET;
@@ -197,7 +197,7 @@ CDStart
     ;
 
 CData
-    : CDATA_TEXT { grammar.events.ev_characters($1, qvox::wide_length($1), true); }
+    : CDATA_TEXT { grammar.events.ev_characters(qvox::EventText($1)); }
     ;
 
 CDEnd

@@ -96,6 +96,44 @@ inline Bytes16 either_byte(Bytes16 a, Bytes16 b) { return _mm_or_si128(a, b); }
 inline std::uint64_t bits_of_bytes(Bytes16 match) {
     return static_cast<unsigned>(_mm_movemask_epi8(match));
 }
+// A sum for each byte of how often it matched, up to 255, and the sum of these.
+inline Bytes16 counted_bytes(Bytes16 sums, Bytes16 match) { return _mm_sub_epi8(sums, match); }
+inline std::size_t total(Bytes16 sums) {
+    const __m128i halves = _mm_sad_epu8(sums, _mm_setzero_si128());
+    return static_cast<std::size_t>(_mm_cvtsi128_si32(halves) +
+                                    _mm_cvtsi128_si32(_mm_srli_si128(halves, 8)));
+}
+// Two characters of three bytes in the first 48 bits of each half, as two units in the first 32.
+inline __m128i joined_triples(__m128i halves) {
+    const auto masked64 = [](__m128i bits, long long mask) {
+        return _mm_and_si128(bits, _mm_set1_epi64x(mask));
+    };
+    const __m128i first = masked64(_mm_slli_epi64(halves, 12), 0xF00000F000);
+    const __m128i middle = masked64(_mm_srli_epi64(halves, 2), 0xFC0000FC0);
+    const __m128i last = masked64(_mm_srli_epi64(halves, 16), 0x3F00003F);
+    const __m128i apart = _mm_or_si128(_mm_or_si128(first, middle), last);
+    return _mm_or_si128(masked64(apart, 0xFFFF), masked64(_mm_srli_epi64(apart, 8), 0xFFFF0000));
+}
+inline std::size_t join_triples(const unsigned char* bytes, Units8* units) {
+    const auto two = [bytes](std::size_t place) {
+        return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(bytes + place));
+    };
+    const __m128i low = _mm_unpacklo_epi64(two(0), two(6));
+    const __m128i high = _mm_unpacklo_epi64(two(12), two(18));
+    const __m128i marks = _mm_set1_epi64x(0xC0C0F0C0C0F0);
+    const __m128i wanted = _mm_set1_epi64x(0x8080E08080E0);
+    const auto right = [marks, wanted](__m128i halves) {
+        const __m128i marked = _mm_cmpeq_epi8(_mm_and_si128(halves, marks), wanted);
+        return static_cast<unsigned>(_mm_movemask_epi8(marked));
+    };
+    *units = _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(joined_triples(low)),
+                                             _mm_castsi128_ps(joined_triples(high)),
+                                             _MM_SHUFFLE(2, 0, 2, 0)));
+    const std::uint64_t wrong = ~(std::uint64_t{right(high)} << 16 | right(low)) & 0xFFFFFFFF;
+    if (wrong == 0) return UNITS;
+    const std::size_t byte = lowest_bit(wrong);  // of the 32 that were loaded, six of each eight
+    return byte / 8 * 2 + byte % 8 / 3;
+}
 inline void widen(Unit* to, Bytes16 bytes) {
     store(to, _mm_unpacklo_epi8(bytes, _mm_setzero_si128()));
     store(to + UNITS, _mm_unpackhi_epi8(bytes, _mm_setzero_si128()));
@@ -147,6 +185,22 @@ inline Bytes16 equal_bytes(Bytes16 bytes, char ascii) {
 inline Bytes16 either_byte(Bytes16 a, Bytes16 b) { return vorrq_u8(a, b); }
 inline std::uint64_t bits_of_bytes(Bytes16 match) {
     return vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(vreinterpretq_u16_u8(match), 4)), 0);
+}
+inline Bytes16 counted_bytes(Bytes16 sums, Bytes16 match) { return vsubq_u8(sums, match); }
+inline std::size_t total(Bytes16 sums) { return vaddlvq_u8(sums); }
+inline std::size_t join_triples(const unsigned char* bytes, Units8* units) {
+    const uint8x8x3_t parts = vld3_u8(bytes);
+    const auto marked = [](uint8x8_t part, std::uint8_t marks, std::uint8_t wanted) {
+        return vceq_u8(vand_u8(part, vdup_n_u8(marks)), vdup_n_u8(wanted));
+    };
+    const uint8x8_t right =
+        vand_u8(marked(parts.val[0], 0xF0, 0xE0),
+                vand_u8(marked(parts.val[1], 0xC0, 0x80), marked(parts.val[2], 0xC0, 0x80)));
+    const auto bits_of = [](uint8x8_t part) { return vmovl_u8(vand_u8(part, vdup_n_u8(0x3F))); };
+    *units = vorrq_u16(vshlq_n_u16(vmovl_u8(parts.val[0]), 12),
+                       vorrq_u16(vshlq_n_u16(bits_of(parts.val[1]), 6), bits_of(parts.val[2])));
+    const std::uint64_t wrong = ~vget_lane_u64(vreinterpret_u64_u8(right), 0);
+    return wrong == 0 ? UNITS : lowest_bit(wrong) / 8;
 }
 inline void widen(Unit* to, Bytes16 bytes) {
     vst1q_u16(to, vmovl_u8(vget_low_u8(bytes)));
@@ -265,6 +319,28 @@ inline std::uint64_t bits_of_bytes(const Bytes16& match) {
     for (std::size_t i = 0; i < BYTES; ++i) result |= std::uint64_t{match.lane[i] & 1U} << i;
     return result;
 }
+inline Bytes16 counted_bytes(Bytes16 sums, const Bytes16& match) {
+    for (std::size_t i = 0; i < BYTES; ++i) {
+        sums.lane[i] = static_cast<unsigned char>(sums.lane[i] - match.lane[i]);
+    }
+    return sums;
+}
+inline std::size_t total(const Bytes16& sums) {
+    std::size_t result = 0;
+    for (const unsigned char sum : sums.lane) result += sum;
+    return result;
+}
+inline std::size_t join_triples(const unsigned char* bytes, Units8* units) {
+    std::size_t count = 0;
+    for (; count < UNITS; ++count, bytes += 3) {
+        const bool isRight =
+            (bytes[0] & 0xF0) == 0xE0 && (bytes[1] & 0xC0) == 0x80 && (bytes[2] & 0xC0) == 0x80;
+        if (!isRight) break;
+        units->lane[count] =
+            static_cast<Unit>((bytes[0] & 0x0F) << 12 | (bytes[1] & 0x3F) << 6 | (bytes[2] & 0x3F));
+    }
+    return count;
+}
 inline void widen(Unit* to, const Bytes16& bytes) {
     for (std::size_t i = 0; i < BYTES; ++i) to[i] = bytes.lane[i];
 }
@@ -280,6 +356,11 @@ inline std::uint64_t lowest(std::size_t count) {
 inline std::size_t first_lane(std::uint64_t bitsOfMatch) {
     return lowest_bit(bitsOfMatch) / BITS_PER_LANE;
 }
+
+// join_triples(bytes, &units) joins eight sequences of three bytes, as UTF-8 has them, to units,
+// and returns for how many of them, from the first on, the bytes are marked as such sequences have
+// it. Looks at TRIPLES_READ bytes.
+inline constexpr std::size_t TRIPLES_READ = 3 * UNITS + 2;
 
 // The first of the units that is one of the ASCII characters, or `end`. Looks at up to fifteen
 // units behind the end.
@@ -312,6 +393,34 @@ inline bool contains(const Unit* next, const Unit* end, char ascii) {
         if (*next == static_cast<Unit>(ascii)) return true;
     }
     return false;
+}
+
+// The place behind the last unit that is the ASCII character, or `next` where none is. Looks at the
+// units only.
+inline const Unit* behind_last(const Unit* next, const Unit* end, char ascii) {
+    while (static_cast<std::size_t>(end - next) >= BYTES &&
+           bits_of_bytes(equal_bytes(narrowed(end - BYTES), ascii)) == 0) {
+        end -= BYTES;
+    }
+    while (end != next && end[-1] != static_cast<Unit>(ascii)) --end;
+    return end;
+}
+
+// How many of the units are the ASCII character. Looks at the units only.
+inline std::size_t count_of(const Unit* next, const Unit* end, char ascii) {
+    constexpr std::size_t MOST_ROUNDS = 255;
+    std::size_t count = 0;
+    while (static_cast<std::size_t>(end - next) >= BYTES) {
+        std::size_t rounds = static_cast<std::size_t>(end - next) / BYTES;
+        if (rounds > MOST_ROUNDS) rounds = MOST_ROUNDS;
+        Bytes16 sums = {};
+        for (; rounds != 0; --rounds, next += BYTES) {
+            sums = counted_bytes(sums, equal_bytes(narrowed(next), ascii));
+        }
+        count += total(sums);
+    }
+    for (; next != end; ++next) count += *next == static_cast<Unit>(ascii) ? 1 : 0;
+    return count;
 }
 
 // How many of the units match. Looks at the units only.
