@@ -286,8 +286,9 @@ void Input::end_level() {
 }
 
 void Input::switch_encoding(EncodingId declared) {
+    const bool isNew = declared != encoding;
     encoding = declared;
-    if (!reads_file(inputStack.back().kind)) return;
+    if (!isNew || !reads_file(inputStack.back().kind)) return;
     inputStack.back().encoding = declared;
     reader = select_getc_proc(declared);
     if (!window.is_open()) return;

@@ -26,6 +26,7 @@ void Window::open(std::size_t size, ByteStream* fileOfLevel, const WindowReader&
     file = fileOfLevel;
     reader = windowReader;
     memory.reset(new Unit[size + OVERRUN]);
+    steps.reserve(STEPS_IN_WINDOW);
     restart();
 }
 

@@ -9,7 +9,7 @@ std::unique_ptr<ByteSink> ByteSink::open(const char* fileName) {
         errno = ENOENT;
         return nullptr;
     }
-    OpenFile file = open_file(fileName, FileUse::WRITE);
+    OpenFile file = open_for_writing(fileName);
     if (file == nullptr) return nullptr;
     // The blocks are large enough, and errors come at once.
     std::setvbuf(file.get(), nullptr, _IONBF, 0);

@@ -1,140 +1,109 @@
 #include "platform/byte_stream.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <sys/stat.h>
-#include <sys/types.h>
-
-#if defined(_WIN32)
-#include <io.h>
-#include <windows.h>
-#else
-#include <fcntl.h>
-#include <unistd.h>
-#endif
+#include <utility>
 
 namespace qvox {
 
 namespace {
 
-#if defined(_WIN32)
-
-using Status = struct _stat64;
-
-bool status_of(std::FILE* file, Status* status) { return _fstat64(_fileno(file), status) == 0; }
-
-bool is_directory(const Status& status) { return (status.st_mode & _S_IFMT) == _S_IFDIR; }
-
-bool is_regular(const Status& status) { return (status.st_mode & _S_IFMT) == _S_IFREG; }
-
-OpenFile open_at_once(const char* fileName) { return open_file(fileName, FileUse::READ); }
-
-ByteStream::Identity identity_of(std::FILE* file) {
-    const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
-    BY_HANDLE_FILE_INFORMATION information = {};
-    if (GetFileInformationByHandle(handle, &information) == 0) return {0, 0};
-    const unsigned long long high = information.nFileIndexHigh;
-    return {information.dwVolumeSerialNumber, high << 32 | information.nFileIndexLow};
-}
-
-#else
-
-using Status = struct stat;
-
-bool status_of(std::FILE* file, Status* status) { return fstat(fileno(file), status) == 0; }
-
-bool is_directory(const Status& status) { return S_ISDIR(status.st_mode); }
-
-bool is_regular(const Status& status) { return S_ISREG(status.st_mode); }
-
-// Opens without waiting for the other end of a pipe. Most pipes aren't even opened: their writer
-// would take notice of a reader that comes and goes.
-OpenFile open_at_once(const char* fileName) {
-    Status status = {};
-    if (stat(fileName, &status) == 0 && S_ISFIFO(status.st_mode)) {
-        errno = EINVAL;
-        return nullptr;
-    }
-    const int descriptor = ::open(fileName, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (descriptor < 0) return nullptr;
-    OpenFile file(fdopen(descriptor, "rb"));
-    if (file == nullptr) close(descriptor);
-    return file;
-}
-
-ByteStream::Identity identity_of(std::FILE* file) {
-    Status status = {};
-    if (!status_of(file, &status)) return {0, 0};
-    return {status.st_dev, status.st_ino};
-}
-
-#endif
+// A file that isn't small is read by so many bytes.
+constexpr std::size_t USUAL_SIZE = 65536;
 
 }  // namespace
 
 std::unique_ptr<ByteStream> ByteStream::open(const char* fileName) {
     if (fileName == nullptr) fileName = "";
-    return of_file(fileName, open_file(fileName, FileUse::READ), false);
+    ReadableFile file = ReadableFile::open(fileName);
+    if (!file.isOpen()) return nullptr;
+    std::unique_ptr<ByteStream> stream(new ByteStream(fileName, std::move(file)));
+    stream->fill(0);
+    // A directory can be opened, but not read.
+    if (stream->readError != EISDIR || !stream->file.isDirectory()) return stream;
+    stream.reset();
+    errno = EISDIR;
+    return nullptr;
 }
 
 std::unique_ptr<ByteStream> ByteStream::openRegular(const char* fileName) {
     if (fileName == nullptr) fileName = "";
-    return of_file(fileName, open_at_once(fileName), true);
-}
-
-std::unique_ptr<ByteStream> ByteStream::of_file(const char* name, OpenFile file, bool onlyRegular) {
-    Status status = {};
-    if (file == nullptr || !status_of(file.get(), &status)) return nullptr;
-    if (is_directory(status) || (onlyRegular && !is_regular(status))) {
-        file.reset();
-        errno = is_directory(status) ? EISDIR : EINVAL;
-        return nullptr;
+    ReadableFile file = ReadableFile::openAtOnce(fileName);
+    if (!file.isOpen()) return nullptr;
+    if (file.isRegular()) {
+        std::unique_ptr<ByteStream> stream(new ByteStream(fileName, std::move(file)));
+        stream->fill(0);
+        return stream;
     }
-    std::setvbuf(file.get(), nullptr, _IONBF, 0);  // one buffer is enough, and it is ours
-    return std::unique_ptr<ByteStream>(new ByteStream(name, std::move(file)));
+    const int cause = file.isDirectory() ? EISDIR : EINVAL;
+    file = ReadableFile();
+    errno = cause;
+    return nullptr;
 }
 
-ByteStream::ByteStream(const char* name, OpenFile openFile)
-    : fileName(name), file(std::move(openFile)), next(buffer), end(buffer) {}
+ByteStream::ByteStream(const char* name, ReadableFile openFile)
+    : fileName(name),
+      file(std::move(openFile)),
+      buffer(new unsigned char[FIRST_SIZE]),
+      next(buffer.get()),
+      end(buffer.get()) {}
 
-// Bytes that were read; none at the end and behind a failure, for good.
-std::size_t ByteStream::read(unsigned char* to, std::size_t size) {
-    std::size_t count = 0;
-    while (count == 0 && readError == 0 && std::feof(file.get()) == 0) {
-        count = std::fread(to, 1, size, file.get());
-        if (std::ferror(file.get()) == 0) break;
-        if (errno == EINTR) {
-            std::clearerr(file.get());  // a signal came; nothing is wrong with the file
-        } else {
-            readError = errno;
-        }
-    }
-    filled += count;
-    return count;
-}
-
+// The last byte stays, for unget() at the end.
 bool ByteStream::refill() {
-    const std::size_t count = read(buffer, BUFFER_SIZE);
-    if (count == 0) {  // the buffer keeps its last bytes for unget() at the end
-        if (failed()) errno = readError;
-        return false;
-    }
-    next = buffer;
-    end = buffer + count;
-    return true;
+    if (fill(end == buffer.get() ? 0 : 1)) return true;
+    if (failed()) errno = readError;
+    return false;
 }
 
-bool ByteStream::more(Position kept) {
-    const unsigned char* const firstKept = at(kept);
-    const auto size = static_cast<std::size_t>(end - firstKept);
-    if (size == BUFFER_SIZE) return false;
-    next = buffer + (next - firstKept);
-    std::memmove(buffer, firstKept, size);
-    const std::size_t count = read(buffer + size, BUFFER_SIZE - size);
-    end = buffer + size + count;
+bool ByteStream::more(Position kept) { return fill(static_cast<std::size_t>(end - at(kept))); }
+
+// Fills the buffer behind the last `keptSize` of its bytes, as far as the file goes.
+bool ByteStream::fill(std::size_t keptSize) {
+    if (isAtEnd || keptSize == LARGEST_SIZE) return false;
+    make_room(keptSize);
+    const std::size_t count = read(buffer.get() + keptSize, bufferSize - keptSize);
+    end += count;
+    filled += count;
     return count != 0;
 }
 
-ByteStream::Identity ByteStream::identity() const { return identity_of(file.get()); }
+// Moves the last bytes to the front, of a larger buffer where the present one is small for them.
+void ByteStream::make_room(std::size_t keptSize) {
+    const std::ptrdiff_t unread = end - next;
+    const unsigned char* const kept = end - keptSize;
+    const std::size_t size = size_for(keptSize);
+    if (size == bufferSize) {
+        std::memmove(buffer.get(), kept, keptSize);
+    } else {
+        std::unique_ptr<unsigned char[]> larger(new unsigned char[size]);
+        std::memcpy(larger.get(), kept, keptSize);
+        buffer = std::move(larger);
+        bufferSize = size;
+    }
+    end = buffer.get() + keptSize;
+    next = end - unread;
+}
+
+std::size_t ByteStream::size_for(std::size_t keptSize) const {
+    if (filled == 0) return FIRST_SIZE;
+    const std::size_t wanted = 2 * keptSize > bufferSize ? 2 * bufferSize : bufferSize;
+    return std::clamp(wanted, USUAL_SIZE, LARGEST_SIZE);
+}
+
+// Bytes that were read: fewer than were asked for at the end and at a failure, which are for good.
+std::size_t ByteStream::read(unsigned char* to, std::size_t size) {
+    std::size_t count = 0;
+    while (count != size && !isAtEnd) {
+        const std::ptrdiff_t some = file.read(to + count, size - count);
+        if (some > 0) {
+            count += static_cast<std::size_t>(some);
+        } else {
+            isAtEnd = true;
+            if (some < 0) readError = errno;
+        }
+    }
+    return count;
+}
 
 }  // namespace qvox

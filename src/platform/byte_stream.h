@@ -4,9 +4,8 @@
 #include <cstddef>
 #include <memory>
 #include <string>
-#include <utility>
 
-#include "platform/open_file.h"
+#include "platform/readable_file.h"
 
 namespace qvox {
 
@@ -17,8 +16,8 @@ public:
     // A place in a file, in bytes.
     using Position = unsigned long long;
 
-    // Opens a file for binary reading, a pipe or a device too. Null if that fails, for a null or
-    // empty name, and for a directory; errno says why.
+    // Opens a file for binary reading, a pipe or a device too, and reads its beginning. Null if it
+    // can't be opened, for a null or empty name, and for a directory; errno says why.
     static std::unique_ptr<ByteStream> open(const char* fileName);
 
     // The same for a name that a stranger chose: regular files alone, or links to them. Anything
@@ -50,39 +49,43 @@ public:
     const unsigned char* readyEnd() const { return end; }
     void take(const unsigned char* behindTaken) { next = behindTaken; }
 
-    // Goes back to the first byte. Only within the first BUFFER_SIZE bytes of the file.
-    void rewind() { next = buffer; }
+    // Goes back to the first byte. Only within the first FIRST_SIZE bytes of the file.
+    static constexpr std::size_t FIRST_SIZE = 8192;
+    void rewind() { next = buffer.get(); }
 
     // Reads on while bytes lie ready, so that more do. Those from `kept` on, a position up to the
     // present one, can be gone back to. False where nothing more is to be had: at the end, behind a
-    // failure, and where the buffer is full; get() meets the first two when it comes there.
+    // failure, and where more than LARGEST_SIZE bytes would have to be kept; get() meets the first
+    // two when it comes there.
+    static constexpr std::size_t LARGEST_SIZE = 262144;
     bool more(Position kept);
 
     // The byte at a position, which is still in the buffer.
     const unsigned char* at(Position position) const { return end - (filled - position); }
 
     // What tells two files apart, whatever their names are.
-    using Identity = std::pair<unsigned long long, unsigned long long>;
-    Identity identity() const;
+    ReadableFile::Identity identity() const { return file.identity(); }
 
     // Bytes handed out so far.
     Position position() const { return filled - static_cast<Position>(end - next); }
 
 private:
-    static constexpr std::size_t BUFFER_SIZE = 65536;
-
-    ByteStream(const char* name, OpenFile openFile);
-    static std::unique_ptr<ByteStream> of_file(const char* name, OpenFile file, bool onlyRegular);
+    ByteStream(const char* name, ReadableFile openFile);
     bool refill();
+    bool fill(std::size_t keptSize);
+    void make_room(std::size_t keptSize);
+    std::size_t size_for(std::size_t keptSize) const;
     std::size_t read(unsigned char* to, std::size_t size);
 
     std::string fileName;
-    OpenFile file;
-    int readError = 0;  // errno of the read that failed
+    ReadableFile file;
+    bool isAtEnd = false;  // of what can be read
+    int readError = 0;     // errno of the read that failed
+    std::size_t bufferSize = FIRST_SIZE;
+    std::unique_ptr<unsigned char[]> buffer;
     const unsigned char* next;
     const unsigned char* end;
     Position filled = 0;  // bytes of the file that have been in the buffer
-    unsigned char buffer[BUFFER_SIZE];
 };
 
 }  // namespace qvox

@@ -1,7 +1,10 @@
 #include "platform/open_file.h"
 
+#include <fcntl.h>
+
 #ifdef _WIN32
 #include <cerrno>
+#include <io.h>
 #include <string>
 #include <sys/stat.h>
 
@@ -34,23 +37,33 @@ bool is_directory(const std::wstring& name) {
     return _wstat64(name.c_str(), &status) == 0 && (status.st_mode & _S_IFMT) == _S_IFDIR;
 }
 
-}  // namespace
-
-OpenFile open_file(const char* fileName, FileUse use) {
-    const std::wstring name = wide_name(fileName);
-    OpenFile file(_wfopen(name.c_str(), use == FileUse::READ ? L"rb" : L"wb"));
-    if (file != nullptr) return file;
-    // Whatever the system says of an empty name and of a directory, it is said as elsewhere.
+// Whatever the system said of an empty name and of a directory, it is said as elsewhere.
+void tell_cause(const std::wstring& name) {
     const int cause = errno;
     errno = name.empty() ? ENOENT : is_directory(name) ? EISDIR : cause;
-    return nullptr;
+}
+
+}  // namespace
+
+OpenFile open_for_writing(const char* fileName) {
+    const std::wstring name = wide_name(fileName);
+    OpenFile file(_wfopen(name.c_str(), L"wb"));
+    if (file == nullptr) tell_cause(name);
+    return file;
+}
+
+int open_for_reading(const char* fileName) {
+    const std::wstring name = wide_name(fileName);
+    const int descriptor = _wopen(name.c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+    if (descriptor < 0) tell_cause(name);
+    return descriptor;
 }
 
 #else
 
-OpenFile open_file(const char* fileName, FileUse use) {
-    return OpenFile(std::fopen(fileName, use == FileUse::READ ? "rb" : "wb"));
-}
+OpenFile open_for_writing(const char* fileName) { return OpenFile(std::fopen(fileName, "wb")); }
+
+int open_for_reading(const char* fileName) { return ::open(fileName, O_RDONLY | O_CLOEXEC); }
 
 #endif
 

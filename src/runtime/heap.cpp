@@ -11,6 +11,7 @@ namespace qvox {
 namespace {
 
 constexpr std::size_t BLOCK_PAYLOAD = 65536;
+constexpr std::size_t FIRST_PAYLOAD = 8192;  // a small document needs no more
 constexpr std::size_t LARGE_REQUEST = 65536;
 constexpr std::size_t LARGEST_REQUEST = 4194304;
 
@@ -35,6 +36,11 @@ struct alignas(std::max_align_t) Heap::Block {
         return (0 - address) & (align - 1);  // a power of two, so that no division is needed
     }
 
+    void empty() {
+        remaining += static_cast<std::size_t>(next - payload());
+        next = payload();
+    }
+
     void* take(std::size_t size) {
         void* taken = next;
         next += size;
@@ -43,22 +49,20 @@ struct alignas(std::max_align_t) Heap::Block {
     }
 };
 
-Heap::Heap() : openBlocks(new_block(BLOCK_PAYLOAD)) {
+Heap::Heap() {
     if (memstatEnabled) allocationStatistics.heapTotalSize += sizeof(Heap);
 }
 
 Heap::~Heap() { free_blocks(); }
 
-// The first block stays; a heap that needed no other is cleared in a few steps.
+// A heap that needed one block keeps it, and is cleared in a few steps.
 void Heap::clear() {
-    Block* first = openBlocks;
-    if (fullBlocks == nullptr && first != nullptr && first->nextBlock == nullptr) {
-        first->next = first->payload();
-        first->remaining = BLOCK_PAYLOAD;
-        return;
+    Block* const first = openBlocks;
+    if (fullBlocks != nullptr || (first != nullptr && first->nextBlock != nullptr)) {
+        free_blocks();
+    } else if (first != nullptr) {
+        first->empty();
     }
-    free_blocks();
-    openBlocks = new_block(BLOCK_PAYLOAD);
 }
 
 // The first fit among the open blocks, with a new block behind them where there is none.
@@ -82,7 +86,8 @@ void* Heap::halloc(std::size_t size, std::size_t align) {
         block->take(padding);
         return block->take(size);
     }
-    *link = new_block(BLOCK_PAYLOAD);
+    const bool isFirst = openBlocks == nullptr && fullBlocks == nullptr;
+    *link = new_block(isFirst && size < FIRST_PAYLOAD ? FIRST_PAYLOAD : BLOCK_PAYLOAD);
     return (*link)->take(size);
 }
 

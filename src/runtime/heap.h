@@ -12,7 +12,7 @@ namespace qvox {
 
 class Heap {
 public:
-    // A heap with one empty standard block.
+    // An empty heap, which gets its first block when something is allocated.
     Heap();
     Heap(const Heap&) = delete;
     Heap& operator=(const Heap&) = delete;
@@ -37,11 +37,12 @@ public:
     // A copy of `length` units with a NUL behind them.
     Unit* halloc_copy(const Unit* text, std::size_t length);
 
-    // A new record of a trivially destructible type, value-initialised: nothing destroys it.
-    template <typename Record>
-    Record* halloc_record() {
+    // A new record of a trivially destructible type, made of the arguments, and value-initialised
+    // without any: nothing destroys it.
+    template <typename Record, typename... Arguments>
+    Record* halloc_record(const Arguments&... arguments) {
         static_assert(std::is_trivially_destructible_v<Record>, "records die with their heap");
-        return new (halloc(sizeof(Record), alignof(Record))) Record{};
+        return new (halloc(sizeof(Record), alignof(Record))) Record{arguments...};
     }
 
 private:
@@ -53,7 +54,7 @@ private:
     void move_to_full(Block** link);
     void free_blocks();
 
-    Block* openBlocks;            // blocks with room, in the order in which they were added
+    Block* openBlocks = nullptr;  // blocks with room, in the order in which they were added
     Block* fullBlocks = nullptr;  // blocks without, the most recently filled first
 };
 

@@ -5,6 +5,12 @@
 
 namespace qvox {
 
+namespace {
+
+constexpr std::size_t USUAL_DEPTH = 16;
+
+}  // namespace
+
 Elements::Elements(Heap& parseHeap, Events& eventsOfParse, Expansion& expansion,
                    Names& namesOfParse, NamespaceOptions namespaceOptions)
     : heap(parseHeap),
@@ -12,7 +18,10 @@ Elements::Elements(Heap& parseHeap, Events& eventsOfParse, Expansion& expansion,
       names(namesOfParse),
       options(namespaceOptions),
       namespaces(parseHeap, namesOfParse),
-      attributes(parseHeap, expansion, namesOfParse, namespaces, namespaceOptions) {}
+      attributes(parseHeap, expansion, namesOfParse, namespaces, namespaceOptions) {
+    tagStack.reserve(USUAL_DEPTH);
+    spareTags.reserve(USUAL_DEPTH);
+}
 
 void Elements::begin_tag() {
     values.clear();

@@ -11,17 +11,17 @@ namespace qvox {
 namespace {
 
 struct PredefinedEntity {
-    const char* name;
-    const char* value;  // a character reference, so that the character is text and never markup
+    Unit name[5];
+    Unit value[7];  // a character reference, so that the character is text and never markup
 };
 
 constexpr PredefinedEntity PREDEFINED_ENTITIES[] = {
-    {"lt", "&#x3c;"}, {"gt", "&#x3e;"}, {"amp", "&#x26;"}, {"apos", "&#x27;"}, {"quot", "&#x22;"},
+    {{'l', 't'}, {'&', '#', 'x', '3', 'c', ';'}},
+    {{'g', 't'}, {'&', '#', 'x', '3', 'e', ';'}},
+    {{'a', 'm', 'p'}, {'&', '#', 'x', '2', '6', ';'}},
+    {{'a', 'p', 'o', 's'}, {'&', '#', 'x', '2', '7', ';'}},
+    {{'q', 'u', 'o', 't'}, {'&', '#', 'x', '2', '2', ';'}},
 };
-
-Unit* widen(Heap& heap, const char* ascii) {
-    return wide_from_narrow(heap.halloc_text(std::strlen(ascii)), ascii);
-}
 
 Amount length_of(const Unit* text) { return text != nullptr ? wide_length(text) : 0; }
 
@@ -30,8 +30,7 @@ Amount length_of(const Unit* text) { return text != nullptr ? wide_length(text) 
 Declarations::Declarations(Heap& parseHeap, Expansion& expansionOfParse, Names& namesOfParse)
     : heap(parseHeap), expansion(expansionOfParse), names(namesOfParse) {
     for (const PredefinedEntity& entity : PREDEFINED_ENTITIES) {
-        register_entity_decl(
-            {widen(heap, entity.name), widen(heap, entity.value), nullptr, nullptr, nullptr});
+        register_entity_decl({entity.name, entity.value, nullptr, nullptr, nullptr});
     }
 }
 
@@ -55,7 +54,7 @@ void Declarations::register_element_decl(Name& name, const Unit* model) {
 }
 
 ElementRecord& Declarations::enter_element(Name& name) {
-    name.element = &elementTable.emplace_back();
+    name.element = &elementTable.emplace_front();
     return *name.element;
 }
 
@@ -89,7 +88,7 @@ void Declarations::register_entity_decl(const EntityRecord& entity) {
     if (name.entity != nullptr) {
         warn_registered("entity", entity.name);
     } else {
-        name.entity = &entityTable.emplace_back(entity);
+        name.entity = heap.halloc_record<EntityRecord>(entity);
     }
 }
 

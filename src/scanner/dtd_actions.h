@@ -2,7 +2,7 @@
 // attributes, for defaults and normalisation, and entities, for references.
 #pragma once
 
-#include <deque>
+#include <forward_list>
 #include <map>
 #include <set>
 #include <vector>
@@ -83,9 +83,8 @@ private:
     Heap& heap;
     Expansion& expansion;
     Names& names;
-    std::deque<ElementRecord> elementTable;  // in order of declaration
-    std::deque<EntityRecord> entityTable;
-    std::set<ByteStream::Identity> readFiles;
+    std::forward_list<ElementRecord> elementTable;  // a record stays where it is
+    std::set<ReadableFile::Identity> readFiles;
     ElementRecord* currentElementDecl = nullptr;
 };
 
