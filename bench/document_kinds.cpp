@@ -301,6 +301,7 @@ void generateOrder(DocumentBuilder& builder, std::size_t size) {
 }
 
 constexpr bool small = true;
+constexpr bool allFromFiles = true;
 
 constexpr DocumentKind kinds[] = {
     {"Japanese, Shift_JIS", Encoding::ShiftJis, generateJapanese},
@@ -324,6 +325,9 @@ constexpr DocumentKind kinds[] = {
     {"defaults by ATTLIST", Encoding::Utf8, generateDefaults},
     {"half a kilobyte, UTF-8", Encoding::Utf8, generateOrder, small},
     {"half a kilobyte, Shift_JIS", Encoding::ShiftJis, generateOrder, small},
+    {"half a kilobyte, UTF-8, all from files", Encoding::Utf8, generateOrder, small, allFromFiles},
+    {"half a kilobyte, Shift_JIS, all from files", Encoding::ShiftJis, generateOrder, small,
+     allFromFiles},
 };
 
 }  // namespace

@@ -19,6 +19,8 @@ struct DocumentKind {
     /// Fills the builder until the document has about `size` bytes.
     void (*generate)(DocumentBuilder& builder, std::size_t size);
     bool isSmall = false;
+    /// Whether the other libraries read its file too, instead of bytes in memory.
+    bool allReadTheFile = false;
 };
 
 /// Raises std::invalid_argument for an unknown name.

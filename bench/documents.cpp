@@ -33,7 +33,7 @@ Document::Document(const DocumentKind& kindOfIt, std::size_t size,
     DocumentBuilder builder(kind.encoding);
     kind.generate(builder, kind.isSmall ? smallSize : size);
     counted = builder.contents();
-    written = {newFile(directory).string(), builder.bytes()};
+    written = {newFile(directory).string(), builder.bytes(), kind.allReadTheFile};
     if (kind.isSmall) {
         const std::size_t times = size / smallShare / written.bytes.size();
         timesRead = static_cast<int>(std::max<std::size_t>(times, 1));

@@ -11,10 +11,11 @@
 
 namespace bench {
 
-/// What a library reads: ours a file, the others the same bytes in memory.
+/// What a library reads: ours a file, the others the same bytes in memory, or the file too.
 struct Source {
     std::string fileName;
     std::string bytes;
+    bool allReadTheFile = false;
 };
 
 /// A document whose file stands as long as the object.

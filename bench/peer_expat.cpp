@@ -1,6 +1,8 @@
 #include <cstring>
+#include <fcntl.h>
 #include <memory>
 #include <stdexcept>
+#include <unistd.h>
 
 #include <expat.h>
 
@@ -29,6 +31,25 @@ struct FreeParser {
 };
 using OwnedParser = std::unique_ptr<XML_ParserStruct, FreeParser>;
 
+XML_Status parseBytes(XML_Parser parser, const std::string& bytes) {
+    return XML_Parse(parser, bytes.data(), static_cast<int>(bytes.size()), XML_TRUE);
+}
+
+/// It has no call for files: they are read into its buffer.
+XML_Status parseFile(XML_Parser parser, const std::string& fileName) {
+    constexpr int size = 8192;
+    const int file = open(fileName.c_str(), O_RDONLY | O_CLOEXEC);
+    XML_Status status = XML_STATUS_OK;
+    for (ssize_t count = 1; count > 0 && status == XML_STATUS_OK;) {
+        void* const buffer = XML_GetBuffer(parser, size);
+        count = buffer != nullptr ? read(file, buffer, size) : -1;
+        status = count >= 0 ? XML_ParseBuffer(parser, static_cast<int>(count), count == 0)
+                            : XML_STATUS_ERROR;
+    }
+    close(file);
+    return status;
+}
+
 Tally parse(const Source& source) {
     const OwnedParser parser(XML_ParserCreateNS(nullptr, ' '));
     Tally tally;
@@ -36,8 +57,9 @@ Tally parse(const Source& source) {
     XML_SetElementHandler(parser.get(), startElement, endElement);
     XML_SetCharacterDataHandler(parser.get(), characters);
 
-    const int size = static_cast<int>(source.bytes.size());
-    if (XML_Parse(parser.get(), source.bytes.data(), size, XML_TRUE) != XML_STATUS_OK) {
+    const XML_Status status = source.allReadTheFile ? parseFile(parser.get(), source.fileName)
+                                                    : parseBytes(parser.get(), source.bytes);
+    if (status != XML_STATUS_OK) {
         throw std::runtime_error(std::string("expat: ") +
                                  XML_ErrorString(XML_GetErrorCode(parser.get())));
     }

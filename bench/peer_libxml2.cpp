@@ -54,7 +54,9 @@ void setHandlers(xmlSAXHandler& handler) {
 
 Tally parse(const Source& source) {
     const std::unique_ptr<xmlParserCtxt, FreeContext> context(
-        xmlCreateMemoryParserCtxt(source.bytes.data(), static_cast<int>(source.bytes.size())));
+        source.allReadTheFile ? xmlCreateFileParserCtxt(source.fileName.c_str())
+                              : xmlCreateMemoryParserCtxt(source.bytes.data(),
+                                                          static_cast<int>(source.bytes.size())));
     if (!context) throw std::bad_alloc();
     xmlCtxtUseOptions(context.get(), XML_PARSE_NOENT | XML_PARSE_HUGE);
     setHandlers(*context->sax);

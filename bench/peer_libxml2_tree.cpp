@@ -53,9 +53,11 @@ struct FreeObject {
 
 class LibxmlTree : public LoadedTree {
 public:
-    explicit LibxmlTree(const std::string& bytes)
-        : document(xmlReadMemory(bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr,
-                                 XML_PARSE_HUGE)) {
+    explicit LibxmlTree(const Source& source)
+        : document(source.allReadTheFile
+                       ? xmlReadFile(source.fileName.c_str(), nullptr, XML_PARSE_HUGE)
+                       : xmlReadMemory(source.bytes.data(), static_cast<int>(source.bytes.size()),
+                                       nullptr, nullptr, XML_PARSE_HUGE)) {
         if (!document) throw std::runtime_error("libxml2: cannot read the document");
     }
 
@@ -99,7 +101,7 @@ private:
 const TreeLibraryRegistration registration(
     {"libxml2", LIBXML_DOTTED_VERSION, LengthUnit::Utf8Byte, false, true,
      [](const Source& source) -> std::unique_ptr<LoadedTree> {
-         return std::make_unique<LibxmlTree>(source.bytes);
+         return std::make_unique<LibxmlTree>(source);
      }});
 
 }  // namespace

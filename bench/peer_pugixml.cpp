@@ -35,9 +35,12 @@ Tally countAll(pugi::xml_node root) {
 
 class PugixmlTree : public LoadedTree {
 public:
-    explicit PugixmlTree(const std::string& bytes) {
-        const pugi::xml_parse_result result = document.load_buffer(
-            bytes.data(), bytes.size(), pugi::parse_full | pugi::parse_ws_pcdata);
+    explicit PugixmlTree(const Source& source) {
+        constexpr unsigned options = pugi::parse_full | pugi::parse_ws_pcdata;
+        const pugi::xml_parse_result result =
+            source.allReadTheFile
+                ? document.load_file(source.fileName.c_str(), options)
+                : document.load_buffer(source.bytes.data(), source.bytes.size(), options);
         if (!result) throw std::runtime_error(std::string("pugixml: ") + result.description());
         encoding = result.encoding;
     }
@@ -81,7 +84,7 @@ std::string version() {
 const TreeLibraryRegistration registration(
     {"pugixml", version(), LengthUnit::Utf8Byte, true, false,
      [](const Source& source) -> std::unique_ptr<LoadedTree> {
-         return std::make_unique<PugixmlTree>(source.bytes);
+         return std::make_unique<PugixmlTree>(source);
      }});
 
 }  // namespace

@@ -67,6 +67,10 @@ Tally parse(const Source& source) {
     Counter counter;
     reader->setContentHandler(&counter);
     reader->setErrorHandler(&counter);
+    if (source.allReadTheFile) {
+        reader->parse(source.fileName.c_str());
+        return counter.result();
+    }
     const xc::MemBufInputSource input(reinterpret_cast<const XMLByte*>(source.bytes.data()),
                                       source.bytes.size(), "document");
     reader->parse(input);

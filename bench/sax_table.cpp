@@ -16,8 +16,8 @@ namespace {
 
 struct Row {
     const char* kind;
-    /// How many times as fast as the best of the others is wanted.
-    double atLeast;
+    /// How many times as fast as the best of the others is wanted, if it is.
+    std::optional<double> atLeast;
 };
 
 constexpr Row rows[] = {
@@ -37,8 +37,10 @@ constexpr Row rows[] = {
     {"processing instructions", 1.0},
     {"entities of the internal subset", 0.7},
     {"defaults by ATTLIST", 0.7},
-    {"half a kilobyte, UTF-8", 1.3},
-    {"half a kilobyte, Shift_JIS", 2.0},
+    {"half a kilobyte, UTF-8", std::nullopt},
+    {"half a kilobyte, Shift_JIS", std::nullopt},
+    {"half a kilobyte, UTF-8, all from files", 1.3},
+    {"half a kilobyte, Shift_JIS, all from files", 2.0},
 };
 
 std::string describe(const Tally& tally) {
@@ -100,13 +102,13 @@ bool printRow(const Row& row, const Settings& settings, Table& table) {
     cells.push_back(cell(ratio, 2));
     cells.push_back(cell(row.atLeast, 1));
     table.row(cells);
-    return ratio && *ratio >= row.atLeast;
+    return !row.atLeast || (ratio && *ratio >= *row.atLeast);
 }
 
 }  // namespace
 
 bool printSax(const Settings& settings, std::ostream& stream) {
-    Table table(stream, head(), 32);
+    Table table(stream, head(), 42);
     bool allMet = true;
     for (const Row& row : rows) {
         if (settings.wants(row.kind)) allMet = printRow(row, settings, table) && allMet;

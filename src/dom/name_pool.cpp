@@ -1,11 +1,26 @@
 #include "dom/name_pool.h"
 
-#include <string>
+#include <cstring>
+#include <memory>
+#include <new>
 #include <type_traits>
 
 #include <qvox/exception.h>
 
+#include "text/lent_text.h"
+
 namespace qvox {
+
+namespace {
+
+struct FreeMemory {
+    void operator()(void* memory) const { ::operator delete(memory); }
+};
+
+}  // namespace
+
+// A name owns nothing but its memory: its text is lent to it.
+NamePool::~NamePool() { names.visit_all(FreeMemory()); }
 
 const PooledName* NamePool::intern(const Unit* text) {
     return text != nullptr ? &entry(text) : nullptr;
@@ -26,11 +41,13 @@ const PooledName* NamePool::internQualified(const Unit* text) {
 const NodeName* NamePool::nodeName(const NodeName& name) {
     static_assert(std::is_trivially_copyable_v<NodeName>);
     if (name.name == nullptr) return &*nodeNames.insert(name).first;
-    const NodeName*& recentOne = const_cast<PooledName*>(name.name)->recent;
-    if (recentOne == nullptr || *recentOne < name || name < *recentOne) {
-        recentOne = &*nodeNames.insert(name).first;
+    auto& entry = const_cast<PooledName&>(*name.name);
+    if (entry.first.name == nullptr) entry.first = name;
+    if (entry.first == name) return &entry.first;
+    if (entry.recent == nullptr || !(*entry.recent == name)) {
+        entry.recent = &*nodeNames.insert(name).first;
     }
-    return recentOne;
+    return entry.recent;
 }
 
 const NodeName* NamePool::nodeName(const Unit* uri, const Unit* qualifiedName,
@@ -54,22 +71,19 @@ const NodeName* NamePool::withPrefix(const NodeName& name, const Xstring& prefix
 
 PooledName& NamePool::entry(View text) {
     const std::size_t length = text.size();
-    PooledName*& candidate = recent[wide_mark(text.data(), length) % RECENT_COUNT];
-    if (candidate == nullptr || candidate->text.length() != static_cast<int>(length) ||
-        View(candidate->text.data(), length) != text) {
-        candidate = &search(text);
-    }
-    return *candidate;
-}
-
-// An entry is found by a view of the caller's text, and entered under a view of its own.
-PooledName& NamePool::search(View text) {
-    const auto place = names.lower_bound(text);
-    if (place != names.end() && place->first == text) return *place->second;
-    auto name = std::make_unique<PooledName>();
-    name->text = std::basic_string<Unit, UnitTraits>(text).c_str();
-    const View key(name->text.data(), text.size());
-    return *names.emplace_hint(place, key, std::move(name))->second;
+    const std::uint32_t hash = names.hash_of(text.data(), length);
+    if (PooledName* const known = names.find(text.data(), length, hash)) return *known;
+    const std::size_t textSize = length * sizeof(Unit);
+    std::unique_ptr<void, FreeMemory> memory(
+        ::operator new(sizeof(PooledName) + textSize + sizeof(Unit)));
+    auto* const units = reinterpret_cast<Unit*>(static_cast<PooledName*>(memory.get()) + 1);
+    std::memcpy(units, text.data(), textSize);
+    units[length] = 0;
+    auto* const name = new (memory.get())
+        PooledName{lent_text(units, length).string(), nullptr, nullptr, {}, nullptr, hash, nullptr};
+    names.enter(*name);
+    memory.release();
+    return *name;
 }
 
 }  // namespace qvox

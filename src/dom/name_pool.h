@@ -2,28 +2,19 @@
 // default values. Nodes hold pointers to them, which stay valid as long as the document.
 #pragma once
 
-#include <map>
-#include <memory>
+#include <cstdint>
 #include <set>
 #include <string_view>
 #include <tuple>
 
 #include <qvox/xstring.h>
 
+#include "runtime/text_table.h"
 #include "text/wide.h"
 
 namespace qvox {
 
-struct NodeName;
-
-struct PooledName {
-    Xstring text;
-    // The parts of a qualified name at its first colon; null until the name was used as one. A name
-    // without colon has the empty prefix.
-    const PooledName* prefix = nullptr;
-    const PooledName* local = nullptr;
-    const NodeName* recent = nullptr;  // the name of nodes that was asked for last with this one
-};
+struct PooledName;
 
 // What the names of an element or attribute are: shared by all nodes that have the same ones.
 struct NodeName {
@@ -38,14 +29,32 @@ struct NodeName {
     const Xstring& getLocalName() const;
     const Xstring& getPrefix() const;
 
-    bool operator<(const NodeName& other) const {
-        return std::tie(name, uri, attributeType, defaultValue) <
-               std::tie(other.name, other.uri, other.attributeType, other.defaultValue);
-    }
+    auto all() const { return std::tie(name, uri, attributeType, defaultValue); }
+    bool operator<(const NodeName& other) const { return all() < other.all(); }
+    bool operator==(const NodeName& other) const { return all() == other.all(); }
+};
+
+// Its text lies behind it.
+struct PooledName {
+    Xstring text;
+    // The parts of a qualified name at its first colon; null until the name was used as one. A name
+    // without colon has the empty prefix.
+    const PooledName* prefix;
+    const PooledName* local;
+    // The names of nodes that were asked for with this one first, and last of the others.
+    NodeName first;
+    const NodeName* recent;
+    std::uint32_t hash;
+    PooledName* next;  // in its bucket
 };
 
 class NamePool {
 public:
+    NamePool() = default;
+    NamePool(const NamePool&) = delete;
+    NamePool& operator=(const NamePool&) = delete;
+    ~NamePool();
+
     // The pooled text; null for null.
     const PooledName* intern(const Unit* text);
     // The same with its parts, so that getters find them without a change of the pool.
@@ -64,15 +73,9 @@ private:
     using View = std::basic_string_view<Unit, UnitTraits>;
 
     PooledName& entry(View text);
-    PooledName& search(View text);
 
-    // The names asked for last, by a cheap mark of their text: most names of a document are one of
-    // a few, and are found here without a search.
-    static constexpr std::size_t RECENT_COUNT = 64;
-    PooledName* recent[RECENT_COUNT] = {};
-
-    std::map<View, std::unique_ptr<PooledName>> names;  // keyed by the text of the entry itself
-    std::set<NodeName, std::less<>> nodeNames;
+    TextTable<PooledName> names;
+    std::set<NodeName> nodeNames;  // but for the first ones of their names
 };
 
 // The text of a pooled name, or Xstring::Null.

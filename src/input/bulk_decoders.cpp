@@ -12,6 +12,7 @@ namespace qvox {
 namespace {
 
 constexpr int ESC = 0x1B;
+constexpr Unit LAST_ASCII = 0x7F;
 
 bool is_usual_control(int byte) { return byte == '\n' || byte == '\t'; }
 
@@ -49,19 +50,58 @@ bool take_line_end(Stretch& s) {
     return true;
 }
 
-// Characters of two bytes. `unit_of` gives the unit of each, or 0 where they aren't usual ones.
-template <typename UnitOf>
-void take_pairs(Stretch& s, UnitOf unit_of) {
+// Units by eights, as long as all are usual. `join` makes units of the bytes at a place and returns
+// how many of them are usual, from the first on. It looks at `bytesRead` bytes, and a unit takes
+// `bytesOfUnit` of them.
+template <std::size_t bytesOfUnit, std::size_t bytesRead, typename Join>
+void take_eights(Stretch& s, Join join) {
     const unsigned char* from = s.from;
     Unit* to = s.to;
-    for (std::ptrdiff_t left = std::min((s.fromEnd - from) / 2, s.toEnd - to); left > 0; --left) {
-        const Unit unit = unit_of(from[0], from[1]);
-        if (unit == 0) break;
-        *to++ = unit;
-        from += 2;
+    std::size_t count = lanes::UNITS;
+    while (count == lanes::UNITS && static_cast<std::size_t>(s.toEnd - to) >= lanes::UNITS &&
+           static_cast<std::size_t>(s.fromEnd - from) >= bytesRead) {
+        lanes::Units8 units = {};
+        count = join(from, &units);
+        lanes::store(to, units);
+        from += bytesOfUnit * count;
+        to += count;
     }
     s.from = from;
     s.to = to;
+}
+
+// The lanes in front of the first that matches.
+std::size_t lanes_before(const lanes::Match& match) {
+    const std::uint64_t found = lanes::bits(match);
+    return found != 0 ? lanes::first_lane(found) : lanes::UNITS;
+}
+
+// Places in the code page, and which of them are any.
+struct Cells {
+    lanes::Units8 index;
+    lanes::Match known;
+};
+
+constexpr unsigned ROWS = sizeof codePageUnits / sizeof codePageUnits[0];
+constexpr unsigned CELLS_OF_ROW = sizeof codePageUnits[0] / sizeof codePageUnits[0][0];
+
+// Characters of two bytes: `cells_of` gives the places of eight of them, whose first bytes are the
+// low ones, `unit_of` the unit of one, or 0 where it isn't a usual one.
+template <Cells (*cells_of)(const lanes::Units8& pairs), Unit (*unit_of)(unsigned, unsigned)>
+bool take_pairs(Stretch& s) {
+    const Unit* const before = s.to;
+    take_eights<2, 2 * lanes::UNITS>(s, [](const unsigned char* from, lanes::Units8* units) {
+        const Cells cells = cells_of(lanes::load_units(from));
+        *units = lanes::looked_up(codePageUnits[0], lanes::both(cells.index, cells.known));
+        return lanes_before(
+            lanes::either(lanes::unmatched(cells.known), lanes::equal(*units, Unit{0})));
+    });
+    for (; s.fromEnd - s.from >= 2 && s.to != s.toEnd; s.from += 2) {
+        const Unit unit = unit_of(s.from[0], s.from[1]);
+        if (unit == 0) break;
+        *s.to++ = unit;
+    }
+    return s.to != before;
 }
 
 // A half-width kana of one byte.
@@ -88,24 +128,11 @@ lanes::Match not_characters(const lanes::Units8& units) {
     return either(equal(masked(units, 0xF800), 0xD800), from(units, 0xFFFE));
 }
 
-// Eight sequences of three bytes at a time, up to the first that isn't usual.
-void take_triples(Stretch& s) {
-    const unsigned char* from = s.from;
-    Unit* to = s.to;
-    std::size_t count = lanes::UNITS;
-    while (count == lanes::UNITS && static_cast<std::size_t>(s.toEnd - to) >= lanes::UNITS &&
-           static_cast<std::size_t>(s.fromEnd - from) >= lanes::TRIPLES_READ) {
-        lanes::Units8 units = {};
-        count = lanes::join_triples(from, &units);
-        lanes::store(to, units);
-        const std::uint64_t unusual =
-            lanes::bits(lanes::either(not_characters(units), lanes::up_to(units, 0x7F)));
-        if (unusual != 0) count = std::min(count, lanes::first_lane(unusual));
-        from += 3 * count;
-        to += count;
-    }
-    s.from = from;
-    s.to = to;
+std::size_t join_triples(const unsigned char* from, lanes::Units8* units) {
+    const std::size_t count = lanes::join_triples(from, units);
+    const lanes::Match unusual =
+        lanes::either(not_characters(*units), lanes::up_to(*units, LAST_ASCII));
+    return std::min(count, lanes_before(unusual));
 }
 
 // Sequences of three bytes, at least one.
@@ -116,7 +143,7 @@ bool take_utf8(Stretch& s) {
     constexpr unsigned FIRST_WIDE = 0x80;
     constexpr unsigned FIRST_SURROGATE = 0xD800;
     const Unit* const before = s.to;
-    take_triples(s);
+    take_eights<3, lanes::TRIPLES_READ>(s, join_triples);
     const unsigned char* from = s.from;
     Unit* to = s.to;
     for (std::ptrdiff_t left = std::min((s.fromEnd - from) / 3, s.toEnd - to); left > 0; --left) {
@@ -135,24 +162,47 @@ bool take_utf8(Stretch& s) {
 
 void decode_utf8(Stretch& s) { decode_stretch(s, take_utf8); }
 
-bool take_sjis(Stretch& s) {
-    if (take_kana(s)) return true;
-    const Unit* const before = s.to;
-    take_pairs(s, [](unsigned lead, unsigned trail) {
-        return static_cast<Unit>(code_page_pair_to_unit(lead, trail));
-    });
-    return s.to != before;
+// As code_page_pair_to_unit does it.
+Cells sjis_cells(const lanes::Units8& pairs) {
+    using namespace lanes;
+    const Units8 row = plus(flipped(masked(pairs, 0xFF), 0x20), -0xA1);
+    const Units8 cell = plus(high_bytes(pairs), -0x40);
+    return {sum(times(row, CELLS_OF_ROW), cell),
+            both(up_to(row, ROWS - 1), up_to(cell, CELLS_OF_ROW - 1))};
 }
+
+Unit sjis_unit(unsigned lead, unsigned trail) {
+    return static_cast<Unit>(code_page_pair_to_unit(lead, trail));
+}
+
+bool take_sjis(Stretch& s) { return take_kana(s) || take_pairs<sjis_cells, sjis_unit>(s); }
 
 void decode_sjis(Stretch& s) { decode_stretch(s, take_sjis); }
 
-// The unit of a row and a cell, of 94 each, by the bytes from `first` on that name them.
+// A row and a cell, of 94 each, by the bytes from `first` on that name them; as jis_cell_to_unit
+// does it.
 template <unsigned first>
-Unit unit_of_cell(unsigned high, unsigned low) {
-    constexpr unsigned CELLS = 94;
+Cells jis_cells(const lanes::Units8& pairs) {
+    using namespace lanes;
+    const Units8 row = plus(masked(pairs, 0xFF), -static_cast<int>(first));
+    const Units8 cell = plus(high_bytes(pairs), -static_cast<int>(first));
+    const Match isOdd = equal(masked(row, 1), Unit{1});
+    const Match isBehindUnused = except(from(cell, JIS_UNUSED_CELL), isOdd);
+    const Units8 shift = either(masked(isOdd, JIS_ODD_ROW), masked(isBehindUnused, 1));
+    return {sum(times(halved(row), CELLS_OF_ROW), sum(cell, shift)),
+            both(up_to(row, JIS_CELLS - 1), up_to(cell, JIS_CELLS - 1))};
+}
+
+template <unsigned first>
+Unit jis_unit(unsigned high, unsigned low) {
     const unsigned row = high - first;
     const unsigned cell = low - first;
-    return row < CELLS && cell < CELLS ? jis_cell_to_unit(row, cell) : Unit{0};
+    return row < JIS_CELLS && cell < JIS_CELLS ? jis_cell_to_unit(row, cell) : Unit{0};
+}
+
+template <unsigned first>
+bool take_jis_pairs(Stretch& s) {
+    return take_pairs<jis_cells<first>, jis_unit<first>>(s);
 }
 
 // Pairs that only the arithmetic of the conversion makes characters of are left to it.
@@ -164,9 +214,7 @@ bool take_euc(Stretch& s) {
         s.from += 2;
         return true;
     }
-    const Unit* const before = s.to;
-    take_pairs(s, unit_of_cell<0xA1>);
-    return s.to != before;
+    return take_jis_pairs<0xA1>(s);
 }
 
 void decode_euc(Stretch& s) { decode_stretch(s, take_euc); }
@@ -195,7 +243,7 @@ void decode_jis(Stretch& s) {
         if (*s.from == ESC && !take_escape_sequence(s)) return;
         bool goesOn = true;
         if (s.kanjiMode) {
-            take_pairs(s, unit_of_cell<0x21>);
+            take_jis_pairs<0x21>(s);
         } else {
             goesOn = take_jis_ascii(s);
         }

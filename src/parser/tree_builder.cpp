@@ -1,6 +1,8 @@
 #include "parser/tree_builder.h"
 
+#include <cstring>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -19,16 +21,23 @@ namespace qvox {
 
 namespace {
 
+using qvox::lent_text;
+
 LentText lent_text(const EventText& text) { return qvox::lent_text(text.units, text.length); }
 
 constexpr Unit XML_TARGET[] = {'x', 'm', 'l', 0};
+constexpr std::size_t USUAL_DECLARATION = 60;  // units
 
-void add_pseudo_attribute(Xstring& data, const char* name, const Unit* value) {
+using UnitString = std::basic_string<Unit, UnitTraits>;
+
+void append_ascii(UnitString& to, const char* text) { to.append(text, text + std::strlen(text)); }
+
+void add_pseudo_attribute(UnitString& data, const char* name, const Unit* value) {
     if (value == nullptr) return;
-    data += name;
-    data += "=\"";
+    append_ascii(data, name);
+    append_ascii(data, "=\"");
     data += value;
-    data += "\"";
+    append_ascii(data, "\"");
 }
 
 template <typename NodeType>
@@ -93,21 +102,30 @@ NameInTree& TreeBuilder::inTree(const Name& name) {
     return *name.inTree;
 }
 
-const NodeName* TreeBuilder::nodeName(const NameUse& use) {
-    const NodeName*& known = uses[use];
-    if (known != nullptr) return known;
+const NodeName* TreeBuilder::pooledName(const NameUse& use) const {
     const auto [name, uri, declaration] = use;
     const bool isDeclared = declaration != nullptr;
-    known = currentDocument->getNames().nodeName(units_of(uri), units_of(name),
-                                                 isDeclared ? declaration->type->units() : nullptr,
-                                                 isDeclared ? declaration->normalized : nullptr);
-    return known;
+    return currentDocument->getNames().nodeName(units_of(uri), units_of(name),
+                                                isDeclared ? declaration->type->units() : nullptr,
+                                                isDeclared ? declaration->normalized : nullptr);
+}
+
+// Most names are used in one way, and are never looked for in `uses`.
+void TreeBuilder::changeUse(NameInTree::Use& last, const NameUse& use) {
+    const auto [name, uri, declaration] = use;
+    if (last.name == nullptr) {
+        last = {uri, declaration, pooledName(use)};
+        return;
+    }
+    const NodeName*& known = uses[use];
+    if (known == nullptr) known = pooledName(use);
+    last = {uri, declaration, known};
 }
 
 const NodeName* TreeBuilder::elementName(const TagRecord& tag) {
     NameInTree::Use& last = inTree(*tag.qName).ofElement;
     if (last.name == nullptr || last.uri != tag.uri) {
-        last = {tag.uri, nullptr, nodeName({tag.qName, tag.uri, nullptr})};
+        changeUse(last, {tag.qName, tag.uri, nullptr});
     }
     return last.name;
 }
@@ -115,7 +133,7 @@ const NodeName* TreeBuilder::elementName(const TagRecord& tag) {
 const NodeName* TreeBuilder::attributeName(const AttributeRecord& record) {
     NameInTree::Use& last = inTree(*record.qName).ofAttribute;
     if (last.name == nullptr || last.uri != record.uri || last.declaration != record.decl) {
-        last = {record.uri, record.decl, nodeName({record.qName, record.uri, record.decl})};
+        changeUse(last, {record.qName, record.uri, record.decl});
     }
     return last.name;
 }
@@ -149,12 +167,13 @@ void TreeBuilder::ev_end_document() {
 }
 
 void TreeBuilder::ev_xml_decl(const Unit* version, const Unit* encoding, const Unit* standalone) {
-    Xstring data;
+    UnitString data;
+    data.reserve(USUAL_DECLARATION);
     add_pseudo_attribute(data, "version", version);
     add_pseudo_attribute(data, " encoding", encoding);
     add_pseudo_attribute(data, " standalone", standalone);
-    const LentText text = {data.isNull() ? nullptr : data.data(), data.length()};
-    add(owned(maker->instruction(lent_text(XML_TARGET), text)));
+    const Unit* const text = data.empty() ? nullptr : data.c_str();
+    add(owned(maker->instruction(lent_text(XML_TARGET), lent_text(text, data.size()))));
 }
 
 void TreeBuilder::ev_start_element(const TagRecord& tag) {

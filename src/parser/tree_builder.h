@@ -87,7 +87,8 @@ private:
     NameInTree& inTree(const Name& name);
     const NodeName* elementName(const TagRecord& tag);
     const NodeName* attributeName(const AttributeRecord& record);
-    const NodeName* nodeName(const NameUse& use);
+    const NodeName* pooledName(const NameUse& use) const;
+    void changeUse(NameInTree::Use& last, const NameUse& use);
     void add_declaration(DeclNode* declaration);
     void add_attributes(ElementImpl& element, const TagRecord& tag);
     void drop_aids();

@@ -7,11 +7,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <vector>
 
 #include <qvox/xstring.h>
 
 #include "runtime/heap.h"
+#include "runtime/text_table.h"
 #include "text/lanes.h"
 #include "text/lent_text.h"
 #include "text/wide.h"
@@ -24,8 +24,8 @@ struct NameInTree;
 struct PrefixMapping;
 
 struct Name {
-    Name(const LentText& keptText, std::uint32_t hashOfText, Name* nextInBucket)
-        : text(keptText.string()), hash(hashOfText), next(nextInBucket) {
+    Name(const LentText& keptText, std::uint32_t hashOfText)
+        : text(keptText.string()), hash(hashOfText) {
         const std::size_t size = std::min(static_cast<std::size_t>(keptText.length), HEAD);
         std::memcpy(head, keptText.units, size * sizeof(Unit));
         headBits = lanes::lowest(size);
@@ -57,7 +57,7 @@ struct Name {
     Name* follower = nullptr;              // which came behind this one in tags, the last time
     mutable NameInTree* inTree = nullptr;  // what a tree builder knows of it
     std::uint32_t hash;
-    Name* next;  // in its bucket
+    Name* next = nullptr;  // in its bucket
 
 private:
     Unit head[HEAD] = {};    // the first units
@@ -85,7 +85,7 @@ public:
 
     // The name, if it is kept; else null.
     Name* known(const Unit* text, std::size_t length) const {
-        return find(text, length, hash_of(text, length));
+        return table.find(text, length, table.hash_of(text, length));
     }
 
     // Sets the parts of a qualified name. Returns it.
@@ -99,15 +99,10 @@ public:
 
 private:
     void find_parts(Name& name);
-    std::uint32_t hash_of(const Unit* text, std::size_t length) const;
-    Name* find(const Unit* text, std::size_t length, std::uint32_t hash) const;
     Name& enter(const Unit* keptText, std::size_t length, std::uint32_t hash);
-    void grow();
 
     Heap& heap;
-    std::uint64_t seed;
-    std::size_t count = 0;
-    std::vector<Name*> buckets;  // a power of two
+    TextTable<Name> table;
     Name* xmlnsName;
 };
 

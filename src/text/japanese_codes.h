@@ -46,15 +46,16 @@ inline int jis_to_unicode(int code) {
     return is_half_width_kana_byte(code) ? sjis_to_unicode(code) : euc_to_unicode(code | 0x8080);
 }
 
-// The unit of a row and a cell of JIS, both below 94, where EUC-JP and JIS name them by bytes from
-// 0xA1 and 0x21 on. 0 where there is none. Two rows are one of the code page.
+// The unit of a row and a cell of JIS, both below JIS_CELLS, where EUC-JP and JIS name them by
+// bytes from 0xA1 and 0x21 on. 0 where there is none. Two rows are one of the code page.
+inline constexpr unsigned JIS_CELLS = 94;          // of a row, and so many rows
+inline constexpr unsigned JIS_ODD_ROW = 0x5F;      // where the second row begins
+inline constexpr unsigned JIS_UNUSED_CELL = 0x3F;  // of the first, for the byte 0x7F
 inline Unit jis_cell_to_unit(unsigned row, unsigned cell) {
-    constexpr unsigned ODD_ROW = 0x5F;      // where the second row begins
-    constexpr unsigned UNUSED_CELL = 0x3F;  // of the first, for the byte 0x7F
     // Without a branch: which of the two rows comes next nobody can tell.
     const unsigned isOdd = row & 1U;
-    const unsigned isBehindUnused = cell >= UNUSED_CELL ? 1 : 0;
-    const unsigned column = cell + isOdd * ODD_ROW + ((isOdd ^ 1U) & isBehindUnused);
+    const unsigned isBehindUnused = cell >= JIS_UNUSED_CELL ? 1 : 0;
+    const unsigned column = cell + isOdd * JIS_ODD_ROW + ((isOdd ^ 1U) & isBehindUnused);
     return codePageUnits[row / 2][column];
 }
 

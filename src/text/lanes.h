@@ -64,7 +64,24 @@ inline Match from(Units8 units, Unit smallest) {
     return _mm_cmpeq_epi16(_mm_subs_epu16(all(smallest), units), _mm_setzero_si128());
 }
 inline Match either(Match a, Match b) { return _mm_or_si128(a, b); }
+inline Match both(Match a, Match b) { return _mm_and_si128(a, b); }
 inline Match except(Match a, Match b) { return _mm_andnot_si128(b, a); }
+inline Units8 flipped(Units8 units, Unit mask) { return _mm_xor_si128(units, all(mask)); }
+inline Units8 high_bytes(Units8 units) { return _mm_srli_epi16(units, 8); }
+inline Units8 halved(Units8 units) { return _mm_srli_epi16(units, 1); }
+inline Units8 sum(Units8 a, Units8 b) { return _mm_add_epi16(a, b); }
+inline Units8 times(Units8 units, Unit factor) { return _mm_mullo_epi16(units, all(factor)); }
+inline Units8 looked_up(const Unit* table, Units8 indices) {
+    const auto four = [table](__m128i some) {
+        std::uint64_t index = 0;
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(&index), some);
+        const auto at = [table, index](unsigned lane) {
+            return std::uint64_t{table[index >> 16 * lane & 0xFFFF]} << 16 * lane;
+        };
+        return static_cast<long long>((at(0) | at(1)) | (at(2) | at(3)));
+    };
+    return _mm_set_epi64x(four(_mm_unpackhi_epi64(indices, indices)), four(indices));
+}
 inline std::uint64_t bits(Match match) { return static_cast<unsigned>(_mm_movemask_epi8(match)); }
 inline constexpr unsigned BITS_PER_LANE = 2;
 
@@ -158,7 +175,20 @@ inline Match equal(Units8 a, Units8 b) { return vceqq_u16(a, b); }
 inline Match up_to(Units8 units, Unit largest) { return vcleq_u16(units, vdupq_n_u16(largest)); }
 inline Match from(Units8 units, Unit smallest) { return vcgeq_u16(units, vdupq_n_u16(smallest)); }
 inline Match either(Match a, Match b) { return vorrq_u16(a, b); }
+inline Match both(Match a, Match b) { return vandq_u16(a, b); }
 inline Match except(Match a, Match b) { return vbicq_u16(a, b); }
+inline Units8 all(Unit unit) { return vdupq_n_u16(unit); }
+inline Units8 flipped(Units8 units, Unit mask) { return veorq_u16(units, all(mask)); }
+inline Units8 high_bytes(Units8 units) { return vshrq_n_u16(units, 8); }
+inline Units8 halved(Units8 units) { return vshrq_n_u16(units, 1); }
+inline Units8 sum(Units8 a, Units8 b) { return vaddq_u16(a, b); }
+inline Units8 times(Units8 units, Unit factor) { return vmulq_n_u16(units, factor); }
+inline Units8 looked_up(const Unit* table, Units8 indices) {
+    Unit lane[UNITS];
+    vst1q_u16(lane, indices);
+    for (Unit& one : lane) one = table[one];
+    return vld1q_u16(lane);
+}
 inline std::uint64_t bits(Match match) {
     return vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(match, 4)), 0);
 }
@@ -260,6 +290,32 @@ inline Match either(Match a, const Match& b) {
     for (std::size_t i = 0; i < UNITS; ++i) a.lane[i] |= b.lane[i];
     return a;
 }
+inline Match both(Match a, const Match& b) {
+    for (std::size_t i = 0; i < UNITS; ++i) a.lane[i] &= b.lane[i];
+    return a;
+}
+inline Units8 all(Unit unit) {
+    return each(Units8(), [unit](Unit) { return unit; });
+}
+inline Units8 flipped(const Units8& units, Unit mask) {
+    return each(units, [mask](Unit u) { return u ^ mask; });
+}
+inline Units8 high_bytes(const Units8& units) {
+    return each(units, [](Unit u) { return u >> 8; });
+}
+inline Units8 halved(const Units8& units) {
+    return each(units, [](Unit u) { return u >> 1; });
+}
+inline Units8 sum(Units8 a, const Units8& b) {
+    for (std::size_t i = 0; i < UNITS; ++i) a.lane[i] = static_cast<Unit>(a.lane[i] + b.lane[i]);
+    return a;
+}
+inline Units8 times(const Units8& units, Unit factor) {
+    return each(units, [factor](Unit u) { return unsigned{u} * factor; });
+}
+inline Units8 looked_up(const Unit* table, const Units8& indices) {
+    return each(indices, [table](Unit index) { return table[index]; });
+}
 inline Match except(Match a, const Match& b) {
     for (std::size_t i = 0; i < UNITS; ++i) a.lane[i] = static_cast<Unit>(a.lane[i] & ~b.lane[i]);
     return a;
@@ -356,6 +412,14 @@ inline std::uint64_t lowest(std::size_t count) {
 inline std::size_t first_lane(std::uint64_t bitsOfMatch) {
     return lowest_bit(bitsOfMatch) / BITS_PER_LANE;
 }
+
+// Wraps around at both ends.
+inline Units8 plus(const Units8& units, int addend) {
+    return sum(units, all(static_cast<Unit>(addend)));
+}
+
+// The lanes that don't match.
+inline Match unmatched(const Match& match) { return except(all(0xFFFF), match); }
 
 // join_triples(bytes, &units) joins eight sequences of three bytes, as UTF-8 has them, to units,
 // and returns for how many of them, from the first on, the bytes are marked as such sequences have

@@ -42,16 +42,6 @@ int wide_narrow_casecompare(const Unit* wide, const char* narrow);
 // Widens an ASCII constant with its NUL. Returns `to`.
 Unit* wide_from_narrow(Unit* to, const char* narrow);
 
-// A cheap mark of a text of `length` units, by which tables of recent names are indexed: equal
-// texts have the same one, and names of a document seldom share theirs.
-inline std::size_t wide_mark(const Unit* text, std::size_t length) {
-    if (length == 0) return 0;
-    const std::size_t first = text[0];
-    const std::size_t middle = text[length / 2];
-    const std::size_t last = text[length - 1];
-    return length + 7 * first + 31 * middle + 97 * last;
-}
-
 // Orders map keys by wide_compare.
 struct WideLess {
     bool operator()(const Unit* a, const Unit* b) const { return wide_compare(a, b) < 0; }
