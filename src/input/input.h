@@ -67,8 +67,10 @@ public:
     // that isn't to be had in one piece. The units may be written to behind those that were taken,
     // if they are put back before they are read.
     Unit* windowChar() const {
-        return window.has_last() && window.next[-1] == curChar ? window.next - 1 : nullptr;
+        return window.has_last() && window.next[-1] == curChar ? windowStart() : nullptr;
     }
+    // The same where it is known to be there.
+    Unit* windowStart() const { return window.next - 1; }
     const Unit* windowEnd() const { return window.end; }
     // Decodes more behind windowEnd(); false where that can't be. The units move.
     bool extend_window() { return window.more(cursor, window.next - 1) != 0; }

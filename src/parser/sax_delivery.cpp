@@ -87,10 +87,13 @@ ContentHandler* SaxDelivery::mapping_handler(const TagRecord& tag) const {
 void SaxDelivery::ev_characters(const EventText& text) {
     ContentHandler* handler = reader.getContentHandler();
     if (handler == nullptr) return;
+    const LentText lent = lent_text(text.units, text.length);
     if (text.length > LONGEST_ORDINARY_TEXT) {
-        handler->characters(Xstring(text.units, lent_text(text.units, text.length).length));
-    } else {
+        handler->characters(Xstring(lent.units, lent.length));
+    } else if (text.mayHaveReturns) {
         handler->characters(string_of(text));
+    } else {
+        handler->characters(lent.string());
     }
 }
 

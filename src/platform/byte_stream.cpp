@@ -49,23 +49,26 @@ ByteStream::ByteStream(const char* name, ReadableFile openFile)
       next(buffer.get()),
       end(buffer.get()) {}
 
-// The last byte stays, for unget() at the end.
+// The beginning stays, for rewind(), and otherwise the last byte, for unget() at the end.
 bool ByteStream::refill() {
-    if (fill(end == buffer.get() ? 0 : 1)) return true;
+    if (fill(filled < FIRST_SIZE ? static_cast<std::size_t>(filled) : 1)) return true;
     if (failed()) errno = readError;
     return false;
 }
 
 bool ByteStream::more(Position kept) { return fill(static_cast<std::size_t>(end - at(kept))); }
 
-// Fills the buffer behind the last `keptSize` of its bytes, as far as the file goes.
+// Reads what is to be had at once behind the last `keptSize` bytes of the buffer.
 bool ByteStream::fill(std::size_t keptSize) {
     if (isAtEnd || keptSize == LARGEST_SIZE) return false;
     make_room(keptSize);
-    const std::size_t count = read(buffer.get() + keptSize, bufferSize - keptSize);
+    const std::ptrdiff_t count = file.read(buffer.get() + keptSize, bufferSize - keptSize);
+    isAtEnd = count <= 0;
+    if (count < 0) readError = errno;
+    if (isAtEnd) return false;
     end += count;
-    filled += count;
-    return count != 0;
+    filled += static_cast<std::size_t>(count);
+    return true;
 }
 
 // Moves the last bytes to the front, of a larger buffer where the present one is small for them.
@@ -89,21 +92,6 @@ std::size_t ByteStream::size_for(std::size_t keptSize) const {
     if (filled == 0) return FIRST_SIZE;
     const std::size_t wanted = 2 * keptSize > bufferSize ? 2 * bufferSize : bufferSize;
     return std::clamp(wanted, USUAL_SIZE, LARGEST_SIZE);
-}
-
-// Bytes that were read: fewer than were asked for at the end and at a failure, which are for good.
-std::size_t ByteStream::read(unsigned char* to, std::size_t size) {
-    std::size_t count = 0;
-    while (count != size && !isAtEnd) {
-        const std::ptrdiff_t some = file.read(to + count, size - count);
-        if (some > 0) {
-            count += static_cast<std::size_t>(some);
-        } else {
-            isAtEnd = true;
-            if (some < 0) readError = errno;
-        }
-    }
-    return count;
 }
 
 }  // namespace qvox

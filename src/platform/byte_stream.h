@@ -75,11 +75,10 @@ private:
     bool fill(std::size_t keptSize);
     void make_room(std::size_t keptSize);
     std::size_t size_for(std::size_t keptSize) const;
-    std::size_t read(unsigned char* to, std::size_t size);
 
     std::string fileName;
     ReadableFile file;
-    bool isAtEnd = false;  // of what can be read
+    bool isAtEnd = false;  // there is no more, or it can't be read
     int readError = 0;     // errno of the read that failed
     std::size_t bufferSize = FIRST_SIZE;
     std::unique_ptr<unsigned char[]> buffer;

@@ -56,13 +56,9 @@ Heap::Heap() {
 Heap::~Heap() { free_blocks(); }
 
 // A heap that needed one block keeps it, and is cleared in a few steps.
-void Heap::clear() {
-    Block* const first = openBlocks;
-    if (fullBlocks != nullptr || (first != nullptr && first->nextBlock != nullptr)) {
-        free_blocks();
-    } else if (first != nullptr) {
-        first->empty();
-    }
+void Heap::empty_blocks() {
+    const bool isOne = fullBlocks == nullptr && openBlocks->nextBlock == nullptr;
+    isOne ? openBlocks->empty() : free_blocks();
 }
 
 // The first fit among the open blocks, with a new block behind them where there is none.

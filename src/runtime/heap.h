@@ -20,7 +20,9 @@ public:
     ~Heap();
 
     // Gives up all that was allocated; every pointer into the heap is dead from then on.
-    void clear();
+    void clear() {
+        if (openBlocks != nullptr || fullBlocks != nullptr) empty_blocks();
+    }
 
     // `size` bytes, not cleared, at an address that is a multiple of `align` (a power of two up to
     // alignof(std::max_align_t); 0 for none). A size outside 1 to 4,194,304 is an error of the
@@ -52,6 +54,7 @@ private:
     void* take_block(std::size_t size);
     void push_full(Block* block);
     void move_to_full(Block** link);
+    void empty_blocks();
     void free_blocks();
 
     Block* openBlocks = nullptr;  // blocks with room, in the order in which they were added

@@ -24,9 +24,9 @@ void TagAttributes::append_default(TagRecord& tag, const AttDefRecord& definitio
     expansion.count(weight::DEFAULT_ATTRIBUTE +
                     static_cast<Amount>(definition.name->text.length()) +
                     wide_length(definition.normalized));
-    tag.attributes.append(
-        heap, {definition.firstOfName, nullptr, nullptr, definition.name, definition.normalized,
-               wide_length(definition.normalized), true, false, false});
+    tag.attributes.append(heap, definition.firstOfName, nullptr, nullptr, definition.name,
+                          definition.normalized, wide_length(definition.normalized), true, false,
+                          false);
 }
 
 void TagAttributes::normalize(TagRecord& tag, Heap& values) {

@@ -43,32 +43,32 @@ Content::Content(Heap& heap, Input& inputOfParse, Names& namesOfParse, Elements&
       lastName(&names.xmlns()) {}
 
 int Content::read() {
-    if (hasDeclined) return hand_over();
-    while (is_in_reach()) {
+    if (hasDeclined || !is_in_reach()) return hand_over();
+    Outcome outcome = TAKEN;
+    while (outcome == TAKEN && elements.depth() < DEEPEST_ELEMENT) {
         searched = 0;
-        Outcome outcome = read_piece();
+        outcome = read_piece();
         while (outcome == INCOMPLETE && input.extend_window()) outcome = read_piece();
-        if (outcome == CLOSED) return ELEMENT_CLOSED;
-        if (outcome != TAKEN) break;
     }
-    return hand_over();
+    return outcome == CLOSED ? ELEMENT_CLOSED : hand_over();
 }
 
+// A piece that was taken leaves this as it is.
 bool Content::is_in_reach() const {
-    return isOn && lexer.is_in_content() && input.windowChar() != nullptr &&
-           elements.depth() < DEEPEST_ELEMENT;
+    return isOn && lexer.is_in_content() && input.windowChar() != nullptr;
 }
 
-// The lexer has the next token, once the grammar knows of all open elements.
+// The lexer has the next token, once it and the grammar know of all open elements.
 int Content::hand_over() {
     hasDeclined = unknownElements != 0;
     if (!hasDeclined) return NOTHING;
     --unknownElements;
+    lexer.enter_element();
     return ELEMENT_OPENED;
 }
 
 Content::Outcome Content::read_piece() {
-    Unit* const piece = input.windowChar();
+    Unit* const piece = input.windowStart();
     if (*piece != '<') return read_text(piece);
     switch (piece[1]) {
         case '/': return read_end_tag(piece);
@@ -104,11 +104,13 @@ Content::Outcome Content::read_end_tag(Unit* piece) {
     if (*close != '>') return unrecognised(close);
     if (close + 1 == input.windowEnd()) return INCOMPLETE;
     take(close + 1, close + 1);
-    lexer.leave_element();
     elements.end_element(name);
-    if (unknownElements == 0) return CLOSED;
-    --unknownElements;
-    return TAKEN;
+    if (unknownElements != 0) {
+        --unknownElements;
+        return TAKEN;
+    }
+    lexer.leave_element();
+    return CLOSED;
 }
 
 Content::Outcome Content::read_markup(Unit* piece) {

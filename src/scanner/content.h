@@ -93,7 +93,7 @@ private:
 
     bool isOn;
     bool hasDeclined = false;         // the lexer has the next token
-    std::size_t unknownElements = 0;  // open ones that the grammar doesn't know of
+    std::size_t unknownElements = 0;  // open ones that lexer and grammar don't know of
     std::size_t searched = 0;         // units of the piece in which no end of the text was found
     Name* lastName;                   // of an element or attribute
     TokenBuffer gathered;             // a text with its references replaced

@@ -116,7 +116,6 @@ Content::Outcome Content::open_tag(Name& name, Unit* close) {
     if (isEmpty) {
         elements.end_element(name);
     } else {
-        lexer.enter_element();
         ++unknownElements;
     }
     return TAKEN;

@@ -20,29 +20,20 @@ Elements::Elements(Heap& parseHeap, Events& eventsOfParse, Expansion& expansion,
       namespaces(parseHeap, namesOfParse),
       attributes(parseHeap, expansion, namesOfParse, namespaces, namespaceOptions) {
     tagStack.reserve(USUAL_DEPTH);
-    spareTags.reserve(USUAL_DEPTH);
 }
 
 void Elements::begin_tag() {
     values.clear();
-    tagInHand = new_tag();
+    if (openTags == tagStack.size()) tagStack.push_back(heap.halloc_record<TagRecord>());
+    TagRecord& tag = *tagStack[openTags];
+    tag.attributes.shrink(0);
+    tag.prefixMappings.shrink(0);
+    tag.uri = nullptr;
+    tag.localName = nullptr;
+    tagInHand = &tag;
 }
 
-void Elements::drop_tag() {
-    spareTags.push_back(tagInHand);
-    tagInHand = tagStack.empty() ? nullptr : tagStack.back();
-}
-
-TagRecord* Elements::new_tag() {
-    if (spareTags.empty()) return heap.halloc_record<TagRecord>();
-    TagRecord* tag = spareTags.back();
-    spareTags.pop_back();
-    tag->attributes.shrink(0);
-    tag->prefixMappings.shrink(0);
-    tag->uri = nullptr;
-    tag->localName = nullptr;
-    return tag;
-}
+void Elements::drop_tag() { tagInHand = innermost(); }
 
 void Elements::end_values() {
     for (AttributeRecord& attribute : tagInHand->attributes) {
@@ -60,7 +51,7 @@ void Elements::start_element(Name& qName) {
 void Elements::process_start_tag(Name& qName) {
     TagRecord& tag = *tagInHand;
     tag.qName = &qName;
-    tagStack.push_back(&tag);
+    ++openTags;
     namespaces.collect_namespace_decls(tag, options.namespaces);
     if (options.namespaces) tag.localName = names.split(qName).localPart;
     const Name& declaredName = options.namespaces ? *tag.localName : qName;
@@ -80,18 +71,17 @@ void Elements::end_element(const Name& qName) {
 
 void Elements::end_tag(const Name& qName) {
     check_end_tag(qName);
-    namespaces.leave_namespace_decls(*tagStack.back());
-    spareTags.push_back(tagStack.back());
-    tagStack.pop_back();
-    tagInHand = tagStack.empty() ? nullptr : tagStack.back();
+    namespaces.leave_namespace_decls(*innermost());
+    --openTags;
+    tagInHand = innermost();
 }
 
 void Elements::check_end_tag(const Name& qName) const {
-    if (tagStack.empty()) {
+    if (openTags == 0) {
         qvox_report(REPORT_ERROR, QVOXException::UNBALANCED_TAG_ERR, "unbalanced end tag (%s)",
                     OsTemp(qName.units()).get());
     }
-    const Name* open = tagStack.back()->qName;
+    const Name* open = innermost()->qName;
     if (open != &qName) {
         qvox_report(REPORT_ERROR, QVOXException::UNBALANCED_TAG_ERR,
                     "end tag (%s) not match to start tag (%s)", OsTemp(qName.units()).get(),
@@ -100,9 +90,9 @@ void Elements::check_end_tag(const Name& qName) const {
 }
 
 void Elements::end() const {
-    if (tagStack.empty()) return;
+    if (openTags == 0) return;
     qvox_report(REPORT_FATAL, QVOXException::INTERNAL_ERR, "tag stack abnormal end : sp = %zu",
-                tagStack.size());
+                openTags);
 }
 
 }  // namespace qvox

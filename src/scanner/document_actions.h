@@ -32,8 +32,8 @@ public:
 
     // An attribute of the current tag. The value is taken over.
     void add_attribute(Name& qName, Unit* value, std::size_t length) {
-        tagInHand->attributes.append(
-            heap, {nullptr, nullptr, nullptr, &qName, value, length, false, false, true});
+        tagInHand->attributes.append(heap, nullptr, nullptr, nullptr, &qName, value, length, false,
+                                     false, true);
     }
     void add_attribute(Name& qName, Unit* value) {
         add_attribute(qName, value, wide_length(value));
@@ -42,8 +42,8 @@ public:
     // blanks. The unit behind it belongs to nobody once the tag is read: end_values() ends it
     // there.
     void lend_attribute(Name& qName, Unit* value, std::size_t length) {
-        tagInHand->attributes.append(
-            heap, {nullptr, nullptr, nullptr, &qName, value, length, true, false, true});
+        tagInHand->attributes.append(heap, nullptr, nullptr, nullptr, &qName, value, length, true,
+                                     false, true);
     }
     void end_values();
 
@@ -56,7 +56,7 @@ public:
     void end_element(const Name& qName);
 
     // How many elements are open.
-    std::size_t depth() const { return tagStack.size(); }
+    std::size_t depth() const { return openTags; }
 
     // The record that the next reduction works on: the start tag being read, else the innermost
     // open element, else null.
@@ -66,7 +66,7 @@ public:
     void end() const;
 
 private:
-    TagRecord* new_tag();
+    TagRecord* innermost() const { return openTags != 0 ? tagStack[openTags - 1] : nullptr; }
     void process_start_tag(Name& qName);
     void end_tag(const Name& qName);
     void check_end_tag(const Name& qName) const;
@@ -80,8 +80,9 @@ private:
 
     Heap values;  // of the attributes of the start tag in hand
     TagRecord* tagInHand = nullptr;
-    std::vector<TagRecord*> tagStack;   // the open elements
-    std::vector<TagRecord*> spareTags;  // closed ones, whose memory the next tags use again
+    // The open elements, and behind them closed ones, whose memory the next tags use again.
+    std::vector<TagRecord*> tagStack;
+    std::size_t openTags = 0;
 };
 
 }  // namespace qvox

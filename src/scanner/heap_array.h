@@ -22,9 +22,11 @@ public:
     bool empty() const { return count == 0; }
     std::size_t size() const { return count; }
 
-    void append(Heap& heap, const Item& item) {
+    // The members of the new item, in their order.
+    template <typename... Members>
+    void append(Heap& heap, const Members&... members) {
         if (count == capacity) grow(heap);
-        items[count++] = item;
+        items[count++] = {members...};
     }
 
     // Shortens the array; the memory is kept for the items to come.

@@ -11,7 +11,7 @@ void Namespaces::collect_namespace_decls(TagRecord& tag, bool namespaces) {
         if (!namespaces) continue;
         Name* prefix = isDefault ? nullptr : name.localPart;
         const auto index = static_cast<std::size_t>(&attribute - tag.attributes.begin());
-        tag.prefixMappings.append(heap, {prefix, index, nullptr, &tag, nullptr, false});
+        tag.prefixMappings.append(heap, prefix, index, nullptr, &tag, nullptr, false);
     }
     // Only now, since the array has its place in memory when the last one is in it.
     for (PrefixMapping& mapping : tag.prefixMappings) put_in_force(mapping);

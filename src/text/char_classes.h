@@ -38,9 +38,9 @@ inline bool is_space(int c) {
 
 inline bool is_name_start(int c) {
     const auto code = static_cast<unsigned>(c);
-    if (code >= 0x80) return is_wide_name_start(code);
     // The name characters that can't begin a name are - . and the digits, all up to '9'.
-    return code > '9' && charClassTable[code] == CLASS_NAME;
+    return code < 0x80 ? code > '9' && charClassTable[code] == CLASS_NAME
+                       : is_wide_name_start(code);
 }
 
 inline bool is_name_char(int c) {
