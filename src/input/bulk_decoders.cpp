@@ -18,21 +18,42 @@ bool is_usual_control(int byte) { return byte == '\n' || byte == '\t'; }
 
 // The loops below work on copies of the ends, which then stay in registers.
 
-// ASCII but for CR, ESC and other controls.
+// CR LF, which is one LF.
+bool is_line_end(const unsigned char* from, const unsigned char* end) {
+    return end - from >= 2 && from[0] == '\r' && from[1] == '\n';
+}
+
+bool take_line_end(Stretch& s) {
+    if (!is_line_end(s.from, s.fromEnd)) return false;
+    s.from += 2;
+    *s.to++ = '\n';
+    return true;
+}
+
+// ASCII but for ESC and other controls, with line ends.
 void take_ascii(Stretch& s) {
     const unsigned char* from = s.from;
     Unit* to = s.to;
-    const unsigned char* const lastBlock =
-        from + std::min(s.fromEnd - from, s.toEnd - to) - static_cast<std::ptrdiff_t>(lanes::BYTES);
-    for (; from <= lastBlock; from += lanes::BYTES, to += lanes::BYTES) {
+    while (static_cast<std::size_t>(s.fromEnd - from) >= lanes::BYTES &&
+           static_cast<std::size_t>(s.toEnd - to) >= lanes::BYTES) {
         const lanes::Bytes16 bytes = lanes::load(from);
         lanes::widen(to, bytes);
         const std::uint64_t unusual = lanes::unusual(bytes);
-        if (unusual == 0) continue;
+        if (unusual == 0) {
+            from += lanes::BYTES;
+            to += lanes::BYTES;
+            continue;
+        }
         const std::size_t count = lanes::lowest_bit(unusual) / lanes::BITS_PER_BYTE;
-        s.from = from + count;
-        s.to = to + count;
-        return;
+        from += count;
+        to += count;
+        if (!is_line_end(from, s.fromEnd)) {
+            s.from = from;
+            s.to = to;
+            return;
+        }
+        from += 2;
+        *to++ = '\n';
     }
     while (from != s.fromEnd && to != s.toEnd) {
         if (*from >= 0x80 || (*from < 0x20 && !is_usual_control(*from))) break;
@@ -40,14 +61,6 @@ void take_ascii(Stretch& s) {
     }
     s.from = from;
     s.to = to;
-}
-
-// CR LF is one LF.
-bool take_line_end(Stretch& s) {
-    if (s.fromEnd - s.from < 2 || s.from[0] != '\r' || s.from[1] != '\n') return false;
-    s.from += 2;
-    *s.to++ = '\n';
-    return true;
 }
 
 // Units by eights, as long as all are usual. `join` makes units of the bytes at a place and returns
@@ -317,7 +330,12 @@ BulkDecoder select_bulk_decoder(EncodingId encoding, ByteOrder byteOrder) {
 }
 
 void copy_units(Stretch& s) {
+    constexpr std::ptrdiff_t SOME = 4;
     const auto* next = reinterpret_cast<const Unit*>(s.from);
+    while (s.toEnd - s.to >= SOME && next[0] != 0 && next[1] != 0 && next[2] != 0 && next[3] != 0) {
+        s.to = std::copy_n(next, SOME, s.to);
+        next += SOME;
+    }
     for (; s.to != s.toEnd && *next != 0; ++next) *s.to++ = *next;
     s.from = reinterpret_cast<const unsigned char*>(next);
 }
