@@ -11,7 +11,8 @@ namespace {
 constexpr std::size_t LONGEST_ORDINARY_TEXT = 8192;
 
 bool has_return(const EventText& text) {
-    return lanes::contains(text.units, text.units + text.length, '\r');
+    const Unit* const end = text.units + text.length;
+    return lanes::find_any_within<'\r'>(text.units, end) != end;
 }
 
 // A text as an event has it: lent for as long as the event lasts, or a copy where line ends are to

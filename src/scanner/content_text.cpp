@@ -11,7 +11,7 @@ namespace {
 
 // Whether "]]>" is in the text.
 bool has_section_end(const Unit* text, const Unit* end) {
-    if (!lanes::contains(text, end, '>')) return false;
+    if (lanes::find_any_within<'>'>(text, end) == end) return false;
     for (const Unit* place = text; end - place > 2; ++place) {
         if (place[0] == ']' && place[1] == ']' && place[2] == '>') return true;
     }

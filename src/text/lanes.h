@@ -426,15 +426,21 @@ inline Match unmatched(const Match& match) { return except(all(0xFFFF), match); 
 // it. Looks at TRIPLES_READ bytes.
 inline constexpr std::size_t TRIPLES_READ = 3 * UNITS + 2;
 
+// The bits of the sixteen units at a place that are one of the ASCII characters.
+template <char stop, char... otherStops>
+inline std::uint64_t bits_of_any(const Unit* units) {
+    const Bytes16 bytes = narrowed(units);
+    Bytes16 match = equal_bytes(bytes, stop);
+    ((match = either_byte(match, equal_bytes(bytes, otherStops))), ...);
+    return bits_of_bytes(match);
+}
+
 // The first of the units that is one of the ASCII characters, or `end`. Looks at up to fifteen
 // units behind the end.
-template <char stop, char... otherStops>
+template <char... stops>
 inline const Unit* find_any(const Unit* next, const Unit* end) {
     for (; next < end; next += BYTES) {
-        const Bytes16 bytes = narrowed(next);
-        Bytes16 match = equal_bytes(bytes, stop);
-        ((match = either_byte(match, equal_bytes(bytes, otherStops))), ...);
-        const std::uint64_t found = bits_of_bytes(match);
+        const std::uint64_t found = bits_of_any<stops...>(next);
         if (found == 0) continue;
         next += lowest_bit(found) / BITS_PER_BYTE;
         return next < end ? next : end;
@@ -442,21 +448,22 @@ inline const Unit* find_any(const Unit* next, const Unit* end) {
     return end;
 }
 
+// The same, and looks at the units only.
+template <char... stops>
+inline const Unit* find_any_within(const Unit* next, const Unit* end) {
+    for (; static_cast<std::size_t>(end - next) >= BYTES; next += BYTES) {
+        const std::uint64_t found = bits_of_any<stops...>(next);
+        if (found != 0) return next + lowest_bit(found) / BITS_PER_BYTE;
+    }
+    constexpr std::uint64_t set = (... | (std::uint64_t{1} << stops));  // all are below 64
+    while (next != end && (*next >= 64 || (set >> *next & 1) == 0)) ++next;
+    return next;
+}
+
 // The same in units that may be changed.
 template <char... stops>
 inline Unit* find_any(Unit* next, const Unit* end) {
     return next + (find_any<stops...>(static_cast<const Unit*>(next), end) - next);
-}
-
-// Whether the ASCII character is among the units. Looks at the units only.
-inline bool contains(const Unit* next, const Unit* end, char ascii) {
-    for (; static_cast<std::size_t>(end - next) >= BYTES; next += BYTES) {
-        if (bits_of_bytes(equal_bytes(narrowed(next), ascii)) != 0) return true;
-    }
-    for (; next != end; ++next) {
-        if (*next == static_cast<Unit>(ascii)) return true;
-    }
-    return false;
 }
 
 // The place behind the last unit that is the ASCII character, or `next` where none is. Looks at the

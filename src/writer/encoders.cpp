@@ -1,5 +1,6 @@
 #include "writer/encoders.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -11,6 +12,7 @@ namespace {
 
 // Units that are looked at together.
 constexpr std::size_t RUN = 8;
+constexpr std::size_t PAIRS = 4;
 
 bool is_ascii_run(const Unit* units) {
     std::uint64_t halves[2];
@@ -64,14 +66,41 @@ inline char* put_code(int code, char* to) {
     return to + 2;
 }
 
+// The two bytes of a code as they follow each other.
+Unit as_written(int code) {
+    const unsigned char bytes[2] = {static_cast<unsigned char>(code >> 8),
+                                    static_cast<unsigned char>(code & 0xFF)};
+    Unit pair = 0;
+    std::memcpy(&pair, bytes, sizeof pair);
+    return pair;
+}
+
+// Characters of two bytes, PAIRS of them, without asking at each: false where one of them takes a
+// single byte.
+template <class CodeOf>
+bool put_pairs(const CodeOf& codeOf, const Unit* units, char* to) {
+    const int codes[PAIRS] = {codeOf(units[0]), codeOf(units[1]), codeOf(units[2]),
+                              codeOf(units[3])};
+    const Unit pairs[PAIRS] = {as_written(codes[0]), as_written(codes[1]), as_written(codes[2]),
+                               as_written(codes[3])};
+    std::memcpy(to, pairs, sizeof pairs);
+    return std::min({codes[0], codes[1], codes[2], codes[3]}) > 0xFF;
+}
+
 // Returns where the bytes end; there must be room for two a unit.
 template <class CodeOf>
 char* encode(const CodeOf& codeOf, const Unit* units, std::size_t count, char* to) {
     const Unit* const end = units + count;
     for (const Unit* unit = units; unit != end; ++unit) {
+        const auto left = static_cast<std::size_t>(end - unit);
         if (*unit >= 0x80) {
-            to = put_code(codeOf(*unit), to);
-        } else if (static_cast<std::size_t>(end - unit) >= RUN && is_ascii_run(unit)) {
+            if (left >= PAIRS && put_pairs(codeOf, unit, to)) {
+                unit += PAIRS - 1;
+                to += 2 * PAIRS;
+            } else {
+                to = put_code(codeOf(*unit), to);
+            }
+        } else if (left >= RUN && is_ascii_run(unit)) {
             narrow_run(unit, to);
             unit += RUN - 1;
             to += RUN;

@@ -13,8 +13,6 @@
 
 namespace qvox {
 
-struct UnitSet;  // which units of a text have replacements
-
 class OutputSink {
 public:
     // What becomes of a line feed in a text. Those in markup stay as they are.
@@ -39,7 +37,10 @@ public:
 private:
     static constexpr std::size_t BLOCK_SIZE = 16384;
 
-    void put(const Xstring& text, const UnitSet* replaced);
+    // The first of the units that has a replacement, or the end.
+    using FindReplaced = const Unit* (*)(const Unit* next, const Unit* end);
+
+    void put(const Xstring& text, FindReplaced find);
     std::size_t room();
 
     OutputTarget& target;

@@ -57,13 +57,14 @@ TEST_F(HeapTest, PaddingCountsAsRoom) {
 }
 
 TEST_F(HeapTest, LargeRequestsHaveBlocksOfTheirOwn) {
-    unsigned char* const first = take(1);
+    unsigned char* const first = take(65535);
     for (const std::size_t size : {65536U, 65537U, 4194304U}) {
         const std::size_t before = allocationStatistics.heapTotalSize;
         EXPECT_EQ(blocks([&] { std::memset(take(size, 4), 0x5A, size); }), 1U);
         EXPECT_LT(allocationStatistics.heapTotalSize - before, size + 100);
     }
-    EXPECT_EQ(blocks([&] { EXPECT_EQ(take(65535), first + 1); }), 0U);
+    EXPECT_EQ(blocks([&] { EXPECT_EQ(take(1), first + 65535); }), 0U);
+    EXPECT_EQ(blocks([&] { take(1); }), 1U);
     for (const std::size_t size : {std::size_t{0}, std::size_t{4194305}, ~std::size_t{0}}) {
         const auto outcome = qvox_test::observe([&] { take(size); });
         EXPECT_EQ(outcome.code, QVOXException::ALLOC_ERR);
