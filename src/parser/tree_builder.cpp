@@ -1,8 +1,8 @@
 #include "parser/tree_builder.h"
 
-#include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -30,7 +30,9 @@ constexpr std::size_t USUAL_DECLARATION = 60;  // units
 
 using UnitString = std::basic_string<Unit, UnitTraits>;
 
-void append_ascii(UnitString& to, const char* text) { to.append(text, text + std::strlen(text)); }
+void append_ascii(UnitString& to, std::string_view text) {
+    for (const char c : text) to += static_cast<Unit>(c);
+}
 
 void add_pseudo_attribute(UnitString& data, const char* name, const Unit* value) {
     if (value == nullptr) return;

@@ -89,7 +89,7 @@ void ByteStream::make_room(std::size_t keptSize) {
 }
 
 std::size_t ByteStream::size_for(std::size_t keptSize) const {
-    if (filled == 0) return FIRST_SIZE;
+    if (filled < FIRST_SIZE) return FIRST_SIZE;
     const std::size_t wanted = 2 * keptSize > bufferSize ? 2 * bufferSize : bufferSize;
     return std::clamp(wanted, USUAL_SIZE, LARGEST_SIZE);
 }
