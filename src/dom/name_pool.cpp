@@ -33,7 +33,7 @@ const PooledName* NamePool::internQualified(const Unit* text) {
     const View whole(text);
     const std::size_t colon = whole.find(Unit{':'});
     const bool hasPrefix = colon != View::npos;
-    name.prefix = &entry(hasPrefix ? whole.substr(0, colon) : View());
+    name.prefix = &entry(whole.substr(0, hasPrefix ? colon : 0));
     name.local = &entry(hasPrefix ? whole.substr(colon + 1) : whole);
     return &name;
 }
