@@ -27,6 +27,7 @@ LentText lent_text(const EventText& text) { return qvox::lent_text(text.units, t
 
 constexpr Unit XML_TARGET[] = {'x', 'm', 'l', 0};
 constexpr std::size_t USUAL_DECLARATION = 60;  // units
+constexpr std::size_t USUAL_NAMES = 16;
 
 using UnitString = std::basic_string<Unit, UnitTraits>;
 
@@ -100,8 +101,8 @@ void TreeBuilder::add_declaration(DeclNode* declaration) {
 }
 
 NameInTree& TreeBuilder::inTree(const Name& name) {
-    if (name.inTree == nullptr) name.inTree = &names.emplace_back();
-    return *name.inTree;
+    if (name.number >= names.size()) names.resize(2 * std::size_t{name.number} + USUAL_NAMES);
+    return names[name.number];
 }
 
 const NodeName* TreeBuilder::pooledName(const NameUse& use) const {

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
 #include <map>
 #include <memory>
 #include <tuple>
+#include <vector>
 
 #include <qvox/dom.h>
 
@@ -97,7 +97,7 @@ private:
     Node* top = nullptr;                      // the innermost node whose end hasn't been read
     NodeMemory* memory = nullptr;             // of the document under construction
     std::unique_ptr<NodeMaker> maker;         // for that
-    std::deque<NameInTree> names;             // what is known of those that have been met
+    std::vector<NameInTree> names;            // what is known of each, by the names' numbers
     std::map<NameUse, const NodeName*> uses;  // of names in more than one way
     std::size_t tagCount = 0;
     NamedNodes entities;  // those of the document type, which gets them at its end

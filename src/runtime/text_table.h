@@ -57,6 +57,8 @@ public:
 
     std::uint32_t hash_of(const Unit* text, std::size_t length) const { return hash(text, length); }
 
+    std::size_t size() const { return count; }
+
     // The entry of a text with its hash, or null.
     Entry* find(const Unit* text, std::size_t length, std::uint32_t hashOfText) const {
         Entry* entry = buckets[bucket_of(hashOfText)];

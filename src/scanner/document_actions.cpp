@@ -55,7 +55,9 @@ void Elements::process_start_tag(Name& qName) {
     namespaces.collect_namespace_decls(tag, options.namespaces);
     if (options.namespaces) tag.localName = names.split(qName).localPart;
     const Name& declaredName = options.namespaces ? *tag.localName : qName;
-    if (declaredName.element != nullptr) attributes.apply_declaration(tag, *declaredName.element);
+    if (const ElementRecord* const declaration = declaredName.element()) {
+        attributes.apply_declaration(tag, *declaration);
+    }
     attributes.normalize(tag, values);
     namespaces.take_uris(tag);
     if (options.namespaces) tag.uri = namespaces.element_uri(qName);

@@ -36,7 +36,7 @@ Declarations::Declarations(Heap& parseHeap, Expansion& expansionOfParse, Names& 
 
 EntityRecord* Declarations::find_entity_decl(const Unit* name) {
     const Name* known = names.known(name, wide_length(name));
-    return known != nullptr ? known->entity : nullptr;
+    return known != nullptr ? known->entity() : nullptr;
 }
 
 AttDefRecord* find_att_def(const ElementRecord& element, const Name& name) {
@@ -45,22 +45,27 @@ AttDefRecord* find_att_def(const ElementRecord& element, const Name& name) {
 }
 
 void Declarations::register_element_decl(Name& name, const Unit* model) {
-    if (name.element != nullptr) {
+    if (name.element() != nullptr) {
         warn_registered("element", name.units());
     } else {
         enter_element(name);
     }
-    if (name.element->model == nullptr) name.element->model = model;
+    ElementRecord& element = *name.element();
+    if (element.model == nullptr) element.model = model;
+}
+
+Declared& Declarations::declared(Name& name) {
+    if (name.declared == nullptr) name.declared = heap.halloc_record<Declared>();
+    return *name.declared;
 }
 
 ElementRecord& Declarations::enter_element(Name& name) {
-    name.element = &elementTable.emplace_front();
-    return *name.element;
+    return *(declared(name).element = &elementTable.emplace_front());
 }
 
 ElementRecord* Declarations::begin_attlist(Name& elementName) {
     currentElementDecl =
-        elementName.element != nullptr ? elementName.element : &enter_element(elementName);
+        elementName.element() != nullptr ? elementName.element() : &enter_element(elementName);
     expansion.count(currentElementDecl->repetition);
     return currentElementDecl;
 }
@@ -85,10 +90,10 @@ void Declarations::add_att_def(Name& name, const Unit* type, const Unit* mode, c
 
 void Declarations::register_entity_decl(const EntityRecord& entity) {
     Name& name = names.keep_in_place(entity.name, wide_length(entity.name));
-    if (name.entity != nullptr) {
+    if (name.entity() != nullptr) {
         warn_registered("entity", entity.name);
     } else {
-        name.entity = heap.halloc_record<EntityRecord>(entity);
+        declared(name).entity = heap.halloc_record<EntityRecord>(entity);
     }
 }
 

@@ -77,6 +77,7 @@ public:
     bool was_read_before(const ByteStream& file);
 
 private:
+    Declared& declared(Name& name);
     ElementRecord& enter_element(Name& name);
     void warn_registered(const char* kind, const Unit* name);
 

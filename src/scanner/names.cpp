@@ -39,8 +39,8 @@ void Names::find_parts(Name& name) {
 }
 
 Name& Names::enter(const Unit* keptText, std::size_t length, std::uint32_t hash) {
-    Name& name =
-        *new (heap.halloc(sizeof(Name), alignof(Name))) Name(lent_text(keptText, length), hash);
+    Name& name = *new (heap.halloc(sizeof(Name), alignof(Name))) Name(
+        lent_text(keptText, length), hash, static_cast<std::uint32_t>(table.size()));
     table.enter(name);
     return name;
 }

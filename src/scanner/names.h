@@ -20,15 +20,20 @@ namespace qvox {
 
 struct ElementRecord;
 struct EntityRecord;
-struct NameInTree;
 struct PrefixMapping;
 
+// The declarations of a name.
+struct Declared {
+    ElementRecord* element;
+    EntityRecord* entity;
+};
+
+// A document may have any number of names, so these are kept small.
 struct Name {
-    Name(const LentText& keptText, std::uint32_t hashOfText)
-        : text(keptText.string()), hash(hashOfText) {
+    Name(const LentText& keptText, std::uint32_t hashOfText, std::uint32_t numberOfName)
+        : text(keptText.string()), hash(hashOfText), number(numberOfName) {
         const std::size_t size = std::min(static_cast<std::size_t>(keptText.length), HEAD);
         std::memcpy(head, keptText.units, size * sizeof(Unit));
-        headBits = lanes::lowest(size);
     }
 
     const Unit* units() const { return text.data(); }
@@ -37,9 +42,8 @@ struct Name {
     // only where the name is longer and `end` is far enough.
     bool is_at(const Unit* place, const Unit* end) const {
         const auto length = static_cast<std::size_t>(text.length());
-        const std::uint64_t differing =
-            ~lanes::bits(lanes::equal(lanes::load(place), lanes::load(head))) & headBits;
-        if (differing != 0) return false;
+        const std::uint64_t same = lanes::bits(lanes::equal(lanes::load(place), lanes::load(head)));
+        if ((~same & lanes::lowest(std::min(length, HEAD))) != 0) return false;
         return length <= HEAD || (static_cast<std::size_t>(end - place) > length &&
                                   std::memcmp(place, units(), length * sizeof(Unit)) == 0);
     }
@@ -51,17 +55,18 @@ struct Name {
     // without colon is its own local part; an empty prefix counts as none, which is null.
     Name* prefix = nullptr;
     Name* localPart = nullptr;
-    ElementRecord* element = nullptr;      // the declaration of the element of this name
-    EntityRecord* entity = nullptr;        // that of the entity of this name
-    PrefixMapping* mapping = nullptr;      // the innermost declaration of this prefix
-    Name* follower = nullptr;              // which came behind this one in tags, the last time
-    mutable NameInTree* inTree = nullptr;  // what a tree builder knows of it
+    Declared* declared = nullptr;      // once there is a declaration
+    PrefixMapping* mapping = nullptr;  // the innermost declaration of this prefix
+    Name* follower = nullptr;          // which came behind this one in tags, the last time
     std::uint32_t hash;
+    std::uint32_t number;  // from 0 on, in the order in which names were met
     Name* next = nullptr;  // in its bucket
 
+    ElementRecord* element() const { return declared != nullptr ? declared->element : nullptr; }
+    EntityRecord* entity() const { return declared != nullptr ? declared->entity : nullptr; }
+
 private:
-    Unit head[HEAD] = {};    // the first units
-    std::uint64_t headBits;  // of the lanes that they are in
+    Unit head[HEAD] = {};  // the first units
 };
 
 // The units of a name; null for null.

@@ -6,7 +6,7 @@
 namespace qvox {
 
 const PlainEntity* PlainEntities::find(Name& name) {
-    EntityRecord* entity = name.entity;
+    EntityRecord* entity = name.entity();
     if (entity == nullptr || entity->value == nullptr) return nullptr;
     if (!entity->wasLookedAt) {
         entity->plain = make(*entity);
