@@ -74,7 +74,7 @@ void Declarations::add_att_def(Name& name, const Unit* type, const Unit* mode, c
     ElementRecord& element = *currentElementDecl;
     auto* definition = heap.halloc_record<AttDefRecord>();
     definition->name = &name;
-    definition->type = &names.keep_in_place(type, wide_length(type));
+    definition->type = &names.keep(type, wide_length(type));
     definition->mode = mode;
     definition->value = value;
     definition->firstOfName = element.firstByName.emplace(&name, definition).first->second;
@@ -89,7 +89,7 @@ void Declarations::add_att_def(Name& name, const Unit* type, const Unit* mode, c
 }
 
 void Declarations::register_entity_decl(const EntityRecord& entity) {
-    Name& name = names.keep_in_place(entity.name, wide_length(entity.name));
+    Name& name = names.keep(entity.name, wide_length(entity.name));
     if (name.entity() != nullptr) {
         warn_registered("entity", entity.name);
     } else {

@@ -28,21 +28,20 @@ struct Declared {
     EntityRecord* entity;
 };
 
-// A document may have any number of names, so these are kept small.
+// A document may have any number of names, so these are kept small. The text lies behind the name,
+// and there are HEAD units at least.
 struct Name {
-    Name(const LentText& keptText, std::uint32_t hashOfText, std::uint32_t numberOfName)
-        : text(keptText.string()), hash(hashOfText), number(numberOfName) {
-        const std::size_t size = std::min(static_cast<std::size_t>(keptText.length), HEAD);
-        std::memcpy(head, keptText.units, size * sizeof(Unit));
-    }
+    Name(const LentText& textBehind, std::uint32_t hashOfText, std::uint32_t numberOfName)
+        : text(textBehind.string()), hash(hashOfText), number(numberOfName) {}
 
-    const Unit* units() const { return text.data(); }
+    const Unit* units() const { return reinterpret_cast<const Unit*>(this + 1); }
 
     // Whether the units at a place begin with this name. Up to HEAD of them are looked at, and more
     // only where the name is longer and `end` is far enough.
     bool is_at(const Unit* place, const Unit* end) const {
         const auto length = static_cast<std::size_t>(text.length());
-        const std::uint64_t same = lanes::bits(lanes::equal(lanes::load(place), lanes::load(head)));
+        const std::uint64_t same =
+            lanes::bits(lanes::equal(lanes::load(place), lanes::load(units())));
         if ((~same & lanes::lowest(std::min(length, HEAD))) != 0) return false;
         return length <= HEAD || (static_cast<std::size_t>(end - place) > length &&
                                   std::memcmp(place, units(), length * sizeof(Unit)) == 0);
@@ -64,9 +63,6 @@ struct Name {
 
     ElementRecord* element() const { return declared != nullptr ? declared->element : nullptr; }
     EntityRecord* entity() const { return declared != nullptr ? declared->entity : nullptr; }
-
-private:
-    Unit head[HEAD] = {};  // the first units
 };
 
 // The units of a name; null for null.
@@ -85,8 +81,6 @@ public:
 
     // The name of `length` units at `text`, which are copied if it is new.
     Name& keep(const Unit* text, std::size_t length);
-    // The same for a text that lasts as long as the names, with a NUL behind it: it isn't copied.
-    Name& keep_in_place(const Unit* text, std::size_t length);
 
     // The name, if it is kept; else null.
     Name* known(const Unit* text, std::size_t length) const {
@@ -104,7 +98,7 @@ public:
 
 private:
     void find_parts(Name& name);
-    Name& enter(const Unit* keptText, std::size_t length, std::uint32_t hash);
+    Name& enter(const Unit* text, std::size_t length, std::uint32_t hash);
 
     Heap& heap;
     TextTable<Name> table;
