@@ -22,8 +22,9 @@ struct Section {
 };
 
 const std::vector<Section> allSections = {
-    {"sax", printSax},       {"pairs", printPairs},  {"tree", printTrees},
-    {"memory", printMemory}, {"range", printRanges}, {"side-by-side", printSideBySide}};
+    {"sax", printSax},       {"pairs", printPairs},      {"tree", printTrees},
+    {"memory", printMemory}, {"large", printLargeTrees}, {"range", printRanges},
+    {"side-by-side", printSideBySide}};
 
 constexpr const char* help =
     "qvox_bench [options] [section...]   all sections where none is named\n"
@@ -31,6 +32,7 @@ constexpr const char* help =
     "  pairs           what should cost next to nothing\n"
     "  tree            times of the libraries' trees\n"
     "  memory          peaks of memory\n"
+    "  large           what a step costs in very wide and very deep trees\n"
     "  range           calls of ranges a second\n"
     "  side-by-side    two parses on two threads\n"
     "\n"

@@ -30,6 +30,7 @@ bool printSax(const Settings& settings, std::ostream& stream);
 bool printPairs(const Settings& settings, std::ostream& stream);
 bool printTrees(const Settings& settings, std::ostream& stream);
 bool printMemory(const Settings& settings, std::ostream& stream);
+bool printLargeTrees(const Settings& settings, std::ostream& stream);
 bool printRanges(const Settings& settings, std::ostream& stream);
 bool printSideBySide(const Settings& settings, std::ostream& stream);
 /// @}
