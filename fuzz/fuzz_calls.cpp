@@ -4,13 +4,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <memory>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <qvox/qvox.h>
 
+#include "support/calls.h"
 #include "support/input.h"
 #include "support/require.h"
 #include "support/trees.h"
@@ -30,7 +31,7 @@ constexpr const char* DOCUMENTS[] = {
     "<html/>",
 };
 constexpr std::size_t MOST_NODES = 250;
-constexpr std::size_t MOST_CALLS = 200;
+constexpr std::size_t MOST_CALLS = 400;
 constexpr std::size_t MOST_BYTES = 256;  // that a byte tells apart
 
 // For a find: the calls and their nodes are written to standard error.
@@ -78,13 +79,67 @@ public:
 
 private:
     struct Call {
-        const char* name;
-        void (Machine::*make)();
+        std::string name;
+        std::function<void(Machine&)> make;
     };
-    static const Call CALLS[];
 
-    void call();
-    void freeNode();
+    void call() {
+        static const std::vector<Call> calls = all_calls();
+        const Call& next = calls[input.below(calls.size())];
+        if (isTracing) std::fprintf(stderr, "\n%s", next.name.c_str());
+        next.make(*this);
+    }
+
+    static std::vector<Call> all_calls() {
+        std::vector<Call> all;
+        const auto add = [&all](const std::string& name, auto method) {
+            all.push_back({name, call_of(method)});
+        };
+        qvox_test::for_each_call(add);
+        using qvox::NodeIterator;
+        using qvox::TreeWalker;
+        for (Node* (TreeWalker::*const step)() :
+             {&TreeWalker::firstChild, &TreeWalker::lastChild, &TreeWalker::nextSibling,
+              &TreeWalker::previousSibling, &TreeWalker::nextNode, &TreeWalker::previousNode,
+              &TreeWalker::parentNode}) {
+            add("step", step);
+        }
+        add("setCurrentNode", &TreeWalker::setCurrentNode);
+        add("iterator's nextNode", &NodeIterator::nextNode);
+        add("iterator's previousNode", &NodeIterator::previousNode);
+        add("iterator's detach", &NodeIterator::detach);
+        for (int i = 0; i < 4; ++i) {
+            all.push_back({"makeView", [](Machine& machine) { machine.makeView(); }});
+            all.push_back({"freeNode", [](Machine& machine) { machine.freeNode(); }});
+        }
+        return all;
+    }
+
+    template <typename Class, typename Result, typename... Types>
+    static std::function<void(Machine&)> call_of(Result (Class::*method)(Types...)) {
+        return call<Class, Result, std::decay_t<Types>...>(method);
+    }
+    template <typename Class, typename Result, typename... Types>
+    static std::function<void(Machine&)> call_of(Result (Class::*method)(Types...) const) {
+        return call<Class, Result, std::decay_t<Types>...>(method);
+    }
+
+    // A call with a target and arguments of its types, taken from the input.
+    template <typename Class, typename Result, typename... Types, typename Method>
+    static std::function<void(Machine&)> call(Method method) {
+        return [method](Machine& machine) {
+            if (std::is_pointer_v<Result> && machine.nodes.size() > MOST_NODES) return;
+            Class& target = machine.target(static_cast<Class*>(nullptr));
+            const std::tuple<Types...> arguments{
+                machine.argument(&target, static_cast<Types*>(nullptr))...};
+            const auto made = [&](const auto&... values) { return (target.*method)(values...); };
+            if constexpr (std::is_pointer_v<Result>) {
+                machine.keep(std::apply(made, arguments));
+            } else {
+                std::apply(made, arguments);
+            }
+        };
+    }
 
     // Everything can be read, whatever the calls were.
     void check() {
@@ -129,10 +184,17 @@ private:
 
     void keep(Node* node) {
         if (node == nullptr || std::find(nodes.begin(), nodes.end(), node) != nodes.end()) return;
-        if (node->getNodeType() != Node::DOCUMENT_NODE) nodes.push_back(node);
+        if (node->getNodeType() != Node::DOCUMENT_NODE) return nodes.push_back(node);
+        auto* const copy = static_cast<qvox::Document*>(node);
+        const bool isKnown = std::count(documents.begin(), documents.end(), copy) != 0;
+        if (!isKnown) parser.free(copy);
+    }
+    void keep(qvox::Range* range) { ranges.push_back(range); }
+    void keep(qvox::NodeList* list) {
+        keep(list->item(number()));
+        if (yes()) parser.free(list);
     }
 
-    // Arguments of a call.
     Node* node() {
         const std::size_t index =
             input.below(std::min(nodes.size() + documents.size(), MOST_BYTES));
@@ -144,38 +206,89 @@ private:
         return taken;
     }
     Node* nodeOrNull() { return input.below(16) == 0 ? nullptr : node(); }
-    // To be put somewhere: no document, which would have two owners.
+    template <typename View>
+    View& view(const std::vector<View*>& views) {
+        if (views.empty()) throw qvox::QVOXException(qvox::QVOXException::DOM_ERR, "no such view");
+        return *views[input.below(views.size())];
+    }
+    int number() { return static_cast<int>(input.byte() % 12) - 2; }
+    bool yes() { return input.byte() % 2 != 0; }
+
+    template <typename Class>
+    Class& target(Class* /*type*/) {
+        for (std::size_t tries = 0; tries < 8; ++tries) {
+            if (auto* const found = dynamic_cast<Class*>(node())) return *found;
+        }
+        throw qvox::QVOXException(qvox::QVOXException::DOM_ERR, "no such node");
+    }
+    qvox::Document& target(qvox::Document* /*type*/) {
+        return *documents[input.below(documents.size())];
+    }
+    qvox::DOMImplementation& target(qvox::DOMImplementation* /*type*/) {
+        return *parser.getImplementation();
+    }
+    qvox::Range& target(qvox::Range* /*type*/) { return view(ranges); }
+    qvox::NodeIterator& target(qvox::NodeIterator* /*type*/) { return view(iterators); }
+    qvox::TreeWalker& target(qvox::TreeWalker* /*type*/) { return view(walkers); }
+    qvox::NamedNodeMap& target(qvox::NamedNodeMap* /*type*/) {
+        Node* const of = node();
+        if (auto* const type = dynamic_cast<qvox::DocumentType*>(of)) {
+            if (qvox::NamedNodeMap* const entities = type->getEntities()) return *entities;
+        }
+        if (qvox::NamedNodeMap* const attributes = of->getAttributes()) return *attributes;
+        throw qvox::QVOXException(qvox::QVOXException::DOM_ERR, "no such map");
+    }
+
+    Xstring argument(const void* /*target*/, Xstring* /*type*/) {
+        const std::size_t index = input.below(std::size(TEXTS) + 1);
+        return index < std::size(TEXTS) ? Xstring(TEXTS[index]) : Xstring();
+    }
+    int argument(const void* /*target*/, int* /*type*/) { return number(); }
+    bool argument(const void* /*target*/, bool* /*type*/) { return yes(); }
+    qvox::Range* argument(const void* /*target*/, qvox::Range** /*type*/) { return &view(ranges); }
+    qvox::Attr* argument(const void* /*target*/, qvox::Attr** /*type*/) {
+        return &target(static_cast<qvox::Attr*>(nullptr));
+    }
+    qvox::DocumentType* argument(const void* /*target*/, qvox::DocumentType** /*type*/) {
+        return nullptr;  // a new document has to be free to go
+    }
+    Node* argument(const void* /*target*/, Node** /*type*/) { return nodeOrNull(); }
+    // Into a tree goes no document, which would have two owners. What is looked for is often there,
+    // and then in hand: a refused replaceChild takes its new child out of the tree.
+    Node* argument(const Node* parent, Node** /*type*/) {
+        if (parent->getNodeType() == Node::DOCUMENT_NODE || input.below(4) != 0) return content();
+        Node* const child = yes() ? parent->getFirstChild() : parent->getLastChild();
+        keep(child);
+        return child;
+    }
+    Node* argument(const qvox::NamedNodeMap* /*map*/, Node** /*type*/) { return content(); }
     Node* content() {
         Node* const taken = nodeOrNull();
         const bool isDocument = taken != nullptr && taken->getNodeType() == Node::DOCUMENT_NODE;
         return isDocument ? nullptr : taken;
     }
-    qvox::Document* document() { return documents[input.below(documents.size())]; }
-    template <typename Type>
-    Type* nodeOf() {
-        for (std::size_t tries = 0; tries < 8; ++tries) {
-            if (auto* const found = dynamic_cast<Type*>(node())) return found;
+
+    void makeView() {
+        Node* const root = nodeOrNull();
+        qvox::Document* const by = documents[0];
+        qvox::NodeFilter* const shows = yes() ? &filter : nullptr;
+        const unsigned long what = yes() ? 0xFFFFFFFFUL : input.byte();
+        switch (input.below(3)) {
+            case 0: return iterators.push_back(by->createNodeIterator(root, what, shows, true));
+            case 1: return walkers.push_back(by->createTreeWalker(root, what, shows, true));
+            default: return ranges.push_back(by->createRange());
         }
-        throw qvox::QVOXException(qvox::QVOXException::DOM_ERR, "no such node");
     }
-    template <typename View>
-    View* view(const std::vector<View*>& views) {
-        if (views.empty()) throw qvox::QVOXException(qvox::QVOXException::DOM_ERR, "no such view");
-        return views[input.below(views.size())];
-    }
-    Xstring text() {
-        const std::size_t index = input.below(std::size(TEXTS) + 1);
-        return index < std::size(TEXTS) ? Xstring(TEXTS[index]) : Xstring();
-    }
-    int number() { return static_cast<int>(input.byte() % 12) - 2; }
-    bool yes() { return input.byte() % 2 != 0; }
-    qvox::NamedNodeMap* map() {
-        Node* const of = node();
-        if (auto* const type = dynamic_cast<qvox::DocumentType*>(of)) {
-            if (qvox::NamedNodeMap* const entities = type->getEntities()) return entities;
-        }
-        if (qvox::NamedNodeMap* const attributes = of->getAttributes()) return attributes;
-        throw qvox::QVOXException(qvox::QVOXException::DOM_ERR, "no such map");
+
+    void freeNode() {
+        const std::vector<Node*> free = roots();
+        if (free.empty()) return;
+        Node* const root = free[input.below(free.size())];
+        freeViews();
+        for_each_node(root, [this](Node* node) {
+            nodes.erase(std::remove(nodes.begin(), nodes.end(), node), nodes.end());
+        });
+        parser.freeNode(root);
     }
 
     qvox::DOMParser parser;
@@ -186,236 +299,7 @@ private:
     std::vector<qvox::NodeIterator*> iterators;
     std::vector<qvox::TreeWalker*> walkers;
     EveryOther filter;
-
-    void create() {
-        qvox::Document* const by = document();
-        const Xstring name = text();
-        switch (input.below(10)) {
-            case 0: return keep(by->createElement(name));
-            case 1: return keep(by->createElementNS("u", name));
-            case 2: return keep(by->createAttribute(name));
-            case 3: return keep(by->createAttributeNS("u", name));
-            case 4: return keep(by->createTextNode(name));
-            case 5: return keep(by->createCDATASection(name));
-            case 6: return keep(by->createComment(name));
-            case 7: return keep(by->createProcessingInstruction(name, name));
-            case 8: return keep(by->createEntityReference(name));
-            default: return keep(parser.getImplementation()->createDocumentType(name, name, name));
-        }
-    }
-    void createFragment() { keep(document()->createDocumentFragment()); }
-    void appendChild() {
-        Node* const parent = node();
-        parent->appendChild(content());
-    }
-    void insertBefore() {
-        Node* const parent = node();
-        Node* const child = content();
-        Node* const ref = yes() ? parent->getFirstChild() : nodeOrNull();
-        parent->insertBefore(child, ref);
-    }
-    void replaceChild() {
-        Node* const parent = node();
-        Node* const child = content();
-        keep(parent->replaceChild(child, yes() ? parent->getLastChild() : nodeOrNull()));
-    }
-    void removeChild() {
-        Node* const child = node();
-        Node* const parent = child->getParentNode();
-        if (parent != nullptr) parent->removeChild(child);
-    }
-    void cloneNode() {
-        Node* const source = node();
-        if (source->getNodeType() == Node::DOCUMENT_NODE) return;  // a document is for one owner
-        if (nodes.size() < MOST_NODES) keep(source->cloneNode(yes()));
-    }
-    void importNode() {
-        qvox::Document* const by = document();
-        if (nodes.size() < MOST_NODES) keep(by->importNode(nodeOrNull(), yes()));
-    }
-    void normalize() { node()->normalize(); }
-    void navigate() {
-        Node* const from = node();
-        const qvox::NodeList& children = *from->getChildNodes();
-        keep(children.item(number()));
-        keep(from->getNextSibling());
-        keep(from->getPreviousSibling());
-        keep(from->getLastChild());
-    }
-    void setNodeValue() {
-        Node* const target = node();
-        target->setNodeValue(text());
-    }
-    void setPrefix() {
-        Node* const target = node();
-        target->setPrefix(text());
-    }
-    void setAttribute() {
-        auto* const element = nodeOf<qvox::Element>();
-        const Xstring name = text();
-        yes() ? element->setAttribute(name, text()) : element->setAttributeNS("u", name, text());
-        keep(element->getAttributeNode(name));
-    }
-    void removeAttribute() {
-        auto* const element = nodeOf<qvox::Element>();
-        yes() ? element->removeAttribute(text()) : element->removeAttributeNS("u", text());
-    }
-    void setAttributeNode() {
-        auto* const element = nodeOf<qvox::Element>();
-        auto* const attribute = nodeOf<qvox::Attr>();
-        keep(yes() ? element->setAttributeNode(attribute) : element->setAttributeNodeNS(attribute));
-    }
-    void removeAttributeNode() {
-        auto* const element = nodeOf<qvox::Element>();
-        keep(element->removeAttributeNode(nodeOf<qvox::Attr>()));
-    }
-    void setNamedItem() {
-        qvox::NamedNodeMap* const into = map();
-        Node* const item = content();
-        keep(yes() ? into->setNamedItem(item) : into->setNamedItemNS(item));
-    }
-    void removeNamedItem() {
-        qvox::NamedNodeMap* const from = map();
-        keep(yes() ? from->removeNamedItem(text()) : from->removeNamedItemNS("u", text()));
-    }
-    void editText() {
-        auto* const data = nodeOf<qvox::CharacterData>();
-        const int offset = number();
-        switch (input.below(4)) {
-            case 0: return data->insertData(offset, text());
-            case 1: return data->deleteData(offset, number());
-            case 2: return data->replaceData(offset, number(), text());
-            default: return data->appendData(data->substringData(offset, number()));
-        }
-    }
-    void splitText() {
-        auto* const split = nodeOf<qvox::Text>();
-        if (nodes.size() < MOST_NODES) keep(split->splitText(number()));
-    }
-    void search() {
-        auto* const element = dynamic_cast<qvox::Element*>(node());
-        qvox::Document* const in = document();
-        qvox::NodeList* const list = element != nullptr ? element->getElementsByTagName(text())
-                                                        : in->getElementsByTagNameNS("u", text());
-        keep(list->item(number()));
-        if (yes()) parser.free(list);
-        keep(in->getElementById(text()));
-    }
-    void makeView() {
-        Node* const root = nodeOrNull();
-        qvox::Document* const by = document();
-        qvox::NodeFilter* const shows = yes() ? &filter : nullptr;
-        const unsigned long what = yes() ? 0xFFFFFFFFUL : input.byte();
-        switch (input.below(3)) {
-            case 0: return iterators.push_back(by->createNodeIterator(root, what, shows, true));
-            case 1: return walkers.push_back(by->createTreeWalker(root, what, shows, true));
-            default: return ranges.push_back(by->createRange());
-        }
-    }
-    void walk() {
-        qvox::TreeWalker& walker = *view(walkers);
-        switch (input.below(8)) {
-            case 0: return keep(walker.firstChild());
-            case 1: return keep(walker.lastChild());
-            case 2: return keep(walker.nextSibling());
-            case 3: return keep(walker.previousSibling());
-            case 4: return keep(walker.nextNode());
-            case 5: return keep(walker.previousNode());
-            case 6: return keep(walker.parentNode());
-            default: return walker.setCurrentNode(nodeOrNull());
-        }
-    }
-    void iterate() {
-        qvox::NodeIterator& iterator = *view(iterators);
-        if (input.below(16) == 0) iterator.detach();
-        keep(yes() ? iterator.nextNode() : iterator.previousNode());
-    }
-    void setRange() {
-        qvox::Range& range = *view(ranges);
-        Node* const at = nodeOrNull();
-        switch (input.below(9)) {
-            case 0: return range.setStart(at, number());
-            case 1: return range.setEnd(at, number());
-            case 2: return range.setStartBefore(at);
-            case 3: return range.setStartAfter(at);
-            case 4: return range.setEndBefore(at);
-            case 5: return range.setEndAfter(at);
-            case 6: return range.selectNode(at);
-            case 7: return range.selectNodeContents(at);
-            default: return range.collapse(yes());
-        }
-    }
-    void useRange() {
-        qvox::Range& range = *view(ranges);
-        if (nodes.size() > MOST_NODES) return;
-        switch (input.below(9)) {
-            case 0: return keep(range.cloneContents());
-            case 1: return range.deleteContents();
-            case 2: return keep(range.extractContents());
-            case 3: return range.insertNode(nodeOrNull());
-            case 4: return range.surroundContents(nodeOrNull());
-            case 5: range.compareBoundaryPoints(number(), view(ranges)); return;
-            case 6: keep(range.getCommonAncestorContainer()); return;
-            case 7: ranges.push_back(range.cloneRange()); return;
-            default: range.toString();
-        }
-    }
-    void detachRange() { view(ranges)->detach(); }
 };
-
-#define QVOX_CALL(name) \
-    { #name, &Machine::name }
-const Machine::Call Machine::CALLS[] = {
-    // clang-format off
-    QVOX_CALL(create),
-    QVOX_CALL(createFragment),
-    QVOX_CALL(appendChild),
-    QVOX_CALL(insertBefore),
-    QVOX_CALL(replaceChild),
-    QVOX_CALL(removeChild),
-    QVOX_CALL(cloneNode),
-    QVOX_CALL(importNode),
-    QVOX_CALL(normalize),
-    QVOX_CALL(navigate),
-    QVOX_CALL(setNodeValue),
-    QVOX_CALL(setPrefix),
-    QVOX_CALL(setAttribute),
-    QVOX_CALL(removeAttribute),
-    QVOX_CALL(setAttributeNode),
-    QVOX_CALL(removeAttributeNode),
-    QVOX_CALL(setNamedItem),
-    QVOX_CALL(removeNamedItem),
-    QVOX_CALL(editText),
-    QVOX_CALL(splitText),
-    QVOX_CALL(search),
-    QVOX_CALL(makeView),
-    QVOX_CALL(walk),
-    QVOX_CALL(iterate),
-    QVOX_CALL(setRange),
-    QVOX_CALL(setRange),
-    QVOX_CALL(useRange),
-    QVOX_CALL(useRange),
-    QVOX_CALL(detachRange),
-    QVOX_CALL(freeNode),
-    // clang-format on
-};
-
-void Machine::call() {
-    const Call& next = CALLS[input.below(std::size(CALLS))];
-    if (isTracing) std::fprintf(stderr, "\n%s", next.name);
-    (this->*next.make)();
-}
-
-void Machine::freeNode() {
-    const std::vector<Node*> free = roots();
-    if (free.empty()) return;
-    Node* const root = free[input.below(free.size())];
-    freeViews();
-    for_each_node(root, [this](Node* node) {
-        nodes.erase(std::remove(nodes.begin(), nodes.end(), node), nodes.end());
-    });
-    parser.freeNode(root);
-}
 
 }  // namespace
 

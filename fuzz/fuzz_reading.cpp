@@ -72,8 +72,7 @@ void run(Input input) {
     for (const qvox::Reading& way : WAYS) {
         PlacedLog other;
         parse(way, switches, other);
-        const std::string difference = EventLog::difference(exact, other);
-        require(difference.empty(), difference.c_str());
+        EventLog::require_same(exact, other);
     }
     if ((switches & IN_MEMORY) == 0) return;
     const qvox::Xstring text = qvox::Xstring::fromUtf8(document);

@@ -37,8 +37,7 @@ void run(Input input) {
         if ((switches & ONCE) == 0) {
             EventLog second;
             second.parse(parser, memory_file_name(0));
-            const std::string difference = EventLog::difference(first, second);
-            require(difference.empty(), difference.c_str());
+            EventLog::require_same(first, second);
         }
     }
     require(next_handle() == handle, "a parse closes its files");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 #include "support/require.h"
 
@@ -11,6 +12,27 @@ namespace {
 
 constexpr std::size_t MOST_TEXT = 1 << 20;
 constexpr std::uint64_t HASH_FACTOR = 0x100000001B3;  // that of FNV-1a
+
+// What has to be the innermost that is open where an event is told.
+constexpr const char* PLACES[][2] = {
+    {"startDocument", "nothing"},
+    {"startDTD", "Document"},
+    {"startElement", "Document Element PrefixMapping"},
+    {"startCDATA", "Element"},
+    {"characters", "Element CDATA"},
+    {"characters bulk", "Element CDATA"},
+    {"elementDecl", "DTD"},
+    {"attributeDecl", "DTD"},
+    {"internalEntityDecl", "DTD"},
+    {"externalEntityDecl", "DTD"},
+    {"notationDecl", "DTD"},
+    // These are never told.
+    {"ignorableWhiteSpace", ""},
+    {"setDocumentLocator", ""},
+    {"skippedEntity", ""},
+    {"unparsedEntityDecl", ""},
+    {"resolveEntity", ""},
+};
 
 std::string key_of(const qvox::Xstring& text) {
     const auto* const units = reinterpret_cast<const char*>(text.data());
@@ -26,29 +48,22 @@ int EventLog::parse(qvox::SAXParser& parser, const char* fileName) {
         parser.parse(fileName);
     } catch (const qvox::QVOXException& exception) {
         code = exception.getCode();
-        event("exception", {&exception.getMessage()});
+        line("exception", {&exception.getMessage()});
     }
-    finish(code);
+    require((code == 0) != hasError, "a refused document has told its error handler, once");
+    require(code != 0 || (isStarted && open.empty()), "what has begun ends");
     return code;
 }
 
-void EventLog::finish(int code) {
-    require(isEnded || code != 0, "an accepted document has an end");
-    require((code == 0) != hasError, "a refused document has told its error handler, once");
-    if (code == 0) require(openElements.empty() && openPrefixes.empty(), "all is closed");
-}
-
-std::string EventLog::difference(const EventLog& a, const EventLog& b) {
-    if (a.text == b.text)
-        return a.hash == b.hash ? "" : "the logs differ behind the first megabyte";
-    const auto [atA, atB] =
-        std::mismatch(a.text.begin(), a.text.end(), b.text.begin(), b.text.end());
-    const auto line_at = [](const std::string& lines, std::string::const_iterator at) {
-        const auto place = static_cast<std::size_t>(at - lines.begin());
-        const std::size_t begin = lines.rfind('\n', place == 0 ? 0 : place - 1) + 1;
-        return lines.substr(begin, lines.find('\n', place) - begin);
+void EventLog::require_same(const EventLog& a, const EventLog& b) {
+    if (a.text == b.text) return require(a.hash == b.hash, "behind the first megabyte is the same");
+    const auto at = std::mismatch(a.text.begin(), a.text.end(), b.text.begin(), b.text.end());
+    const auto place = static_cast<std::size_t>(at.first - a.text.begin());
+    const std::size_t begin = a.text.rfind('\n', place == 0 ? 0 : place - 1) + 1;
+    const auto line_of = [&](const EventLog& log) {
+        return log.text.substr(begin, log.text.find('\n', place) - begin);
     };
-    return line_at(a.text, atA) + "\n differs from\n" + line_at(b.text, atB);
+    require(false, (line_of(a) + "\n differs from\n" + line_of(b)).c_str());
 }
 
 void EventLog::add(char byte) {
@@ -75,7 +90,7 @@ void EventLog::add(const Text& added) {
     add('\'');
 }
 
-void EventLog::event(const char* name, std::initializer_list<const Text*> texts) {
+void EventLog::line(const char* name, std::initializer_list<const Text*> texts) {
     for (const char* c = name; *c != 0; ++c) add(*c);
     for (const Text* each : texts) {
         add(' ');
@@ -84,35 +99,44 @@ void EventLog::event(const char* name, std::initializer_list<const Text*> texts)
     add('\n');
 }
 
-void EventLog::report(const char* level, const Exception& exception) {
+void EventLog::event(const char* name, std::initializer_list<const Text*> texts) {
     require(!hasError, "nothing is told behind an error");
+    follow(name, texts);
+    line(name, texts);
+}
+
+// An element's mappings may end in any order, everything else is nested.
+void EventLog::follow(const std::string& name, std::initializer_list<const Text*> texts) {
+    isStarted |= name == "startDocument";
+    const std::string innermost = open.empty() ? "nothing" : open.back().first;
+    for (const auto& [event, place] : PLACES) {
+        if (name == event) require(std::strstr(place, innermost.c_str()) != nullptr, event);
+    }
+    for (const std::string kind : {"Document", "DTD", "CDATA", "Element", "PrefixMapping"}) {
+        if (name != "start" + kind && name != "end" + kind) continue;
+        const bool isMapping = kind == "PrefixMapping";
+        const std::string key = kind == "Element" ? key_of(*texts.begin()[2])
+                                : isMapping       ? key_of(*texts.begin()[0])
+                                                  : "";
+        if (name[0] == 's') return void(open.emplace_back(kind, key));
+        const auto begun = std::find(open.rbegin(), open.rend(), std::pair(kind, key));
+        require(begun != open.rend() && (isMapping || begun == open.rbegin()),
+                "what ends has begun, and what began in it has ended");
+        open.erase(std::next(begun).base());
+    }
+}
+
+void EventLog::report(const char* level, const Exception& exception) {
     char place[64];
     std::snprintf(place, sizeof place, "%s %d %d:%d", level, int(exception.getCode()),
                   exception.getLineNumber(), exception.getColumnNumber());
     event(place, {&exception.getMessage(), &exception.getSystemId()});
-}
-
-void EventLog::characters(const Text& content) {
-    require(!openElements.empty() && !isInDtd, "text stands in an element");
-    EventLines::characters(content);
-}
-
-void EventLog::startDocument() {
-    require(!isStarted, "a document starts once");
-    isStarted = true;
-    EventLines::startDocument();
-}
-
-void EventLog::endDocument() {
-    require(isStarted && !isEnded && !hasError, "a document ends once");
-    isEnded = true;
-    EventLines::endDocument();
+    require(level != std::string("fatalError"), "no document is fatal");
+    hasError = level == std::string("error");
 }
 
 void EventLog::startElement(const Text& uri, const Text& local, const Text& qName,
                             const qvox::Attributes& attributes) {
-    require(isStarted && !isEnded && !isInDtd && !isInCdata, "elements stand in the document");
-    openElements.push_back(key_of(qName));
     event("startElement", {&uri, &local, &qName});
     for (int i = 0; i < attributes.getLength(); ++i) {
         event(" attribute",
@@ -121,65 +145,6 @@ void EventLog::startElement(const Text& uri, const Text& local, const Text& qNam
         const int found = attributes.getIndex(attributes.getQName(i));
         require(found >= 0 && found <= i, "an attribute is found by its name");
     }
-}
-
-void EventLog::endElement(const Text& uri, const Text& local, const Text& qName) {
-    require(!openElements.empty() && openElements.back() == key_of(qName), "tags match");
-    openElements.pop_back();
-    EventLines::endElement(uri, local, qName);
-}
-
-void EventLog::startPrefixMapping(const Text& prefix, const Text& uri) {
-    openPrefixes.push_back(key_of(prefix));
-    EventLines::startPrefixMapping(prefix, uri);
-}
-
-void EventLog::endPrefixMapping(const Text& prefix) {
-    const auto open = std::find(openPrefixes.begin(), openPrefixes.end(), key_of(prefix));
-    require(open != openPrefixes.end(), "a prefix mapping that ends has begun");
-    openPrefixes.erase(open);
-    EventLines::endPrefixMapping(prefix);
-}
-
-void EventLog::startCDATA() {
-    require(!isInCdata && !openElements.empty(), "a CDATA section stands in an element");
-    isInCdata = true;
-    EventLines::startCDATA();
-}
-
-void EventLog::endCDATA() {
-    require(isInCdata, "a CDATA section that ends has begun");
-    isInCdata = false;
-    EventLines::endCDATA();
-}
-
-void EventLog::startDTD(const Text& name, const Text& publicId, const Text& systemId) {
-    require(!isInDtd && openElements.empty(), "a document type stands in front of the root");
-    isInDtd = true;
-    EventLines::startDTD(name, publicId, systemId);
-}
-
-void EventLog::endDTD() {
-    require(isInDtd, "a document type that ends has begun");
-    isInDtd = false;
-    EventLines::endDTD();
-}
-
-void EventLog::error(const Exception& exception) {
-    EventLines::error(exception);
-    hasError = true;
-}
-
-void EventLog::fatalError(const Exception&) { require(false, "no document is fatal"); }
-void EventLog::ignorableWhiteSpace(const Text&) { require(false, "white space is text"); }
-void EventLog::setDocumentLocator(const qvox::Locator&) { require(false, "no locator is told"); }
-void EventLog::skippedEntity(const Text&) { require(false, "no entity is skipped"); }
-void EventLog::unparsedEntityDecl(const Text&, const Text&, const Text&, const Text&) {
-    require(false, "an unparsed entity is told as an external one");
-}
-qvox::InputSource EventLog::resolveEntity(const Text&, const Text&) {
-    require(false, "no entity is resolved");
-    return {};
 }
 
 }  // namespace qvox_fuzz
