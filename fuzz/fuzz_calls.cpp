@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <iterator>
 #include <set>
 #include <string>
 #include <tuple>
@@ -151,7 +152,7 @@ private:
         }
     }
 
-    // The nodes in hand from which others hang, or nothing, and which hang from none.
+    // The nodes in hand that hang from none.
     std::vector<Node*> roots() {
         std::set<Node*> hanging;
         const auto mark_below = [&hanging](Node* root) {
@@ -164,11 +165,8 @@ private:
             if (hanging.count(node) == 0) mark_below(node);
         }
         std::vector<Node*> found;
-        for (Node* const node : nodes) {
-            if (hanging.count(node) == 0 && node->getNodeType() != Node::DOCUMENT_NODE) {
-                found.push_back(node);
-            }
-        }
+        std::copy_if(nodes.begin(), nodes.end(), std::back_inserter(found),
+                     [&hanging](Node* node) { return hanging.count(node) == 0; });
         return found;
     }
 

@@ -1,6 +1,8 @@
-// The two ways through a document, and windows of all sizes: every document is read character by
-// character, then by pieces over windows, and what is told has to be the same: events, arguments,
-// reports, and the place at each event. Input: that of the fuzzer of SAX parses.
+// SAX parses by the two ways through a document, and windows of all sizes: every document is read
+// character by character, then by pieces over windows, and what is told has to be the same: events,
+// arguments, reports, and the place at each event. Input: a byte of switches, then the document and
+// up to three external pieces, with separators between them (support/input.h); the document names
+// the pieces by their system identifiers (support/memory_files.h).
 #include <qvox/qvox.h>
 
 #include "input/reading.h"
@@ -14,7 +16,7 @@
 namespace qvox_fuzz {
 namespace {
 
-enum Switch : unsigned { NO_NAMESPACES = 1, NAMESPACE_PREFIXES = 2, IN_MEMORY = 4 };
+enum Switch : unsigned { NO_NAMESPACES = 1, NAMESPACE_PREFIXES = 2, IN_MEMORY = 4, TWICE = 8 };
 
 // A window that is cut all the time, one of an odd size, and the usual one.
 constexpr qvox::Reading WAYS[] = {{64, true}, {64, false}, {203, true}, {16384, true}};
@@ -40,6 +42,7 @@ void parse(const qvox::Reading& way, unsigned switches, EventLog& log) {
     qvox::SAXParser parser;
     parser.setFeature(qvox::FEATURE_NAMESPACES, (switches & NO_NAMESPACES) == 0);
     parser.setFeature(qvox::FEATURE_NAMESPACE_PREFIXES, (switches & NAMESPACE_PREFIXES) != 0);
+    if ((switches & TWICE) != 0) EventLog().parse(parser, memory_file_name(0));
     log.parse(parser, memory_file_name(0));
 }
 
@@ -67,6 +70,7 @@ void run(Input input) {
         if (file == 0) document = piece;
         set_memory_file(file, piece);
     }
+    const int handle = next_handle();
     PlacedLog exact;
     parse(EXACT, switches, exact);
     for (const qvox::Reading& way : WAYS) {
@@ -74,6 +78,7 @@ void run(Input input) {
         parse(way, switches, other);
         EventLog::require_same(exact, other);
     }
+    require(next_handle() == handle, "a parse closes its files");
     if ((switches & IN_MEMORY) == 0) return;
     const qvox::Xstring text = qvox::Xstring::fromUtf8(document);
     const std::string asIs = tree(EXACT, text);

@@ -1,4 +1,5 @@
-// Documents as trees: parsed, walked, copied, written and read again. Input: as that of fuzz_sax.
+// Documents as trees: parsed, walked, copied, written and read again. Input: as that of
+// fuzz_reading.
 #include <memory>
 #include <vector>
 

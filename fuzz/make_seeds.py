@@ -77,10 +77,10 @@ def write(folder, seeds):
 def main():
     target = pathlib.Path(sys.argv[1])
     all_documents = [d for d in documents() if len(d) < LARGEST]
-    for folder in ("sax", "tree", "reading"):
+    for folder in ("tree", "reading"):
         seeds = [b"\0" + d for d in all_documents]
         seeds += [b"\x03" + d for d in all_documents[::7]]
-        seeds += [b"\x07" + d for d in all_documents[3::7]]
+        seeds += [b"\x0f" + d for d in all_documents[3::7]]
         seeds += [b"\0" + SEPARATOR.join(pieces) for pieces in WITH_FILES]
         write(target / folder, seeds)
     write(target / "text", [bytes([kind]) + d[:256] for d in all_documents[::3] for kind in range(3)])

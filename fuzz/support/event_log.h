@@ -18,8 +18,8 @@ public:
     // A parse with this log, from its beginning. Returns the code of its exception, or 0.
     int parse(qvox::SAXParser& parser, const char* fileName);
 
-    // Ends the process where two logs differ, and says where. The first megabyte is compared line by
-    // line, what comes behind it by its hash.
+    // Ends the process where two logs differ, and says where. The first megabyte is compared line
+    // by line, what comes behind it by its hash.
     static void require_same(const EventLog& a, const EventLog& b);
 
     void startElement(const Text& uri, const Text& local, const Text& qName,

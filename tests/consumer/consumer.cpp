@@ -2,46 +2,30 @@
 // documents that are named, and the code of the exception where one can't be parsed.
 
 #include <cstdio>
-#include <string>
 
 #include <qvox/qvox.h>
 
 namespace {
 
-std::string printable(const qvox::Xstring& text) {
-    std::string result;
-    for (int i = 0; i < text.length(); ++i) {
-        const unsigned short unit = text.data()[i];
-        if (unit >= 0x20 && unit < 0x7f) {
-            result += static_cast<char>(unit);
-        } else {
-            char escaped[8];
-            std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned int>(unit));
-            result += escaped;
-        }
-    }
-    return result;
-}
-
 class Printer : public qvox::DefaultHandler {
 public:
     void startElement(const qvox::Xstring& uri, const qvox::Xstring& localName,
                       const qvox::Xstring&, const qvox::Attributes& attributes) override {
-        std::printf("start {%s}%s", printable(uri).c_str(), printable(localName).c_str());
+        std::printf("start {%s}%s", uri.utf8().c_str(), localName.utf8().c_str());
         for (int i = 0; i < attributes.getLength(); ++i) {
-            std::printf(" %s=%s", printable(attributes.getQName(i)).c_str(),
-                        printable(attributes.getValue(i)).c_str());
+            std::printf(" %s=%s", attributes.getQName(i).utf8().c_str(),
+                        attributes.getValue(i).utf8().c_str());
         }
         std::printf("\n");
     }
 
     void endElement(const qvox::Xstring&, const qvox::Xstring&,
                     const qvox::Xstring& qName) override {
-        std::printf("end %s\n", printable(qName).c_str());
+        std::printf("end %s\n", qName.utf8().c_str());
     }
 
     void characters(const qvox::Xstring& text) override {
-        std::printf("text %s\n", printable(text).c_str());
+        std::printf("text %s\n", text.utf8().c_str());
     }
 };
 

@@ -34,35 +34,31 @@ TEST(Node, AcceptableChildren) {
     }
 }
 
+// The text of a node of each type, its name and the parts of that, and its value.
 TEST(Node, NamesAndValuesByType) {
-    const char* const names[] = {"@x=-*", "'t'", "='c'", "&r", "$e", "?p'd'",
-                                 "!'c'",  "/",   "%d",   "#",  "~n"};
-    const char* const texts[] = {"'x' - - - -",
-                                 "'#text' - - - 't'",
-                                 "'#cdata-section' - - - 'c'",
-                                 "'r' - - - -",
-                                 "'e' - - - -",
-                                 "'p' - - - 'd'",
-                                 "'#comment' - - - 'c'",
-                                 "'#document' - - - -",
-                                 "'d' - - - -",
-                                 "'#document-fragment' - - - -",
-                                 "'n' - - - -"};
-    for (int type = Node::ATTRIBUTE_NODE; type <= Node::NOTATION_NODE; ++type) {
+    int type = Node::ELEMENT_NODE;
+    for (const Row& row : cells_of(R"(
+a[x='1'] => 'a' - - - -  @x=-* => 'x' - - - -  't' => '#text' - - - 't'
+='c' => '#cdata-section' - - - 'c'  &r => 'r' - - - -  $e => 'e' - - - -  ?p'd' => 'p' - - - 'd'
+!'c' => '#comment' - - - 'c'  / => '#document' - - - -  %d => 'd' - - - -
+# => '#document-fragment' - - - -  ~n => 'n' - - - -
+)")) {
         Tree tree;
         Node* const node = tree.drop(tree.make_type(type));
         EXPECT_EQ(node->getNodeType(), type);
-        EXPECT_EQ(tree_text(node), names[type - 2]);
+        EXPECT_EQ(tree_text(node), row[0]);
         const std::string value = quoted(node->getNodeValue());
-        EXPECT_EQ(names_of(*node) + ' ' + value, texts[type - 2]);
-        EXPECT_EQ(node->getAttributes(), nullptr);
-        EXPECT_FALSE(node->hasAttributes() || node->hasChildNodes());
+        EXPECT_EQ(names_of(*node) + ' ' + value, row[1]);
+        EXPECT_EQ(node->hasAttributes(), type == Node::ELEMENT_NODE);
+        EXPECT_EQ(node->getAttributes() != nullptr, type == Node::ELEMENT_NODE);
+        EXPECT_FALSE(node->hasChildNodes());
         EXPECT_EQ(node->getOwnerDocument(), type == 9 || type == 10 ? nullptr : tree.document);
         EXPECT_TRUE(node->isSupported("core", "2.0") && !node->isSupported("XML", "2.0"));
         EXPECT_EQ(raised_by([&] { node->setPrefix("p"); }),
-                  type == Node::ATTRIBUTE_NODE ? "DOM 14 namespaceURI is null" : "");
+                  type <= Node::ATTRIBUTE_NODE ? "DOM 14 namespaceURI is null" : "");
         node->setNodeValue("new");
         EXPECT_EQ(quoted(node->getNodeValue()), value == "-" && type != 2 ? "-" : "'new'");
+        ++type;
     }
 }
 
@@ -163,17 +159,17 @@ a getFirstChild => x  a getLastChild => b
 TEST(Node, Normalize) {
     // Documents, document types and texts merge nothing themselves; an attribute does, and keeps
     // its value. The first text of a run stays, the others are free.
-    const char* const cases[][2] = {
-        {"a('ab' 'cd')", "a('abcd')"},
-        {"a('a' - 'b' '')", "a('ab')"},
-        {"a('a' ='b' 'c' 'd' !'e' 'f' 'g')", "a('a' ='b' 'cd' !'e' 'fg')"},
-        {"a(b('c' 'd') &e('f' 'g' h('i' 'j')) #('k' 'l'))", "a(b('cd') &e('fg' h('ij')) #('kl'))"},
-        {"%d('x' 'y' b('1' '2'))", "%d('x' 'y' b('12'))"}};
-    for (const auto& [before, after] : cases) {
-        Tree tree(before);
-        tree.document->normalize();
-        EXPECT_EQ(tree.text(), '/' + ('(' + std::string(after)) + ')');
-    }
+    expect_cells(R"(
+a('ab' 'cd') => a('abcd')  a('a' - 'b' '') => a('ab')
+a('a' ='b' 'c' 'd' !'e' 'f' 'g') => a('a' ='b' 'cd' !'e' 'fg')
+a(b('c' 'd') &e('f' 'g' h('i' 'j')) #('k' 'l')) => a(b('cd') &e('fg' h('ij')) #('kl'))
+%d('x' 'y' b('1' '2')) => %d('x' 'y' b('12'))
+)",
+                 [](const std::string& before) {
+                     const Tree tree(before);
+                     tree.document->normalize();
+                     return tree_text(tree.document->getFirstChild());
+                 });
     expect_steps("a('t' 'u' 'v')", R"(
 / appendChild +#('x' 'y' b('1' '2')); t appendChild +#('p' 'q' c('3' '4')) => # > /(a('t'('p' 'q'
   c('3' '4')) 'u' 'v') 'x' 'y' b('1' '2')) + # + #
@@ -187,33 +183,26 @@ x: / createAttribute x; x appendChild +'w'; x appendChild +'z'; x normalize => >
 // A copy in the document itself or in another one; nothing is shared with the source, which goes
 // first.
 TEST(Node, Copies) {
-    const char* const cases[][2] = {
-        {"{u}p:a[x='1' {v}q:y=''](b[z='2'] 't' !'c' =- ?p- &r(c) -)", "{u}p:a[x='1' {v}q:y='']"},
-        {"'t'", "'t'"},
-        {"-", "-"},
-        {"='c'", "='c'"},
-        {"!'c'", "!'c'"},
-        {"?p'd'", "?p'd'"},
-        {"&r(a('t'))", "&r"},
-        {"#(a 't' b)", "#"}};
-    for (const auto& [text, flat] : cases) {
+    for (const Row& row : cells_of(R"(
+{u}p:a[x='1' {v}q:y=''](b[z='2'] 't' !'c' =- ?p- &r(c) -) => {u}p:a[x='1' {v}q:y='']
+'t' => 't'  - => -  ='c' => ='c'  !'c' => !'c'  ?p'd' => ?p'd'  &r(a('t')) => &r  #(a 't' b) => #
+)")) {
         for (const bool isImport : {false, true}) {
             Tree target;
-            Tree source("r");
+            Tree source("r('s')");
             qvox::Document* const owner = isImport ? target.document : source.document;
-            Node* const node = source.make(text);
-            source["r"]->appendChild(source.make("'s'"));
-            const auto copy = [&, &original = *node](bool deep) {
-                return isImport ? owner->importNode(&original, deep) : original.cloneNode(deep);
+            Node* const node = source.make(row[0].c_str());
+            const auto copy = [&](bool deep) {
+                return source.drop(isImport ? owner->importNode(node, deep)
+                                            : node->cloneNode(deep));
             };
-            EXPECT_EQ(tree_text(source.drop(copy(false))), flat);
-            Node* const deep = source.drop(copy(true));
-            EXPECT_EQ(tree_text(node), text);
-            EXPECT_EQ(node->getOwnerDocument(), source.document);
+            EXPECT_EQ(tree_text(copy(false)), row[1]);
+            const Node* const deep = copy(true);
+            EXPECT_EQ(tree_text(node), row[0]);
             source.parser.freeNode(node);
-            EXPECT_EQ(tree_text(deep), text);
+            EXPECT_EQ(tree_text(deep), row[0]);
             EXPECT_EQ(deep->getParentNode(), nullptr);
-            for (Node* one = deep; one != nullptr; one = one->getFirstChild()) {
+            for (const Node* one = deep; one != nullptr; one = one->getFirstChild()) {
                 EXPECT_EQ(one->getOwnerDocument(), owner);
                 if (!one->hasAttributes()) continue;
                 const Node* const attribute = one->getAttributes()->item(0);

@@ -2,6 +2,8 @@
 
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
+#include <iterator>
 #include <new>
 #include <sys/wait.h>
 #include <thread>
@@ -12,7 +14,6 @@
 #include "faults/allocations.h"
 #include "support/encode.h"
 #include "support/recorder.h"
-#include "support/system.h"
 
 namespace qvox_test {
 
@@ -33,6 +34,11 @@ std::string outcome_of(const Scenario& scenario) {
     }
 }
 
+std::ptrdiff_t open_descriptors() {
+    return std::distance(std::filesystem::directory_iterator("/dev/fd"),
+                         std::filesystem::directory_iterator());
+}
+
 std::string difference(const char* what, long before, long after) {
     return before == after ? "" : what + std::to_string(after - before) + "; ";
 }
@@ -42,7 +48,7 @@ std::string difference(const char* what, long before, long after) {
 std::string report_on(const Scenario& scenario, const std::string& expected,
                       const std::function<void()>& prepare, const std::function<bool()>& repair) {
     std::thread([] {}).join();  // the system keeps what the first thread needed for the next one
-    const std::ptrdiff_t files = os::open_descriptors();
+    const std::ptrdiff_t files = open_descriptors();
     std::string outcome;
     outcome.reserve(1 << 20);
     const long blocks = live_blocks();
@@ -51,9 +57,10 @@ std::string report_on(const Scenario& scenario, const std::string& expected,
         const std::string faulty = outcome_of(scenario);
         outcome += faulty == "result " + expected ? "same result" : faulty;
     }
-    if (!repair()) return "\n\n";
+    const bool hadFault = repair();
     std::string damage = difference("blocks lost: ", blocks, live_blocks()) +
-                         difference("files open: ", files, os::open_descriptors());
+                         difference("files open: ", files, open_descriptors());
+    if (!hadFault) return '\n' + damage + '\n';
     std::string next;
     std::thread([&] { next = outcome_of(scenario); }).join();
     if (next != "result " + expected) damage += "next run: " + joined(next + '\n');

@@ -15,8 +15,8 @@ struct FaultyRun {
     // signal.
     std::string outcome;
     bool hadFault = false;
-    // Allocations, open files and locks that are left behind, and how a run without the fault, on
-    // another thread, differs from `expected`. Empty after a run that had none of these.
+    // Allocations and open files that are left behind, and how a run without the fault, on another
+    // thread, differs from `expected`.
     std::string damage;
 };
 

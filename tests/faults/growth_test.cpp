@@ -25,20 +25,20 @@ std::string expanded(const std::string& text, std::size_t n) {
     return out + expanded(found.suffix(), n);
 }
 
-// How the work grows, and the document for n of 100 and 200. What is charged for what it makes
-// comes to more than the limit of 16 Mi units in the second run alone, which is refused.
+// For n of 100 and 200. What is charged for what it makes comes to more than the limit of 16 Mi
+// units in the second run alone.
 constexpr const char* DOCUMENTS = R"(
-linear  => <a>{100:x}{4:<b>t</b>}</a>
-linear  => <a><b c='{100:x}'/>{4:<b c=''/>}</a>
-linear  => <a>{4:<b@/>}{4:<c/>}</a>
-linear  => <!DOCTYPE a [<!ATTLIST b{4: c@ CDATA #IMPLIED}>]><a>{4:<b/>}</a>
-charged => <!DOCTYPE a [<!ENTITY e '{100:x}'>]><a>{12:&e;}</a>
-charged => <!DOCTYPE a [<!ATTLIST b c CDATA '{100:x}'>]><a>{12:<b/>}</a>
-charged => <!DOCTYPE a [<!ENTITY e '{10:&#38;u;}'>]><a>{4:&e;}</a>
-either  => <!DOCTYPE a [<!ATTLIST b c CDATA '{100:x}'>{12:<!ATTLIST b>}]><a/>
-either  => <a xmlns='{100:x}'>{8:<b/>}</a>
-either  => <!DOCTYPE a [<!ATTLIST b {100:x} CDATA 'd'>]><a>{8:<b/>}</a>
-either  => <!DOCTYPE a [<!ATTLIST b c ({100:x}) #IMPLIED>]><a>{8:<b c='v'/>}</a>
+<a>{100:x}{4:<b>t</b>}</a> => doubles
+<a><b c='{100:x}'/>{4:<b c=''/>}</a> => doubles
+<a>{4:<b@/>}{4:<c/>}</a> => doubles
+<!DOCTYPE a [<!ATTLIST b{4: c@ CDATA #IMPLIED}>]><a>{4:<b/>}</a> => doubles
+<!DOCTYPE a [<!ENTITY e '{100:x}'>]><a>{12:&e;}</a> => is refused
+<!DOCTYPE a [<!ATTLIST b c CDATA '{100:x}'>]><a>{12:<b/>}</a> => is refused
+<!DOCTYPE a [<!ENTITY e '{10:&#38;u;}'>]><a>{4:&e;}</a> => is refused
+<!DOCTYPE a [<!ATTLIST b c CDATA '{100:x}'>{12:<!ATTLIST b>}]><a/> => is refused
+<a xmlns='{100:x}'>{8:<b/>}</a> => doubles
+<!DOCTYPE a [<!ATTLIST b {100:x} CDATA 'd'>]><a>{8:<b/>}</a> => is refused
+<!DOCTYPE a [<!ATTLIST b c ({100:x}) #IMPLIED>]><a>{8:<b c='v'/>}</a> => doubles
 )";
 
 struct Work {
@@ -47,8 +47,8 @@ struct Work {
 };
 
 template <typename Parser>
-Work work_of(const std::string& bytes) {
-    write_file("grown.xml", bytes);
+Work work_of(const std::string& document, std::size_t n) {
+    write_file("grown.xml", expanded(document, n));
     const std::size_t before = allocated_bytes();
     const Outcome outcome = observe([] {
         Parser parser;
@@ -64,24 +64,16 @@ Work work_of(const std::string& bytes) {
 }
 
 template <typename Parser>
-void expect_growth(const std::string& growth, const std::string& document) {
-    SCOPED_TRACE(document);
-    const Work once = work_of<Parser>(expanded(document, 100));
-    const Work twice = work_of<Parser>(expanded(document, 200));
-    const bool isRefused = twice.code == qvox::QVOXException::INVALID_ENTITY_REF_ERR;
-    if (growth != "either") {
-        EXPECT_EQ(isRefused, growth == "charged") << "code " << twice.code;
-    }
-    if (isRefused) return;
-    EXPECT_EQ(once.code + twice.code, 0);
-    EXPECT_LT(twice.bytes, 3 * once.bytes);
+std::string growth_of(const std::string& document) {
+    const Work once = work_of<Parser>(document, 100);
+    const Work twice = work_of<Parser>(document, 200);
+    if (twice.code == qvox::QVOXException::INVALID_ENTITY_REF_ERR) return "is refused";
+    return once.code + twice.code == 0 && twice.bytes < 3 * once.bytes ? "doubles" : "grows";
 }
 
 TEST(Growth, Doubled) {
-    for (const Row& row : rows_of(DOCUMENTS)) {
-        expect_growth<qvox::SAXParser>(row[0], row.at(1));
-        expect_growth<qvox::DOMParser>(row[0], row.at(1));
-    }
+    expect_rows(DOCUMENTS, growth_of<qvox::SAXParser>);
+    expect_rows(DOCUMENTS, growth_of<qvox::DOMParser>);
 }
 
 }  // namespace

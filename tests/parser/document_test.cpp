@@ -117,29 +117,28 @@ TEST(Document, AttributeLookups) {
     struct Lookups : Recorder {
         void startElement(const Text&, const Text&, const Text&,
                           const qvox::Attributes& all) override {
-            std::string found = std::to_string(all.getLength());
+            events += std::to_string(all.getLength());
             for (const char* const name : {"b", "p:b", "p:", "c"}) {
-                found += ' ' + std::to_string(all.getIndex(name)) + quoted(all.getValue(name)) +
-                         quoted(all.getType(name));
+                events += ' ' + std::to_string(all.getIndex(name)) + quoted(all.getValue(name)) +
+                          quoted(all.getType(name));
             }
             for (const char* const uri : {"u", "", "v"}) {
-                found += ' ' + std::to_string(all.getIndex(uri, "b")) +
-                         quoted(all.getValue(uri, "b")) + quoted(all.getType(uri, "b"));
+                events += ' ' + std::to_string(all.getIndex(uri, "b")) +
+                          quoted(all.getValue(uri, "b")) + quoted(all.getType(uri, "b"));
             }
-            EXPECT_EQ(found, "3 0'1'- 2'3'- -1-- -1-- 2'3'- 0'1'- -1--");
-            for (const int index : {-1, 3, 2147483647}) {
-                EXPECT_EQ(quoted(all.getURI(index)) + quoted(all.getQName(index)) +
-                              quoted(all.getLocalName(index)) + quoted(all.getType(index)) +
-                              quoted(all.getValue(index)),
-                          "-----");
+            for (const int i : {-1, 3, 2147483647}) {
+                events += ' ' + quoted(all.getURI(i)) + quoted(all.getQName(i)) +
+                          quoted(all.getLocalName(i)) + quoted(all.getType(i)) +
+                          quoted(all.getValue(i));
             }
-            events += "looked up";
         }
     } lookups;
     Options options;
     options.recorder = &lookups;
     parse_bytes("<a b='1' b='2' p:b='3' xmlns:p='u'/>", options);
-    EXPECT_NE(lookups.events.find("looked up"), std::string::npos);
+    EXPECT_NE(
+        lookups.events.find("3 0'1'- 2'3'- -1-- -1-- 2'3'- 0'1'- -1-- ----- ----- -----endElement"),
+        std::string::npos);
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
 // What a parse makes of a document, and what a DOMParser frees.
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "support/encode.h"
@@ -56,17 +58,17 @@ TEST(DomParser, Trees) {
 }
 
 TEST(DomParser, Features) {
-    const std::string text = "<a xmlns='d' xmlns:p='u' p:x='1'/>";
-    const char* const cases[] = {"/(a[p:x='1'])", "/(a[xmlns='d' xmlns:p='u' p:x='1'])",
-                                 "/({d}a[{u}p:x='1'])",
-                                 "/({d}a[xmlns='d' xmlns:p='u' {u}p:x='1'])"};
     DOMParser parser;
     EXPECT_TRUE(parser.getFeature(qvox::FEATURE_NAMESPACE_PREFIXES));
     EXPECT_EQ(parser.getType(), qvox::Parser::DOM_PARSER);
-    for (int i = 3; i >= 0; --i) {
-        parser.setFeature(qvox::FEATURE_NAMESPACES, i / 2 == 1);
-        parser.setFeature(qvox::FEATURE_NAMESPACE_PREFIXES, i % 2 == 1);
-        EXPECT_EQ(parsed(parser, text), cases[i]);
+    for (const auto& [namespaces, prefixes, tree] :
+         {std::tuple(true, true, "/({d}a[xmlns='d' xmlns:p='u' {u}p:x='1'])"),
+          {true, false, "/({d}a[{u}p:x='1'])"},
+          {false, true, "/(a[xmlns='d' xmlns:p='u' p:x='1'])"},
+          {false, false, "/(a[p:x='1'])"}}) {
+        parser.setFeature(qvox::FEATURE_NAMESPACES, namespaces);
+        parser.setFeature(qvox::FEATURE_NAMESPACE_PREFIXES, prefixes);
+        EXPECT_EQ(parsed(parser, "<a xmlns='d' xmlns:p='u' p:x='1'/>"), tree);
     }
 }
 
@@ -82,16 +84,11 @@ TEST(DomParser, DocumentType) {
     DOMParser parser;
     Document* const document = parser.parse("doc.xml");
     qvox::DocumentType* const doctype = document->getDoctype();
-    EXPECT_EQ(doctype->getOwnerDocument(), nullptr);
-    EXPECT_EQ(doctype->getParentNode(), document);
+    EXPECT_TRUE(doctype->getOwnerDocument() == nullptr && doctype->getParentNode() == document);
     const auto identifiers = [](const qvox::DocumentType& type) {
         return quoted(type.getName()) + quoted(type.getPublicId()) + quoted(type.getSystemId());
     };
     EXPECT_EQ(identifiers(*doctype), "'r''pub''e.xml'");
-    // The later declaration takes the place at the end; its name still means the first.
-    EXPECT_EQ(items_text(*doctype->getEntities()), "$%p $q $g $h $e");
-    EXPECT_EQ(items_text(*doctype->getNotations()), "~pub ~both ~gif");
-    EXPECT_EQ(quoted(document->getDocumentElement()->getAttribute("b")), "'v'");
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(joined(plain(doctype->getInternalSubset())),
                   "<!ELEMENT r (a|b)*>; <!ATTLIST r x (u|v) \"u\" y CDATA #REQUIRED z ID #IMPLIED "
@@ -101,16 +98,19 @@ TEST(DomParser, DocumentType) {
                   "<!NOTATION gif SYSTEM \"viewer\">; <!NOTATION pub PUBLIC \"np\">; <!NOTATION "
                   "both PUBLIC \"np\" \"ns\">; <!NOTATION gif PUBLIC \"\">; <!ELEMENT late EMPTY>");
     }
-    const char* const declared[][2] = {
-        {"e", "- - -"}, {"%p", "- - -"},   {"q", "'pid' 'sys' -"}, {"g", "- 'pic' 'gif'"},
-        {"gif", "- -"}, {"pub", "'np' -"}, {"both", "'np' 'ns'"}};
-    for (const auto& [name, expected] : declared) {
-        const Node* node = doctype->getEntities()->getNamedItem(name);
-        if (node == nullptr) node = doctype->getNotations()->getNamedItem(name);
-        EXPECT_EQ(node->getOwnerDocument(), document);
-        EXPECT_FALSE(node->hasChildNodes());
-        EXPECT_EQ(identifiers_of(*node), expected) << name;
+    // The later declaration takes the place at the end; its name still means the first.
+    std::string declared;
+    for (const qvox::NamedNodeMap* const map : {doctype->getEntities(), doctype->getNotations()}) {
+        for (int i = 0; i < map->getLength(); ++i) {
+            const Node* const node = map->item(i);
+            EXPECT_TRUE(node->getOwnerDocument() == document && !node->hasChildNodes());
+            declared += tree_text(node) + ' ' + identifiers_of(*node) + "; ";
+        }
     }
+    EXPECT_EQ(declared,
+              "$%p - - -; $q 'pid' 'sys' -; $g - 'pic' 'gif'; $h 'pid' 'pic' 'gif'; $e - - -; "
+              "~pub 'np' -; ~both 'np' 'ns'; ~gif - -; ");
+    EXPECT_EQ(quoted(document->getDocumentElement()->getAttribute("b")), "'v'");
 
     // A copy has neither maps nor declarations.
     auto* const clone = static_cast<qvox::DocumentType*>(doctype->cloneNode(true));
@@ -141,14 +141,11 @@ TEST(DomParser, Memory) {
     DOMParser parser;
     for (const auto& [text, expected] : cases) {
         std::u16string memory = text;
-        std::string result;
-        result += raised_by([&] {
-            Document* const document =
-                parser.parse(reinterpret_cast<unsigned short*>(memory.data()));
-            result = tree_text(document);
-            parser.free(document);
-        });
-        EXPECT_EQ(result, utf8(expected));
+        Document* document = nullptr;
+        const std::string raised = raised_by(
+            [&] { document = parser.parse(reinterpret_cast<unsigned short*>(memory.data())); });
+        EXPECT_EQ(document != nullptr ? tree_text(document) : raised, utf8(expected));
+        parser.free(document);
     }
 }
 
@@ -169,18 +166,6 @@ TEST(DomParser, TreesOutliveTheParser) {
     EXPECT_EQ(parser.getImplementation(), first->getImplementation());
     parser.free(first);
     parser.free(second);
-}
-
-// Nothing of a failed parse is left, which the sanitizers see.
-TEST(DomParser, Failures) {
-    DOMParser parser;
-    for (const char* const text :
-         {"", "<a", "<a>x", "<a><b/>x<![CDATA[y]]>", "<!DOCTYPE a [<!ENTITY e 'v'><!NOTATION",
-          "<!DOCTYPE a [<!ENTITY e 'v'><!--c--><!ATTLIST a b CDATA 'd'>]><a>&e;<a>",
-          "<a x='1'>&#0;</a>", "<a/><a/>"}) {
-        EXPECT_EQ(parsed(parser, text).substr(0, 5), "QVOX ") << text;
-    }
-    EXPECT_EQ(raised_by([&] { parser.parse("absent.xml"); }).substr(0, 7), "QVOX 1 ");
 }
 
 TEST(DomParser, Freeing) {

@@ -1,8 +1,6 @@
 // The way from a file's bytes to characters: detection, decoders, declarations, columns, line ends.
-#include <gtest/gtest.h>
-
+#include "parser/tables.h"
 #include "support/encode.h"
-#include "support/recorder.h"
 
 namespace qvox_test {
 namespace {
@@ -13,30 +11,14 @@ std::string declared(const std::string& encoding) {
     return "<?xml version='1.0' encoding='" + encoding + "'?>\n";
 }
 
-struct Case {
-    std::string bytes;
-    std::string text;  // of the characters events, or the error as the ErrorHandler heard it
-};
-
-// Hears texts, and of an error nothing else.
-struct Texts : Recorder {
-    void characters(const Text& text) override { texts += quoted(text); }
-    void error(const Exception& exception) override {
-        events.clear();
-        Recorder::error(exception);
-        texts = joined(events).substr(6);
-    }
-    std::string texts;
-};
-
-template <std::size_t count>
-void expect_texts(const Case (&cases)[count]) {
-    for (const Case& test : cases) {
-        Texts texts;
-        Options options;
-        options.recorder = &texts;
-        parse_bytes(test.bytes, options);
-        EXPECT_EQ(texts.texts, test.text) << test.bytes;
+// Bytes, and the text in their root element, or the error as the ErrorHandler heard it.
+void expect_texts(const std::vector<std::pair<std::string, std::string>>& cases) {
+    for (const auto& [bytes, text] : cases) {
+        const std::string events = events_of(bytes);
+        const bool isError = events.find("error ") != std::string::npos;
+        EXPECT_EQ(isError ? behind("error ", events) : behind("(a; ", in_front_of("; )", events)),
+                  text)
+            << bytes;
     }
 }
 
@@ -44,7 +26,7 @@ TEST(Encodings, Detection) {
     const std::u16string document = u"<a>\u00E9</a>";
     const std::u16string xml = u"<?xml version='1.0'?>" + document;
     const std::string refused = "7 1:1 'illegal XML file'";
-    const Case cases[] = {
+    expect_texts({
         {"", "7 1:1 'not XML file'"},
         {"<a>", "7 1:1 'not XML file'"},
         {utf16le(u"\uFEFF" + document), "'\u00E9'"},
@@ -64,8 +46,7 @@ TEST(Encodings, Detection) {
         {"<\0\0\0"s, "7 1:1 'UCS-4 (3) not supported'"},
         {"<?xml version='1.0'?><a>\xE3\x81\x82</a>", "'あ'"},
         {"<a>\xE3\x81\x82</a>", "'あ'"},
-    };
-    expect_texts(cases);
+    });
 }
 
 TEST(Encodings, Declarations) {
@@ -77,7 +58,7 @@ TEST(Encodings, Declarations) {
         return utf16le(u"\uFEFF<?xml version='1.0' encoding='" + std::u16string(name) +
                        u"'?><a>あ</a>");
     };
-    const Case cases[] = {
+    expect_texts({
         {declared("utf-8") + "<a>\xE3\x81\x82</a>", "'あ'"},
         {declared("SHIFT_jis") + "<a>\x82\xA0</a>", "'あ'"},
         {declared("euc-JP") + "<a>\xA4\xA2</a>", "'あ'"},
@@ -92,16 +73,15 @@ TEST(Encodings, Declarations) {
         {"<?xml version='1.0' \x82\xA0", "8 1:21 'not supported UTF-8 char (82)'"},
         {declared("UTF-8") + "<a>\x82\xA0</a>", "8 2:3 'not supported UTF-8 char (82)'"},
         // A text declaration on the first line switches too, once.
-        {"<a>\xE3\x81\x82<?xml encoding='EUC-JP'?>\xA4\xA2</a>", "'あ''あ'"},
+        {"<a>\xE3\x81\x82<?xml encoding='EUC-JP'?>\xA4\xA2</a>", "'あ'; 'あ'"},
         {"<a><?xml encoding='EUC-JP'?><?xml encoding='UTF-8'?></a>",
          "11 1:45 'encoding decl not match to XML file format : doc.xml (UTF-8) at line 1, col "
          "51'"},
-    };
-    expect_texts(cases);
+    });
 }
 
 TEST(Encodings, Utf8) {
-    const Case cases[] = {
+    expect_texts({
         {"<a>\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBB\xBF\xEF\xBF\xBD\x7F\t</a>",
          utf8(u"'\u0800\uD7FF\uE000\uFEFF\uFFFD") + "\\u{7f}\\t'"},
         {"<a>\xE0\x81\x81</a>", "'A'"},
@@ -120,8 +100,7 @@ TEST(Encodings, Utf8) {
         {"<a>x\f</a>", "8 1:5 'not xml char (c)'"},
         {"\x01<a/>", "8 1:1 'not xml char (1)'"},
         {"<a>x\x1B$B", "8 1:5 'not xml char (1b)'"},
-    };
-    expect_texts(cases);
+    });
 }
 
 // The unit behind a CR adds nothing to the column.
@@ -132,7 +111,7 @@ TEST(Encodings, Utf16) {
                ":5 'illegal entity reference : doc.xml (&;) at line " + std::to_string(line) +
                ", col " + std::to_string(column) + "'";
     };
-    const Case cases[] = {
+    expect_texts({
         {start + utf16be(u"\u0080\u0800\uD7FF\uE000\uFFFD\r\ry\r\n\r</a>"),
          utf8(u"'x\\u{80}\u0800\uD7FF\uE000\uFFFD\\n\\ny\\n\\n'")},
         {start + "\xD8\x3D\xDE\x00"s, "8 1:5 'not xml char (d83d)'"},
@@ -146,8 +125,7 @@ TEST(Encodings, Utf16) {
         {start + utf16be(u"\r\rあ&;"), reference(3, 2)},
         {start + utf16be(u"\r\ny&;"), reference(2, 3)},
         {start + utf16be(u"\u00E9\u0100\uFF71&;"), reference(1, 12)},
-    };
-    expect_texts(cases);
+    });
 }
 
 // A pair has two columns, half-width kana one. A second byte is never markup by itself, and
@@ -158,13 +136,13 @@ TEST(Encodings, Japanese) {
     const std::string jis = declared("ISO-2022-JP") + "<a>";
     const std::string text = "'亜ｱ　\\\\~表'";
     const std::string refused = "9 2:4 'illegal entity reference : doc.xml (&;) at line 2, col 9'";
-    const Case cases[] = {
+    expect_texts({
         {sjis + "\x88\x9F\xB1\x81\x40\\~\x95\\</a>", text},
         {sjis + "x\x88\x9F\xB1&;", refused},
         {euc + "\xB0\xA1\x8E\xB1\xA1\xA1\\~\xC9\xBD</a>", text},
         {euc + "x\xB0\xA1\x8E\xB1&;", refused},
         {euc + "x\x8F\xB0\xA1</a>", "8 2:4 'not xml char (0)'"},
-        {euc + "\x8E\x41\xB2\x42\xA1<\x8E<b/></a>", "'A院⊥'"},
+        {euc + "\x8E\x41\xB2\x42\xA1<\x8E<b/></a>", "'A院⊥'; (b"},
         {euc + "x\xB2", "8 2:4 'not xml char (0)'"},
         {euc + "x\xB0\x41/a>", "8 2:4 'not xml char (0)'"},
         {jis + "\x1B$B0!\x1B(J\xB1\x1B$@!!\x1B(J\\~\x1B$BI=\x1B(J</a>", text},
@@ -177,14 +155,13 @@ TEST(Encodings, Japanese) {
         // A file may end in double-byte mode; the next one starts afresh.
         {jis + "x</a>\x1B$B", "'x'"},
         {jis + "x</a>", "'x'"},
-    };
-    expect_texts(cases);
+    });
 }
 
 TEST(Encodings, LineEnds) {
     const std::u16string document = u"<a>v\r\nw\rx\n\r\ny\r\rz</a>\r";
     const std::string text = "'v\\nw\\nx\\n\\ny\\n\\nz'";
-    const Case cases[] = {
+    expect_texts({
         {utf8(document), text},
         {utf16le(u"\uFEFF" + document), text},
         {declared("Shift_JIS") + utf8(document), text},
@@ -195,8 +172,7 @@ TEST(Encodings, LineEnds) {
          "6 9:1 'doc.xml : parse error (x) at line 9, col 1'"},
         {utf16le(u"\uFEFF" + document + u"xy"),
          "6 8:0 'doc.xml : parse error (x) at line 8, col 0'"},
-    };
-    expect_texts(cases);
+    });
 }
 
 }  // namespace

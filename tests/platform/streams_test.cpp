@@ -2,7 +2,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -21,27 +20,19 @@ int first_byte(const std::unique_ptr<ByteStream>& stream) {
     return stream == nullptr ? -errno : stream->get();
 }
 
-struct Opened {
-    const char* name;
-    int any;
-    int regular;
-};
-
-void expect_opened(const Opened& expected) {
-    const auto& [name, any, regular] = expected;
+// With any file, and with a regular one alone.
+void expect_opened(const char* name, int any, int regular) {
     EXPECT_EQ(first_byte(ByteStream::open(name)), any) << name;
     EXPECT_EQ(first_byte(ByteStream::openRegular(name)), regular) << name;
 }
 
 TEST(Streams, WhatCanBeOpened) {
     qvox_test::write_file("file", "x");
-    for (const Opened& expected : {Opened{"file", 'x', 'x'},
-                                   {os::NULL_DEVICE, ByteStream::END, -EINVAL},
-                                   {".", -EISDIR, -EISDIR},
-                                   {"nothing", -ENOENT, -ENOENT},
-                                   {"", -ENOENT, -ENOENT},
-                                   {nullptr, -ENOENT, -ENOENT}}) {
-        expect_opened(expected);
+    expect_opened("file", 'x', 'x');
+    expect_opened(os::NULL_DEVICE, ByteStream::END, -EINVAL);
+    expect_opened(".", -EISDIR, -EISDIR);
+    for (const char* const none : {"nothing", "", static_cast<const char*>(nullptr)}) {
+        expect_opened(none, -ENOENT, -ENOENT);
     }
 }
 
@@ -59,14 +50,12 @@ TEST(Streams, PipesAndLinks) {
     if (!os::HAS_PIPES) GTEST_SKIP() << "no pipes with names";
     qvox_test::write_file("linked", "x");
     std::filesystem::create_symlink("linked", "link");
-    expect_opened({"link", 'x', 'x'});
+    expect_opened("link", 'x', 'x');
     ASSERT_TRUE(os::make_pipe("pipe"));
     EXPECT_EQ(first_byte(ByteStream::openRegular("pipe")), -EINVAL);  // nobody will ever write
     std::FILE* const pipe = std::fopen("pipe", "r+b");                // waits for no other end
     std::fputc('p', pipe);
-    std::fflush(pipe);
     const auto stream = ByteStream::open("pipe");
-    EXPECT_EQ(first_byte(ByteStream::openRegular("pipe")), -EINVAL);
     std::fclose(pipe);
     EXPECT_EQ(first_byte(stream), 'p');
 }
@@ -74,18 +63,14 @@ TEST(Streams, PipesAndLinks) {
 TEST(Streams, FailedReadIsNoEndOfFile) {
     qvox_test::write_file("long", std::string(100000, 'x'));
     std::FILE* const unreadable = std::fopen("written", "wb");
-    for (const bool fails : {false, true}) {
-        const int descriptor = os::next_descriptor();
-        const auto stream = ByteStream::openRegular("long");
-        ASSERT_EQ(stream->get(), 'x');
-        std::optional<os::Diversion> diversion;
-        if (fails) diversion.emplace(descriptor, unreadable);
+    const int descriptor = os::next_descriptor();
+    const auto stream = ByteStream::openRegular("long");
+    ASSERT_EQ(stream->get(), 'x');
+    {
+        const os::Diversion diversion(descriptor, unreadable);
         while (stream->get() != ByteStream::END) continue;
-        EXPECT_EQ(stream->failed(), fails);
-        EXPECT_EQ(stream->position() < 100000, fails);
-        errno = 0;
-        EXPECT_EQ(stream->get(), ByteStream::END);
-        EXPECT_EQ(errno, fails ? EBADF : 0);
+        EXPECT_TRUE(stream->failed() && stream->position() < 100000);
+        EXPECT_EQ(first_byte(stream) + errno, ByteStream::END + EBADF);
     }
     std::fclose(unreadable);
 }

@@ -1,10 +1,10 @@
 // Codes, names and texts of the exceptions.
 #include <cerrno>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
 #include "support/recorder.h"
+#include "support/tables.h"
 
 namespace qvox_test {
 namespace {
@@ -19,17 +19,17 @@ struct Place : qvox::Locator {
     const qvox::Xstring systemId = "a.xml";
 };
 
-// For each code from 0 on, with its name.
+// What there is for each code from 0 on.
 template <typename Class, typename... Arguments>
 void expect_names(const std::string& type, int ownCode, const char* names, Arguments... arguments) {
-    std::istringstream stream(names);
-    std::string name;
-    for (int code = 0; stream >> name; ++code) {
+    int code = 0;
+    for (const std::string& name : parts_of(names, " ")) {
         const Class exception(static_cast<typename Class::Code>(code), "m", arguments...);
         EXPECT_EQ(quoted(exception.toString()), "'<" + type + "::" + name + ">'");
         EXPECT_EQ(exception.getCode(), code);
         EXPECT_EQ(static_cast<const QVOXException&>(exception).getCode(),
                   ownCode == 0 ? code : ownCode);
+        ++code;
     }
 }
 

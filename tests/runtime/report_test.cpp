@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <qvox/qvox.h>
 
 #include "support/recorder.h"
+#include "support/tables.h"
 
 namespace qvox_test {
 namespace {
@@ -40,48 +42,35 @@ TEST(Report, OutputIsChosen) {
 
 // Each line whole, and none on a stream that was closed.
 TEST(Report, OutputChangesBesideParses) {
-    constexpr int THREADS = 4;
-    constexpr int ROUNDS = 200;
+    const std::string name(1000, 'n');
+    const std::string line = "QVOX error : file (" + name + ") cannot open\n";
+    const auto file_of = [](int i) { return "lines" + std::to_string(i) + ".txt"; };
     std::vector<std::thread> threads;
-    std::FILE* const first = std::fopen("lines0.txt", "w");
-    qvox::setReportOutput(first);
-    for (int i = 0; i < THREADS; ++i) {
-        threads.emplace_back([name = std::string(1000, static_cast<char>('a' + i))] {
-            for (int round = 0; round < ROUNDS; ++round) EXPECT_EQ(code_of(name), 1);
+    qvox::setReportOutput(std::fopen(file_of(0).c_str(), "w"));
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&name] {
+            for (int round = 0; round < 200; ++round) EXPECT_EQ(code_of(name), 1);
         });
     }
     for (int i = 1; i < 20; ++i) {
-        const std::string name = "lines" + std::to_string(i) + ".txt";
-        std::fclose(qvox::setReportOutput(std::fopen(name.c_str(), "w")));
+        std::fclose(qvox::setReportOutput(std::fopen(file_of(i).c_str(), "w")));
     }
     for (std::thread& thread : threads) thread.join();
     std::fclose(qvox::setReportOutput(stdout));
-    int lines = 0;
-    for (int i = 0; i < 20; ++i) {
-        const std::string all = read_file("lines" + std::to_string(i) + ".txt");
-        for (std::size_t at = 0; at < all.size(); ++lines) {
-            const std::size_t end = all.find('\n', at);
-            const std::string name(1000, all[at + 19]);
-            EXPECT_EQ(all.substr(at, end - at), "QVOX error : file (" + name + ") cannot open");
-            at = end + 1;
-        }
-    }
-    EXPECT_EQ(lines, THREADS * ROUNDS);
+    std::string all;
+    for (int i = 0; i < 20; ++i) all += read_file(file_of(i));
+    EXPECT_EQ(all, times(800, line));
 }
 
 TEST(Report, PlacesOfErrors) {
-    const struct {
-        const char* bytes;
-        int line;
-        int column;
-    } cases[] = {{"<a>\n <\xE4\xBA\x9C></b>\n</a>", 3, 9}, {"<a/>", 0, 0}, {"<a", 1, 1}};
-    for (const auto& test : cases) {
-        write_file("place.xml", test.bytes);
+    for (const auto& [bytes, line, column] :
+         {std::tuple("<a>\n <亜></b>\n</a>", 3, 9), {"<a/>", 0, 0}, {"<a", 1, 1}}) {
+        write_file("place.xml", bytes);
         output_of([] { code_of("place.xml"); });
         output_of([] { std::thread([] { code_of("absent.xml"); }).join(); });
         const qvox::ErrorPlace place = qvox::takeErrorPlace();
-        EXPECT_EQ(place.line, test.line) << test.bytes;
-        EXPECT_EQ(place.column, test.column) << test.bytes;
+        EXPECT_EQ(place.line, line) << bytes;
+        EXPECT_EQ(place.column, column) << bytes;
         EXPECT_EQ(qvox::takeErrorPlace().line, 0);
     }
 }

@@ -1,6 +1,7 @@
 // What tests ask of the system beyond the standard library, for all systems.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -13,11 +14,9 @@
 #ifdef _WIN32
 #define WIN32_LEAN_AND_MEAN  // without macros that take common words
 #include <io.h>
-#include <malloc.h>
 #include <windows.h>
 #else
 #include <csignal>
-#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -30,9 +29,8 @@ namespace qvox_test::os {
 
 #ifdef _WIN32
 
-constexpr bool HAS_WIDE_NAMES = true;   // files
-constexpr bool HAS_PIPES = false;       // with the names of files
-constexpr bool HAS_SIZE_LIMIT = false;  // of the files that a process writes
+constexpr bool HAS_WIDE_NAMES = true;  // files
+constexpr bool HAS_PIPES = false;      // with the names of files
 constexpr const char* NULL_DEVICE = "NUL";
 constexpr const char* FULL_DEVICE = nullptr;  // takes nothing
 
@@ -44,24 +42,6 @@ inline bool make_pipe(const char*) { return false; }
 // Not in the root of the disk, where std::tmpfile() would make it.
 inline std::FILE* temporary_file() { return std::fopen(_tempnam(nullptr, "qvox"), "w+bTD"); }
 
-inline std::ptrdiff_t open_descriptors() {
-    std::ptrdiff_t count = 0;
-    for (int descriptor = 0; descriptor < 2048; ++descriptor) {
-        if (_get_osfhandle(descriptor) != -1) ++count;
-    }
-    return count;
-}
-
-inline std::size_t memory_in_use() {
-    const auto heap = reinterpret_cast<HANDLE>(_get_heap_handle());
-    std::size_t bytes = 0;
-    PROCESS_HEAP_ENTRY entry = {};
-    while (HeapWalk(heap, &entry) != 0) {
-        if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) bytes += entry.cbData;
-    }
-    return bytes;
-}
-
 class OpenFilesLimit {
 public:
     explicit OpenFilesLimit(unsigned files) { _setmaxstdio(static_cast<int>(files)); }
@@ -71,10 +51,6 @@ public:
 
 private:
     const int before = _getmaxstdio();
-};
-
-struct FileSizeLimit {
-    explicit FileSizeLimit(unsigned) {}
 };
 
 // Wine starts the shell of the system below, but tells nothing of its end: that is left to a file.
@@ -99,7 +75,6 @@ inline int run_shell(const std::filesystem::path& folder, const std::string& com
 
 constexpr bool HAS_WIDE_NAMES = false;
 constexpr bool HAS_PIPES = true;
-constexpr bool HAS_SIZE_LIMIT = true;
 constexpr const char* NULL_DEVICE = "/dev/null";
 constexpr const char* FULL_DEVICE = "/dev/full";
 
@@ -113,51 +88,26 @@ inline bool make_pipe(const char* name) {
 }
 inline std::FILE* temporary_file() { return std::tmpfile(); }
 
-inline std::ptrdiff_t open_descriptors() {
-    return std::distance(std::filesystem::directory_iterator("/dev/fd"),
-                         std::filesystem::directory_iterator());
-}
-
-inline std::size_t memory_in_use() { return mallinfo2().uordblks + mallinfo2().hblkhd; }
-
 // Runs a command in a folder and gives its exit status, or -1.
 inline int run_shell(const std::filesystem::path& folder, const std::string& command) {
     const int status = std::system(("cd '" + folder.string() + "' && " + command).c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-// A limit of the process for as long as the object lives.
-class Limit {
+// Of the process, for as long as the object lives.
+class OpenFilesLimit {
 public:
-    Limit(int kind, unsigned most) : resource(kind) {
-        getrlimit(resource, &before);
-        const rlimit limit = {before.rlim_max < most ? before.rlim_max : most, before.rlim_max};
-        setrlimit(resource, &limit);
+    explicit OpenFilesLimit(rlim_t files) {
+        getrlimit(RLIMIT_NOFILE, &before);
+        const rlimit limit = {std::min(before.rlim_max, files), before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &limit);
     }
-    Limit(const Limit&) = delete;
-    Limit& operator=(const Limit&) = delete;
-    ~Limit() { setrlimit(resource, &before); }
+    OpenFilesLimit(const OpenFilesLimit&) = delete;
+    OpenFilesLimit& operator=(const OpenFilesLimit&) = delete;
+    ~OpenFilesLimit() { setrlimit(RLIMIT_NOFILE, &before); }
 
 private:
-    const int resource;
     rlimit before = {};
-};
-
-struct OpenFilesLimit : Limit {
-    explicit OpenFilesLimit(unsigned files) : Limit(RLIMIT_NOFILE, files) {}
-};
-
-// What goes beyond it fails, as on a disk that is full.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(unsigned bytes) : limit(RLIMIT_FSIZE, bytes) {}
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit() { std::signal(SIGXFSZ, handler); }
-
-private:
-    void (*const handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
-    const Limit limit;
 };
 
 #endif

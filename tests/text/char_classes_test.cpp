@@ -35,33 +35,30 @@ TEST(CharClasses, NameCharactersAreThoseOfXml10) {
 }
 
 TEST(CharClasses, Ascii) {
-    const std::u16string spaces = u"\t\n\r ";
-    const std::u16string names =
-        u"-.0123456789:ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz";
-    for (int c = -1; c < 0x10000; ++c) {
-        const auto unit = static_cast<char16_t>(c);
-        const bool isSpace = c >= 0 && spaces.find(unit) != std::u16string::npos;
+    const std::string spaces = "\t\n\r ";
+    const std::string names = "-.0123456789:ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz";
+    for (int c = 0; c < 0x80; ++c) {
+        const std::size_t at = names.find(static_cast<char>(c));
+        const bool isName = at != std::string::npos;
+        const bool isSpace = spaces.find(static_cast<char>(c)) != std::string::npos;
         EXPECT_EQ(is_space(c), isSpace) << c;
-        if (c >= 0x80) continue;
-        const bool isName = c >= 0 && names.find(unit) != std::u16string::npos;
-        EXPECT_EQ(is_name_start(c), isName && names.find(unit) >= 12) << c;
+        EXPECT_EQ(is_name_start(c), isName && at >= 12) << c;
         EXPECT_EQ(is_name_char(c), isName) << c;
-        if (c < 0) continue;
         EXPECT_EQ(charClassTable[c], isSpace              ? CLASS_SPACE
                                      : isName             ? CLASS_NAME
                                      : c < 32 || c == 127 ? CLASS_NONE
                                                           : CLASS_SYMBOL);
     }
+    EXPECT_FALSE(is_space(-1) || is_name_start(-1) || is_name_char(-1));
+    expect_set(is_space, 0, 4, 9 + 10 + 13 + 32);
 }
 
 TEST(CharClasses, Names) {
-    for (const char16_t* const name : {u"", u"a", u":", u"a:b:c", u"_-.9", u"日本語", u"データー",
-                                       u"佐々木", u"〇", u"a\u00B7", u"a\u0660", u"e\u0301"}) {
+    for (const char16_t* const name : {u"", u"a:b:c", u"_-.9", u"データー", u"〇\u00B7e\u0301"}) {
         EXPECT_TRUE(isName(reinterpret_cast<const Unit*>(name))) << testing::PrintToString(name);
     }
-    for (const char16_t* const text :
-         {u"々", u"ー", u"\u00B7", u"\u0300", u"9a", u"-a", u".a", u"a b", u" a", u"a ", u"a/",
-          u"a\u3000b", u"Ａ", u"aＡ", u"ｱ", u"a\uFFFE", u"𠮷", u"a𠮷", u"漢\x7F"}) {
+    for (const char16_t* const text : {u"々", u"\u0300", u"9a", u"a b", u" a", u"a/", u"a\u3000b",
+                                       u"aＡ", u"a\uFFFE", u"𠮷", u"漢\x7F"}) {
         EXPECT_FALSE(isName(reinterpret_cast<const Unit*>(text))) << testing::PrintToString(text);
     }
 }

@@ -4,6 +4,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -26,11 +27,7 @@ const auto* const nullWide = static_cast<const unsigned short*>(nullptr);
 TEST(Xstring, States) {
     const Xstring bulk(units, 8);
     const Xstring copyOfBulk(bulk);
-    const struct {
-        Xstring text;
-        const char* shown;
-        int length;
-    } cases[] = {
+    const std::tuple<Xstring, const char*, int> cases[] = {
         {Xstring(), "-", 0},
         {Xstring(nullNarrow), "-", 0},
         {Xstring(static_cast<const unsigned char*>(nullptr)), "-", 0},
@@ -56,16 +53,12 @@ TEST(Xstring, States) {
          "\uFFFD'",
          19},
     };
-    for (const auto& test : cases) {
-        EXPECT_EQ(quoted(test.text), test.shown);
-        EXPECT_EQ(test.text.length(), test.length);
-        EXPECT_EQ(test.text.data()[test.length], 0);
-        EXPECT_EQ(test.text.c_str(), test.text.data());
-        EXPECT_FALSE(test.text.isBulk());
+    for (const auto& [text, shown, length] : cases) {
+        EXPECT_EQ(quoted(text), shown);
+        EXPECT_EQ(text.length(), length);
+        EXPECT_TRUE(text.data()[length] == 0 && text.c_str() == text.data() && !text.isBulk());
     }
-    EXPECT_TRUE(bulk.isBulk() && !bulk.isNull());
-    EXPECT_EQ(bulk.length(), 8);
-    EXPECT_EQ(bulk.data(), units);
+    EXPECT_TRUE(bulk.isBulk() && !bulk.isNull() && bulk.length() == 8 && bulk.data() == units);
     EXPECT_TRUE(Xstring(units, -1).isBulk() && Xstring(units, -1).length() == 0);
 
     Xstring itself(units + 7, 1);
@@ -111,35 +104,33 @@ TEST(Xstring, AssignAndAppend) {
     const Xstring empty("");
     const Xstring x("x");
     const Xstring bulk(units + 3, 3);
-    const struct {
-        std::function<void(Xstring&)> change;
-        const char* ofNull;
-        const char* ofText;  // "t"
-        const char* ofBulk;  // "c"
-    } cases[] = {
-        {[&](Xstring& s) { s = null; }, "-", "''", "''"},
-        {[&](Xstring& s) { s = empty; }, "''", "''", "''"},
-        {[&](Xstring& s) { s = x; }, "'x'", "'x'", "'x'"},
-        {[&](Xstring& s) { s = bulk; }, "'b\\rc'", "'b\\rc'", "'b\\rc'"},
-        {[&](Xstring& s) { s = units; }, "'a\\r\\nb\\rc'", "'a\\r\\nb\\rc'", "'a\\r\\nb\\rc'"},
-        {[&](Xstring& s) { s = "a\r\n\xB1"; }, "'a\\nｱ'", "'a\\nｱ'", "'a\\nｱ'"},
-        {[&](Xstring& s) { s += null; }, "-", "'t'", "'c'"},
-        {[&](Xstring& s) { s += nullNarrow; }, "-", "'t'", "'c'"},
-        {[&](Xstring& s) { s += nullWide; }, "-", "'t'", "'c'"},
-        {[&](Xstring& s) { s += static_cast<unsigned short>(0); }, "-", "'t'", "'c'"},
-        {[&](Xstring& s) { s += ""; }, "''", "'t'", "'c'"},
-        {[&](Xstring& s) { s += empty; }, "''", "'t'", "'c'"},
-        {[&](Xstring& s) { s += x; }, "'x'", "'tx'", "'cx'"},
-        {[&](Xstring& s) { s += u'\u3042'; }, "'あ'", "'tあ'", "'cあ'"},
-        {[&](Xstring& s) { s += units + 1; }, "'\\r\\nb\\rc'", "'t\\r\\nb\\rc'", "'c\\r\\nb\\rc'"},
-        {[&](Xstring& s) { s += "\x82\xA0\r\n"; }, "'あ\\n'", "'tあ\\n'", "'cあ\\n'"},
-        {[&](Xstring& s) { s = u"a\r"; }, "'a\\r'", "'a\\r'", "'a\\r'"},
-        {[&](Xstring& s) { s += u"a\r\0b"sv; }, "'a\\r'", "'ta\\r'", "'ca\\r'"},
-        {[&](Xstring& s) { s = Xstring(); }, "-", "''", "''"},
-        {[&](Xstring& s) { s = (s += u"xyz").data() + 1; }, "'yz'", "'xyz'", "'xyz'"},
-        {[&](Xstring& s) { s += s; }, "-", "'tt'", "'cc'"},
-        {[&](Xstring& s) { s += s.data(); }, "''", "'tt'", "'cc'"},
-    };
+    // A change, and what it makes of a null text, of "t" and of a bulk "c".
+    const std::tuple<std::function<void(Xstring&)>, const char*, const char*, const char*> cases[] =
+        {
+            {[&](Xstring& s) { s = null; }, "-", "''", "''"},
+            {[&](Xstring& s) { s = empty; }, "''", "''", "''"},
+            {[&](Xstring& s) { s = x; }, "'x'", "'x'", "'x'"},
+            {[&](Xstring& s) { s = bulk; }, "'b\\rc'", "'b\\rc'", "'b\\rc'"},
+            {[&](Xstring& s) { s = units; }, "'a\\r\\nb\\rc'", "'a\\r\\nb\\rc'", "'a\\r\\nb\\rc'"},
+            {[&](Xstring& s) { s = "a\r\n\xB1"; }, "'a\\nｱ'", "'a\\nｱ'", "'a\\nｱ'"},
+            {[&](Xstring& s) { s += null; }, "-", "'t'", "'c'"},
+            {[&](Xstring& s) { s += nullNarrow; }, "-", "'t'", "'c'"},
+            {[&](Xstring& s) { s += nullWide; }, "-", "'t'", "'c'"},
+            {[&](Xstring& s) { s += static_cast<unsigned short>(0); }, "-", "'t'", "'c'"},
+            {[&](Xstring& s) { s += ""; }, "''", "'t'", "'c'"},
+            {[&](Xstring& s) { s += empty; }, "''", "'t'", "'c'"},
+            {[&](Xstring& s) { s += x; }, "'x'", "'tx'", "'cx'"},
+            {[&](Xstring& s) { s += u'\u3042'; }, "'あ'", "'tあ'", "'cあ'"},
+            {[&](Xstring& s) { s += units + 1; }, "'\\r\\nb\\rc'", "'t\\r\\nb\\rc'",
+             "'c\\r\\nb\\rc'"},
+            {[&](Xstring& s) { s += "\x82\xA0\r\n"; }, "'あ\\n'", "'tあ\\n'", "'cあ\\n'"},
+            {[&](Xstring& s) { s = u"a\r"; }, "'a\\r'", "'a\\r'", "'a\\r'"},
+            {[&](Xstring& s) { s += u"a\r\0b"sv; }, "'a\\r'", "'ta\\r'", "'ca\\r'"},
+            {[&](Xstring& s) { s = Xstring(); }, "-", "''", "''"},
+            {[&](Xstring& s) { s = (s += u"xyz").data() + 1; }, "'yz'", "'xyz'", "'xyz'"},
+            {[&](Xstring& s) { s += s; }, "-", "'tt'", "'cc'"},
+            {[&](Xstring& s) { s += s.data(); }, "''", "'tt'", "'cc'"},
+        };
     for (const auto& [change, ofNull, ofText, ofBulk] : cases) {
         const auto result = [&change = change](Xstring text) {
             change(text);
@@ -196,27 +187,28 @@ TEST(Xstring, Conversions) {
 }
 
 TEST(Xstring, Parts) {
-    const int most = 2147483647;
-    const struct {
-        int start;
-        int count;
-        const char* part;
-    } cases[] = {{0, 4, "'abcd'"},     {1, 2, "'bc'"},     {-2, 3, "'a'"},     {2, 100, "'cd'"},
-                 {9, 1, "''"},         {1, -1, "''"},      {1, most, "'bcd'"}, {-1, 5, "'abcd'"},
-                 {-1, most, "'abcd'"}, {most, most, "''"}, {-most, most, "''"}};
     const unsigned short abcd[] = {'a', 'b', 'c', 'd', 0};
-    for (const auto& test : cases) {
-        EXPECT_EQ(quoted(Xstring("abcd").substr(test.start, test.count)), test.part);
-        EXPECT_EQ(quoted(Xstring(abcd, 4).substr(test.start, test.count)), test.part);
-        EXPECT_EQ(quoted(Xstring().substr(test.start, test.count)), "''");
+    const int most = 2147483647;
+    for (const auto& [start, count, part] : {std::tuple(0, 4, "'abcd'"),
+                                             {1, 2, "'bc'"},
+                                             {-2, 3, "'a'"},
+                                             {2, 100, "'cd'"},
+                                             {9, 1, "''"},
+                                             {1, -1, "''"},
+                                             {1, most, "'bcd'"},
+                                             {-1, 5, "'abcd'"},
+                                             {-1, most, "'abcd'"},
+                                             {most, most, "''"},
+                                             {-most, most, "''"}}) {
+        EXPECT_EQ(quoted(Xstring("abcd").substr(start, count)), part);
+        EXPECT_EQ(quoted(Xstring(abcd, 4).substr(start, count)), part);
+        EXPECT_EQ(quoted(Xstring().substr(start, count)), "''");
     }
     EXPECT_EQ(Xstring("xz\x82\xA0xy").find("\x82\xA0x"), 2u);
     EXPECT_EQ(Xstring("xxy").find("xy"), 1u);
     EXPECT_EQ(Xstring("x").find("") + Xstring().find("") + Xstring("a").find(nullNarrow), 0u);
-    EXPECT_EQ(Xstring().find("a"), -1U);
-    EXPECT_EQ(Xstring(abcd, 3).find("cd"), -1U);
-    EXPECT_EQ(Xstring(abcd, 3).find("bc"), 1u);
-    EXPECT_EQ(Xstring(abcd).find(u"cd"), 2u);
+    EXPECT_TRUE(Xstring().find("a") == -1U && Xstring(abcd, 3).find("cd") == -1U);
+    EXPECT_TRUE(Xstring(abcd, 3).find("bc") == 1u && Xstring(abcd).find(u"cd") == 2u);
 }
 
 TEST(Xstring, Comparison) {

@@ -32,29 +32,4 @@ TEST(Escape, Units) {
     }
 }
 
-TEST(Escape, BytesOfFileNames) {
-    const char* const cases[][2] = {
-        {"注文\\é\"𠮷.xml", "注文\\é\"𠮷.xml"},
-        {"a\nb\x7F\xE2\x80\xAE", "a\\nb\\u{7f}\\u{202e}"},
-        {"\x92\x8D\x95\xB6.xml", "\\x92\\x8d\\x95\\xb6.xml"},     // Shift_JIS
-        {"\xE6\xB3", "\\xe6\\xb3"},                               // cut off
-        {"\xE6\xB3z", "\\xe6\\xb3z"},                             // broken off
-        {"\xC0\xAF \xE0\x80\xAF", "\\xc0\\xaf \\xe0\\x80\\xaf"},  // longer than need be
-        {"\xED\xA0\x80 \xF4\x90\x80\x80", "\\xed\\xa0\\x80 \\xf4\\x90\\x80\\x80"},  // no characters
-    };
-    for (const auto& [bytes, escaped] : cases) {
-        std::string out;
-        escape_file_name(out, bytes, Style::PLAIN);
-        EXPECT_EQ(out, escaped);
-    }
-}
-
-TEST(Escape, NullEmptyAndTextDiffer) {
-    std::string out;
-    for (const qvox::Xstring& text : {qvox::Xstring(), qvox::Xstring(""), qvox::Xstring("null")}) {
-        quote(out, text);
-    }
-    EXPECT_EQ(out, "null\"\"\"null\"");
-}
-
 }  // namespace

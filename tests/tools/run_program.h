@@ -72,6 +72,16 @@ protected:
         }
     }
 
+    // Rows of a shell script, its status, what it writes, and its errors.
+    void expect_results(const char* table) const {
+        for (qvox_test::Row row : qvox_test::rows_of(table)) {
+            row.resize(4);
+            EXPECT_EQ(shell(row[0]),
+                      (Result{std::stoi(row[1]), unescaped(row[2]), unescaped(row[3])}))
+                << row[0];
+        }
+    }
+
     static std::string unescaped(const std::string& escaped) {
         const std::string text = qvox_test::unescaped(escaped);
         std::string out;

@@ -81,6 +81,40 @@ a('x' 'y' b c d) => <a>xy<b/><c/>\n\s <d/>\n</a>\n
     EXPECT_EQ(on_standard_output(Parsed(u"<a>\u3042\u00E9</a>").document), "\n<a>\x82\xA0?</a>\n");
 }
 
+// An attribute map takes every node that has a name.
+TEST(NodeWriter, NodesAmongTheAttributes) {
+    // Items, and what is written of <a x="1"><c/></a> with them, in memory and indented.
+    for (const Row& row : rows_of(R"(
+'t<' => x="1"t&lt;><c/></a> => x="1"t&lt;>\n\s \s <c/></a>
+='t<' !'-' => x="1"<![CDATA[t<]]><!----->><c/></a>
+  => x="1"\n<![CDATA[t<]]>\n<!----->>\n\s <c/>\n</a>
+?p'd' &e => x="1"<?p d?>&e;><c/></a> => x="1"\n<?p d?>&e;>\n\s \s <c/></a>
+b[y='2']('z' d) e => x="1"<b y="2">z<d/></b><e/>><c/></a>
+  => x="1"\n<b y="2">z<d/>\n</b>\n<e/>>\n\s <c/>\n</a>
+#(!'u' d) %t => x="1"<!--u--><d/><!DOCTYPE t []>><c/></a>
+  => x="1"\n<!--u-->\n<d/>\n<!DOCTYPE t [\n]>>\n\s <c/>\n</a>
+)")) {
+        Tree tree("a[x='1'](c)");
+        const qvox::Node* const items = tree.drop(tree.make(("a(" + row[0] + ")").c_str()));
+        while (qvox::Node* const item = items->getFirstChild()) {
+            tree["a"]->getAttributes()->setNamedItem(item);
+        }
+        EXPECT_EQ(in_memory(tree.document), "<a " + row[1]);
+        EXPECT_EQ(on_standard_output(tree.document), "\n<a " + unescaped(row.at(2)) + "\n");
+    }
+    const Parsed parsed(
+        u"<!DOCTYPE a [<!ENTITY e SYSTEM 's'><!NOTATION n PUBLIC 'p'>]><a x='1'><b y='2'/></a>");
+    const qvox::DocumentType* const type = parsed.document->getDoctype();
+    qvox::Element* const a = parsed.document->getDocumentElement();
+    a->getAttributes()->setNamedItem(type->getEntities()->item(0));
+    a->setAttribute("z", "3");
+    a->getFirstChild()->getAttributes()->setNamedItem(type->getNotations()->item(0));
+    EXPECT_EQ(in_memory(parsed.document),
+              "<!DOCTYPE a [<!ENTITY e SYSTEM \"s\"><!NOTATION n PUBLIC \"p\">]>"
+              "<a x=\"1\"<!ENTITY e SYSTEM \"s\"> z=\"3\"><b y=\"2\"<!NOTATION n PUBLIC "
+              "\"p\">/></a>");
+}
+
 // Long texts are looked at a stretch at a time.
 TEST(NodeWriter, ReplacementsWhereverTheyStand) {
     const std::string replaced[][2] = {{"<", "&lt;"},   {">", "&gt;"},    {"&", "&amp;"},
