@@ -2,7 +2,12 @@
 // character by character, then by pieces over windows, and what is told has to be the same: events,
 // arguments, reports, and the place at each event. Input: a byte of switches, then the document and
 // up to three external pieces, with separators between them (support/input.h); the document names
-// the pieces by their system identifiers (support/memory_files.h).
+// the pieces by their system identifiers (support/memory_files.h). The bytes of the document are
+// also converted, as a text in Shift_JIS and as units.
+#include <cstring>
+#include <string>
+#include <vector>
+
 #include <qvox/qvox.h>
 
 #include "input/reading.h"
@@ -15,6 +20,8 @@
 
 namespace qvox_fuzz {
 namespace {
+
+using qvox::Xstring;
 
 enum Switch : unsigned { NO_NAMESPACES = 1, NAMESPACE_PREFIXES = 2, IN_MEMORY = 4, TWICE = 8 };
 
@@ -47,7 +54,7 @@ void parse(const qvox::Reading& way, unsigned switches, EventLog& log) {
 }
 
 // The tree of a document in memory, or what is wrong with that.
-std::string tree(const qvox::Reading& way, const qvox::Xstring& text) {
+std::string tree(const qvox::Reading& way, const Xstring& text) {
     qvox::reading_of_thread() = way;
     qvox::DOMParser parser;
     try {
@@ -60,6 +67,26 @@ std::string tree(const qvox::Reading& way, const qvox::Xstring& text) {
     }
 }
 
+// In a buffer of exactly the size that the interface asks for.
+template <typename Result, typename Byte>
+std::string converted(const Xstring& text, Result* (Xstring::*convert)(Byte*) const) {
+    std::vector<char> bytes(2 * static_cast<std::size_t>(text.length()) + 1);
+    (text.*convert)(static_cast<Byte*>(static_cast<void*>(bytes.data())));
+    return bytes.data();
+}
+
+void check_conversions(const Xstring& text) {
+    const std::string sjis = converted(text, &Xstring::sjis_str);
+    require(converted(Xstring(sjis.c_str()), &Xstring::sjis_str) == sjis, "Shift_JIS comes back");
+    converted(text, &Xstring::os_str);
+    converted(text, &Xstring::euc_str);
+    converted(text, &Xstring::jis_str);
+    converted(text, &Xstring::ascii_str);
+    std::vector<unsigned short> units(static_cast<std::size_t>(text.length()) + 1);
+    text.unicode_str(units.data());
+    require(units.back() == 0, "a NUL stands behind the units");
+}
+
 }  // namespace
 
 void run(Input input) {
@@ -70,6 +97,10 @@ void run(Input input) {
         if (file == 0) document = piece;
         set_memory_file(file, piece);
     }
+    std::vector<unsigned short> units(document.size() / 2 + 1);
+    std::memcpy(units.data(), document.data(), document.size() / 2 * 2);
+    check_conversions(document.c_str());
+    check_conversions(units.data());
     const int handle = next_handle();
     PlacedLog exact;
     parse(EXACT, switches, exact);
@@ -80,7 +111,7 @@ void run(Input input) {
     }
     require(next_handle() == handle, "a parse closes its files");
     if ((switches & IN_MEMORY) == 0) return;
-    const qvox::Xstring text = qvox::Xstring::fromUtf8(document);
+    const Xstring text = Xstring::fromUtf8(document);
     const std::string asIs = tree(EXACT, text);
     for (const qvox::Reading& way : WAYS) {
         require(asIs == tree(way, text), "a document in memory gives the same tree");

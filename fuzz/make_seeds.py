@@ -83,7 +83,6 @@ def main():
         seeds += [b"\x0f" + d for d in all_documents[3::7]]
         seeds += [b"\0" + SEPARATOR.join(pieces) for pieces in WITH_FILES]
         write(target / folder, seeds)
-    write(target / "text", [bytes([kind]) + d[:256] for d in all_documents[::3] for kind in range(3)])
     dice = random.Random(1)
     write(target / "calls", [dice.randbytes(size) for size in (16, 64, 256, 1024) for _ in range(50)])
 

@@ -31,12 +31,6 @@ public:
         return all.substr(0, size);
     }
 
-    std::string rest() {
-        const std::string all(at, end);
-        at = end;
-        return all;
-    }
-
 private:
     const std::uint8_t* at;
     const std::uint8_t* end;

@@ -174,21 +174,6 @@ TEST(Collection, ResultLists) {
     EXPECT_EQ(tree.text(), "/(a(b(c b) c b))");
 }
 
-// The list outlives the node that was searched, and isn't taken for that of the next node there.
-TEST(Collection, ResultListOfAFreedNode) {
-    Tree tree("a(b(c))");
-    NodeList* const list = tree.element("b")->getElementsByTagName("c");
-    tree.parser.freeNode(tree["a"]->removeChild(tree["b"]));
-    for (int i = 0; i < 100; ++i) {
-        Node* const next = tree["a"]->appendChild(tree.make("b(d)"));
-        NodeList* const other = static_cast<Element*>(next)->getElementsByTagName("d");
-        EXPECT_EQ(items_text(*other), "d");
-        EXPECT_NE(other, list);
-    }
-    EXPECT_LE(list->getLength(), 1);
-    tree.parser.free(list);
-}
-
 // By name in both forms; what is replaced moves to the end, and so does the same again.
 TEST(Collection, MapChanges) {
     expect_each("a[x='1' {u}p:y='2' z='3'](b[w='4'])", R"(
