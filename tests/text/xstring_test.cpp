@@ -221,6 +221,7 @@ TEST(Xstring, Comparison) {
     EXPECT_TRUE(Xstring("ab") != u"a" && Xstring("ab") != u"a"sv && null != u"" && null == u""sv);
     for (const char* other : {"a", "abc", "", "aB", "b"}) EXPECT_TRUE(Xstring("ab") != other);
     EXPECT_TRUE(Xstring("\xB1") != "\xB1" && Xstring("\xB1") == Xstring("\xB1"));
+    EXPECT_TRUE(Xstring("O") != "\xB1");  // which is -'O' as a signed byte
     EXPECT_TRUE(Xstring("ab") != Xstring("a"));
 }
 
