@@ -2,6 +2,7 @@
 // second run. Work is counted in allocated bytes and in bytes of reports, not by the clock: it
 // doubles with the document, or the document is refused for what it would make.
 #include <functional>
+#include <regex>
 #include <string>
 
 #include <gtest/gtest.h>

@@ -1,17 +1,19 @@
 // Every refusal of a document: code, message and place.
+#include <algorithm>
+
 #include "parser/tables.h"
 #include "support/encode.h"
 
 namespace qvox_test {
 namespace {
 
-const std::regex MARKS("[@^~]");
+constexpr const char* MARKS = "[@^~]";
 constexpr const char* TWO_BLANKS = "(  |\n) *";
 
 // Line and column as the scanner has them with the character behind the mark in hand. The marks
 // themselves don't count. On the first line the column stands at 1 in front of the first character.
 std::pair<int, int> place_of(const std::string& marked, char mark) {
-    const std::string before = std::regex_replace(marked.substr(0, marked.find(mark)), MARKS, "");
+    const std::string before = replaced(marked.substr(0, marked.find(mark)), MARKS, "");
     const auto line = static_cast<int>(std::count(before.begin(), before.end(), '\n')) + 1;
     const auto characters = static_cast<int>(before.size() - (before.rfind('\n') + 1));
     return {line, characters + (line == 1 ? 2 : 1)};
@@ -29,16 +31,15 @@ std::string error_event(const std::string& code, int line, int column, const std
 // The error that ends a document, without its marks, as the ErrorHandler hears it. The exception
 // and standard output, where a line feed is CR LF, have the same.
 std::string error_of(const std::string& marked) {
-    const std::string document = std::regex_replace(marked, MARKS, "");
+    const std::string document = replaced(marked, MARKS, "");
     const Outcome outcome = parse_bytes(document);
     const std::string event = behind("error ", joined(outcome.events));
     EXPECT_EQ(outcome.type, "-") << document;
-    EXPECT_EQ(std::regex_replace(event, std::regex(" \\d+:\\d+"), "",
-                                 std::regex_constants::format_first_only),
+    EXPECT_EQ(replaced(event, "^(\\d+) \\d+:\\d+", "$1"),
               std::to_string(outcome.code) + ' ' + quoted(outcome.message.c_str()));
     EXPECT_EQ(
         outcome.output,
-        "QVOX error : " + std::regex_replace(outcome.message, std::regex("\n"), "\r\n") + '\n');
+        "QVOX error : " + replaced(outcome.message, "\n", "\r\n") + '\n');
     return event;
 }
 
@@ -158,7 +159,7 @@ TEST(Errors, Tokens) {
         const std::string problem = behind(" ", in_front_of(":", cells[0]));
         for (std::size_t i = 1; i < cells.size(); ++i) {
             const std::string cell =
-                unescaped(std::regex_replace(cells[i], std::regex("^\\["), "<!DOCTYPE r [\\n"));
+                unescaped(replaced(cells[i], "^\\[", "<!DOCTYPE r [\\n"));
             const std::string marked = in_front_of(" (", cell);
             const auto [lastLine, last] = place_of(marked, '~');
             const std::string message =

@@ -35,7 +35,7 @@ inline std::string short_form(std::string text) {
         {"^startDocument\n(?!error)", ""},
         {"endDocument\n$", ""},
     };
-    for (const auto& form : forms) text = std::regex_replace(text, std::regex(form[0]), form[1]);
+    for (const auto& form : forms) text = replaced(text, form[0], form[1]);
     return joined(text);
 }
 

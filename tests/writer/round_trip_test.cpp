@@ -18,7 +18,7 @@ std::string described(const Parsed& parsed) {
         qvox::DOMParser().freeNode(parsed.document->removeChild(type));
     }
     parsed.document->normalize();
-    return std::regex_replace(tree_text(parsed.document), std::regex("'\\*"), "'") +
+    return replaced(tree_text(parsed.document), "'\\*", "'") +
            in_memory(parsed.document);
 }
 
