@@ -37,9 +37,7 @@ std::string error_of(const std::string& marked) {
     EXPECT_EQ(outcome.type, "-") << document;
     EXPECT_EQ(replaced(event, "^(\\d+) \\d+:\\d+", "$1"),
               std::to_string(outcome.code) + ' ' + quoted(outcome.message.c_str()));
-    EXPECT_EQ(
-        outcome.output,
-        "QVOX error : " + replaced(outcome.message, "\n", "\r\n") + '\n');
+    EXPECT_EQ(outcome.output, "QVOX error : " + replaced(outcome.message, "\n", "\r\n") + '\n');
     return event;
 }
 
@@ -158,8 +156,7 @@ TEST(Errors, Tokens) {
         const Row cells = parts_of(line, TWO_BLANKS);
         const std::string problem = behind(" ", in_front_of(":", cells[0]));
         for (std::size_t i = 1; i < cells.size(); ++i) {
-            const std::string cell =
-                unescaped(replaced(cells[i], "^\\[", "<!DOCTYPE r [\\n"));
+            const std::string cell = unescaped(replaced(cells[i], "^\\[", "<!DOCTYPE r [\\n"));
             const std::string marked = in_front_of(" (", cell);
             const auto [lastLine, last] = place_of(marked, '~');
             const std::string message =

@@ -10,7 +10,8 @@ namespace qvox_test {
 
 using Row = std::vector<std::string>;
 
-// With every match of a regular expression replaced; \1, the first group, is $1 in what comes there.
+// With every match of a regular expression replaced; \1, the first group, is $1 in what comes
+// there.
 std::string replaced(const std::string& text, const std::string& pattern, const std::string& by);
 
 // With \n, \r, \t and \s, a blank, as what they stand for.

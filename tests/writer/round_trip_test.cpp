@@ -1,11 +1,11 @@
 // What is written can be read again: the same tree comes of it.
 #include <filesystem>
-#include <regex>
 
 #include <gtest/gtest.h>
 
 #include "support/tree_text.h"
 #include "writer/written.h"
+#include "support/tables.h"
 
 namespace qvox_test {
 namespace {
