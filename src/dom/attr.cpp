@@ -2,6 +2,7 @@
 
 #include "dom/character_data.h"
 #include "dom/document.h"
+#include "dom/named_node_map.h"
 #include "dom/tree.h"
 
 namespace qvox {
@@ -36,7 +37,10 @@ AttrImpl::AttrImpl(const NodeName* attributeName, const LentText& text, bool spe
 }
 
 void AttrImpl::setPrefix(const Xstring& prefix) {
-    name = as_impl(getOwnerDocument()).getNames().withPrefix(*name, prefix);
+    const NodeName* const changed =
+        as_impl(getOwnerDocument()).getNames().withPrefix(*name, prefix);
+    change_name(this);
+    name = changed;
 }
 
 void AttrImpl::setNodeValue(const Xstring& nodeValue) {

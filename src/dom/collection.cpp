@@ -7,6 +7,14 @@ namespace {
 // So many are counted through faster than an index is asked.
 constexpr std::size_t FEW = 16;
 
+// What was made, unless another thread's is there by then.
+template <typename Index>
+Index* published(std::atomic<Index*>& place, std::unique_ptr<Index> made) {
+    Index* known = nullptr;
+    if (!place.compare_exchange_strong(known, made.get(), std::memory_order_acq_rel)) return known;
+    return made.release();
+}
+
 }  // namespace
 
 NodeCollection::NodeCollection(Node* collectionOwner, Node* firstNode)
@@ -25,19 +33,23 @@ Node* NodeCollection::at(std::size_t number) const {
 
 // Where two threads make one at a time, one is thrown away.
 NodeIndex& NodeCollection::madeIndex() const {
-    NodeIndex* known = numbers.load(std::memory_order_acquire);
-    if (known != nullptr) return *known;
-    auto made = std::make_unique<NodeIndex>();
-    if (!numbers.compare_exchange_strong(known, made.get(), std::memory_order_acq_rel)) {
-        return *known;
-    }
-    return *made.release();
+    NodeIndex* const known = numbers.load(std::memory_order_acquire);
+    return known != nullptr ? *known : *published(numbers, std::make_unique<NodeIndex>());
 }
+
+const NameIndex* NodeCollection::byNames() const {
+    if (count <= FEW_NAMES) return nullptr;
+    NameIndex* const known = names.load(std::memory_order_acquire);
+    return known != nullptr ? known : published(names, std::make_unique<NameIndex>(first));
+}
+
+void NodeCollection::forgetNames() { delete names.exchange(nullptr, std::memory_order_relaxed); }
 
 void NodeCollection::link(Node* node, Node* ref) {
     if (NodeIndex* const known = numbers.load(std::memory_order_relaxed)) {
         known->comes(node, ref, first);
     }
+    if (NameIndex* const known = names.load(std::memory_order_relaxed)) known->comes(node);
     first = NodeLinks::linked(first, node, ref);
     ++count;
 }
@@ -46,6 +58,7 @@ void NodeCollection::unlink(Node* node) {
     if (NodeIndex* const known = numbers.load(std::memory_order_relaxed)) {
         known->leaves(node, first);
     }
+    if (NameIndex* const known = names.load(std::memory_order_relaxed)) known->leaves(node);
     first = NodeLinks::unlinked(first, node);
     --count;
 }

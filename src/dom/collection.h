@@ -10,6 +10,7 @@
 
 #include <qvox/dom.h>
 
+#include "dom/name_index.h"
 #include "dom/node_index.h"
 #include "dom/node_links.h"
 
@@ -32,12 +33,22 @@ public:
     // Null where the number is out of range.
     Node* at(std::size_t number) const;
 
+    // By names, where there are more nodes than FEW_NAMES: so many are compared faster than an
+    // index of them is made. Else null. Made when it is first asked for.
+    static constexpr std::size_t FEW_NAMES = 64;
+    const NameIndex* byNames() const;
+    // A node changes its name: what is known by names is forgotten.
+    void forgetNames();
+
     // In front of `ref`, which is here, or at the end for null.
     void link(Node* node, Node* ref);
     void unlink(Node* node);
 
 protected:
-    ~NodeCollection() { delete numbers.load(std::memory_order_relaxed); }
+    ~NodeCollection() {
+        delete numbers.load(std::memory_order_relaxed);
+        forgetNames();
+    }
 
 private:
     NodeIndex& madeIndex() const;
@@ -45,7 +56,9 @@ private:
     Node* owner;
     Node* first = nullptr;
     std::size_t count = 0;
-    mutable std::atomic<NodeIndex*> numbers{nullptr};  // once a long one is asked for numbers
+    // Once a long one is asked for numbers, and for names.
+    mutable std::atomic<NodeIndex*> numbers{nullptr};
+    mutable std::atomic<NameIndex*> names{nullptr};
 };
 
 // Where a node has the nodes that it owns: their chain, and a collection once somebody asks for

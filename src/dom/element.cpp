@@ -37,7 +37,20 @@ NamedNodeMapImpl& ElementImpl::ownAttributeMap() {
 }
 
 void ElementImpl::setPrefix(const Xstring& prefix) {
-    name = as_impl(getOwnerDocument()).getNames().withPrefix(*name, prefix);
+    const NodeName* const changed =
+        as_impl(getOwnerDocument()).getNames().withPrefix(*name, prefix);
+    change_name(this);
+    name = changed;
+}
+
+// So many that a map finds them sooner than a search.
+bool ElementImpl::hasManyAttributes() const {
+    std::size_t count = 0;
+    const Node* node = firstAttribute();
+    for (; node != nullptr && count < NodeCollection::FEW_NAMES; node = NodeLinks::next(node)) {
+        ++count;
+    }
+    return node != nullptr;
 }
 
 const Xstring& ElementImpl::getAttribute(const Xstring& attributeName) const {
@@ -52,11 +65,14 @@ const Xstring& ElementImpl::getAttributeNS(const Xstring& namespaceURI,
 }
 
 Attr* ElementImpl::getAttributeNode(const Xstring& attributeName) const {
-    return as_attribute(find_named(firstAttribute(), attributeName));
+    return as_attribute(hasManyAttributes() ? attributeMap().getNamedItem(attributeName)
+                                            : find_named(firstAttribute(), attributeName));
 }
 
 Attr* ElementImpl::getAttributeNodeNS(const Xstring& namespaceURI, const Xstring& localName) const {
-    return as_attribute(find_named_ns(firstAttribute(), namespaceURI, localName));
+    return as_attribute(hasManyAttributes()
+                            ? attributeMap().getNamedItemNS(namespaceURI, localName)
+                            : find_named_ns(firstAttribute(), namespaceURI, localName));
 }
 
 bool ElementImpl::hasAttribute(const Xstring& attributeName) const {

@@ -58,6 +58,7 @@ public:
 
 private:
     // The map for reading: the shared empty one where there never were any.
+    bool hasManyAttributes() const;
     NamedNodeMapImpl& attributeMap() const;
     // The map for writing, made if there is none.
     NamedNodeMapImpl& ownAttributeMap();

@@ -1,6 +1,9 @@
 #include "dom/named_node_map.h"
 
+#include <optional>
+
 #include "dom/attr.h"
+#include "dom/element.h"
 #include "dom/tree.h"
 
 namespace qvox {
@@ -31,12 +34,34 @@ Node* find_named_ns(Node* first, const Xstring& namespaceURI, const Xstring& loc
     return node;
 }
 
+void change_name(Node* node) {
+    NodeCollection* map = nullptr;
+    switch (NodeLinks::standingOf(node)) {
+        case Standing::ATTRIBUTE:
+            map =
+                static_cast<ElementImpl*>(NodeLinks::holderOf(node))->attributeSlot().collection();
+            break;
+        case Standing::COLLECTED: map = NodeLinks::collectionOf(node); break;
+        default: break;
+    }
+    if (map != nullptr) map->forgetNames();
+}
+
+// A map of many has an index, which knows all but which of several is the first.
 Node* NamedNodeMapImpl::getNamedItem(const Xstring& name) const {
+    if (const NameIndex* const index = byNames()) {
+        if (const std::optional<Node*> found = index->find(name)) return *found;
+    }
     return find_named(front(), name);
 }
 
 Node* NamedNodeMapImpl::getNamedItemNS(const Xstring& namespaceURI,
                                        const Xstring& localName) const {
+    if (const NameIndex* const index = byNames()) {
+        if (const std::optional<Node*> found = index->findNS(namespaceURI, localName)) {
+            return *found;
+        }
+    }
     return find_named_ns(front(), namespaceURI, localName);
 }
 

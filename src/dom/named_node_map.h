@@ -1,5 +1,5 @@
 // The attributes of an element, and the entities and notations of a document type: nodes in order
-// of arrival, found by name in a linear search.
+// of arrival, found by name.
 #pragma once
 
 #include <qvox/dom.h>
@@ -41,6 +41,9 @@ private:
 // The first node with that name, or with that namespace and local name, in a chain; or null.
 Node* find_named(Node* first, const Xstring& name);
 Node* find_named_ns(Node* first, const Xstring& namespaceURI, const Xstring& localName);
+
+// The name of a node, which may stand in a map, is about to change.
+void change_name(Node* node);
 
 // The map of every element without attributes.
 extern NamedNodeMapImpl emptyNamedNodeMap;

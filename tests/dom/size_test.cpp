@@ -78,6 +78,28 @@ TEST(Cost, FreeingLeftOvers) {
     }
 }
 
+// Of two with one name the first counts; with a prefix a name changes.
+TEST(Cost, AttributesByName) {
+    const Tree tree("a");
+    auto* const root = static_cast<Element*>(tree.document->getFirstChild());
+    const auto name = [](int i) { return qvox::Xstring(("n" + std::to_string(i)).c_str()); };
+    for (int i = 0; i < MANY; ++i) root->setAttribute(name(i), name(-i));
+    for (int i = 0; i < MANY; i += 2) root->removeAttribute(name(i));
+    for (int i = 0; i < MANY; ++i) {
+        ASSERT_EQ(root->getAttribute(name(i)), i % 2 == 0 ? qvox::Xstring::Null : name(-i));
+    }
+    root->setAttributeNS("u", "p:x", "first");
+    root->setAttributeNS("v", "q:x", "second");
+    EXPECT_EQ(root->getAttribute("q:x"), "second");
+    root->getAttributeNodeNS("v", "x")->setPrefix("p");
+    EXPECT_TRUE(root->getAttribute("q:x").isNull());
+    EXPECT_EQ(root->getAttribute("p:x"), "first");
+    EXPECT_EQ(root->getAttributeNS("v", "x"), "second");
+    root->removeAttribute("p:x");
+    EXPECT_EQ(root->getAttribute("p:x"), "second");
+    EXPECT_TRUE(root->getAttributeNS("u", "x").isNull());
+}
+
 // Each change is followed by questions for numbers near it and far from it.
 TEST(Cost, NumbersWhileChildrenComeAndGo) {
     Tree tree("a(b)");
