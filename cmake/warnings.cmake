@@ -21,8 +21,11 @@ set(common_warnings
     -Wundef
     -Wunused
     -Wzero-as-null-pointer-constant)
-set(gcc_warnings -Wduplicated-branches -Wduplicated-cond -Wlogical-op -Wmissing-declarations
-                 -Wuseless-cast)
+set(gcc_warnings -Wduplicated-branches -Wduplicated-cond -Wlogical-op -Wmissing-declarations)
+# What narrows a size where that has 64 bits does nothing where it has 32.
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+  list(APPEND gcc_warnings -Wuseless-cast)
+endif()
 set(clang_warnings -Wmissing-prototypes -Wmissing-variable-declarations
                    -Wunreachable-code-aggressive)
 

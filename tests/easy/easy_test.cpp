@@ -1,4 +1,5 @@
 // qvox/easy.h: documents in all encodings in and out, nodes, events, errors.
+#include <filesystem>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -93,6 +94,27 @@ TEST(Easy, Errors) {
     EXPECT_EQ(error_of([] { easy::document("a").root().child("b").text(); }), "15 0:0 no node");
     EXPECT_EQ(error_of([] { easy::document("a").root().add("1"); }), "15 0:0 invalid element name");
     EXPECT_EQ(error_of([] { easy::document("\xFF"); }), "8 0:0 not UTF-8");
+}
+
+// The system's own names, whatever its narrow ones are; é is none of Shift_JIS.
+TEST(Easy, NamesOfFiles) {
+    for (const char* const name : {"表.xml", "é.xml"}) {
+        const std::filesystem::path path = std::filesystem::u8path(name);
+        easy::document("a").save(path);
+        EXPECT_EQ(easy::document::load(path).root().name(), "a");
+        write_file(name, "<?xml version='1.0' encoding='EUC-JP'?><a>\xC9\xBD<b></a>");
+        EXPECT_EQ(error_of([&] { easy::document::load(path); }),
+                  "10 1:52 end tag (a) not match to start tag (b)");
+        write_file(name, "<?xml version='1.0' encoding='latin-1'?><a/>");
+        EXPECT_EQ(error_of([&] { easy::reader().read(path); }),
+                  "11 1:31 not supported encoding : " + std::string(name) +
+                      " (latin-1) at line 1, col 39");
+        std::filesystem::remove(path);
+        EXPECT_EQ(error_of([&] { easy::document::load(path); }),
+                  "1 0:0 file (" + std::string(name) + ") cannot open");
+        EXPECT_EQ(error_of([&] { easy::document("a").save(path / name); }),
+                  "2 0:0 file (" + (path / name).u8string() + ") cannot be written");
+    }
 }
 
 TEST(Easy, WritesWhatAnEncodingLacks) {

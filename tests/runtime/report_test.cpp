@@ -26,7 +26,7 @@ int code_of(const std::string& fileName) {
 
 TEST(Report, OutputIsChosen) {
     write_file("report.xml", "<a>\n</b>");
-    std::FILE* const file = std::fopen("report.txt", "w");
+    std::FILE* const file = std::fopen("report.txt", "wb");
     const std::string standard = output_of([&] {
         EXPECT_EQ(qvox::setReportOutput(file), stdout);
         EXPECT_EQ(code_of("report.xml"), 10);
@@ -46,14 +46,14 @@ TEST(Report, OutputChangesBesideParses) {
     const std::string line = "QVOX error : file (" + name + ") cannot open\n";
     const auto file_of = [](int i) { return "lines" + std::to_string(i) + ".txt"; };
     std::vector<std::thread> threads;
-    qvox::setReportOutput(std::fopen(file_of(0).c_str(), "w"));
+    qvox::setReportOutput(std::fopen(file_of(0).c_str(), "wb"));
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([&name] {
             for (int round = 0; round < 200; ++round) EXPECT_EQ(code_of(name), 1);
         });
     }
     for (int i = 1; i < 20; ++i) {
-        std::fclose(qvox::setReportOutput(std::fopen(file_of(i).c_str(), "w")));
+        std::fclose(qvox::setReportOutput(std::fopen(file_of(i).c_str(), "wb")));
     }
     for (std::thread& thread : threads) thread.join();
     std::fclose(qvox::setReportOutput(stdout));

@@ -30,6 +30,13 @@ public:
 const testing::Environment* const workingDirectory =
     testing::AddGlobalTestEnvironment(new WorkingDirectory);
 
+// On Windows a name is UTF-8, or else Shift_JIS, as the library has it.
+fs::path path_of(const std::string& name) {
+    if (!os::HAS_WIDE_NAMES) return name;
+    const qvox::Xstring utf8 = qvox::Xstring::fromUtf8(name);
+    return utf8.utf8() == name ? utf8.u16_str() : qvox::Xstring(name.c_str()).u16_str();
+}
+
 std::string escape_of(char32_t character) {
     switch (character) {
         case '\\': return "\\\\";
@@ -93,11 +100,11 @@ void Recorder::startElement(const Text& uri, const Text& local, const Text& qNam
 }
 
 void write_file(const std::string& name, const std::string& bytes) {
-    std::ofstream(name, std::ios::binary) << bytes;
+    std::ofstream(path_of(name), std::ios::binary) << bytes;
 }
 
 std::string read_file(const std::string& name) {
-    std::ifstream stream(name, std::ios::binary);
+    std::ifstream stream(path_of(name), std::ios::binary);
     EXPECT_TRUE(stream) << name;
     return std::string(std::istreambuf_iterator<char>(stream), {});
 }

@@ -31,6 +31,7 @@ namespace qvox_test::os {
 
 constexpr bool HAS_WIDE_NAMES = true;  // files
 constexpr bool HAS_PIPES = false;      // with the names of files
+constexpr bool HAS_TERMINALS = false;  // a console takes no escape sequences
 constexpr const char* NULL_DEVICE = "NUL";
 constexpr const char* FULL_DEVICE = nullptr;  // takes nothing
 
@@ -75,6 +76,7 @@ inline int run_shell(const std::filesystem::path& folder, const std::string& com
 
 constexpr bool HAS_WIDE_NAMES = false;
 constexpr bool HAS_PIPES = true;
+constexpr bool HAS_TERMINALS = true;
 constexpr const char* NULL_DEVICE = "/dev/null";
 constexpr const char* FULL_DEVICE = "/dev/full";
 

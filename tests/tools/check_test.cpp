@@ -77,6 +77,7 @@ TEST_F(CheckTest, Warnings) {
 // The line of the document, in the cells of the terminal.
 TEST_F(CheckTest, ShowsTheLineOnATerminal) {
     if (shell("script --version >/dev/null").status != 0) GTEST_SKIP() << "no script(1)";
+    if (!qvox_test::os::HAS_TERMINALS) GTEST_SKIP() << "a console is none";
     const struct {
         std::string document;
         std::string shown;
@@ -107,7 +108,8 @@ TEST_F(CheckTest, SideBySide) {
     file("bad.xml", "<!DOCTYPE a [<!ENTITY e SYSTEM 'part.xml'>]><a>&e;</a>");
     file("part.xml", "part ]]>");  // fails while two files are open
     const std::string files = "$(for i in $(seq 300); do echo good.xml bad.xml no.xml; done)";
-    const Result one = shell("ulimit -n 20; $QVOX check -v -w " + files);
+    const std::string few = qvox_test::os::HAS_PIPES ? "ulimit -n 20; " : "";  // Wine takes more
+    const Result one = shell(few + "$QVOX check -v -w " + files);
     EXPECT_NE(one.out.find("bad.xml:1:49: unexpected token found"), std::string::npos);
     EXPECT_EQ(one.status, 1);
     for (const std::string jobs : {"-j 2", "-j 0", "--jobs=9"}) {
@@ -147,12 +149,13 @@ TEST_F(CheckTest, PrintsTheTrueNameOfAFile) {
     };
     for (const auto& [name, shown] : cases) {
         const std::string at(shown);
+        if (qvox_test::os::HAS_WIDE_NAMES && at != name) continue;  // no name there
         file(name, "<a>]]></a>");
         EXPECT_EQ(
             qvox("check -- '" + std::string(name) + '\''),
             (Result{1, at + ":1:5: unexpected token found : " + at + " (]]>) at line 1, col 7\n",
                     ""}));
-        std::filesystem::remove(folder / name);
+        std::filesystem::remove(folder / std::filesystem::u8path(name));
         EXPECT_EQ(qvox("check -- '" + std::string(name) + '\''),
                   (Result{1, at + ": file (" + at + ") cannot open\n", ""}));
     }
@@ -191,6 +194,7 @@ trap '' PIPE; { $QVOX events big.xml; echo $? >&2; } | true => 0 => => 2\n
 
 // Of the README's section on the program, as they stand.
 TEST_F(CheckTest, ReadmeExamplesRun) {
+    if (qvox_test::os::HAS_WIDE_NAMES) GTEST_SKIP() << "no program of that name on the path";
     std::istringstream readme(qvox_test::read_file(QVOX_EXAMPLE_DATA "/../../README.md"));
     const std::string prompt = "    $ ";
     const std::string go = "PATH=$(dirname $QVOX):$PATH; cp $DATA/* .; ";

@@ -33,10 +33,10 @@ protected:
     ~ProgramTest() override { std::filesystem::remove_all(folder); }
 
     void file(const std::string& name, const std::string& bytes) const {
-        qvox_test::write_file((folder / name).string(), bytes);
+        qvox_test::write_file(folder.u8string() + '/' + name, bytes);
     }
     std::string contents_of(const std::string& name) const {
-        return qvox_test::read_file((folder / name).string());
+        return qvox_test::read_file(folder.u8string() + '/' + name);
     }
 
     // Runs a shell script in which $QVOX is the program and $DATA the folder of the examples.
@@ -76,10 +76,20 @@ protected:
     void expect_results(const char* table) const {
         for (qvox_test::Row row : qvox_test::rows_of(table)) {
             row.resize(4);
+            if (!runs_here(row[0])) continue;
             EXPECT_EQ(shell(row[0]),
                       (Result{std::stoi(row[1]), unescaped(row[2]), unescaped(row[3])}))
                 << row[0];
         }
+    }
+
+    // Windows opens nothing by the name of a device here, and its standard output is never closed.
+    static bool runs_here(const std::string& script) {
+        bool runs = true;
+        for (const char* const use : {"/dev/stdin", "-o /dev/full", ">&-"}) {
+            runs = runs && script.find(use) == std::string::npos;
+        }
+        return runs || qvox_test::os::HAS_PIPES;
     }
 
     static std::string unescaped(const std::string& escaped) {

@@ -38,4 +38,5 @@ std::string report(const std::string& fileName, const std::string& path, const F
 
 void complain(const std::string& fileName, const std::string& path, const Failure& failure) {
     std::fputs(report(fileName, path, failure, look_of(stderr)).c_str(), stderr);
+    std::fflush(stderr);  // Windows may hold it back
 }

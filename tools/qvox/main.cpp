@@ -61,6 +61,7 @@ ExitStatus run(const std::vector<std::string>& arguments, Output& output) {
                      "qvox");
     program.set_version_flag("--version", "qvox " QVOX_VERSION, "Print the version and exit");
     program.footer(FOOTER);
+    program.allow_windows_style_options(false);  // a name may begin with a slash
     program.require_subcommand(1);
 
     std::vector<Command> commands;

@@ -12,7 +12,12 @@
 #include <unistd.h>
 #endif
 
-bool WriteError::readerIsGone() const { return systemCode == EPIPE; }
+bool WriteError::readerIsGone() const {
+#ifdef _WIN32
+    if (systemCode == EINVAL) return true;  // a pipe without a reader is no valid file
+#endif
+    return systemCode == EPIPE;
+}
 
 void Output::write(std::string_view text) {
     if (text.empty()) return;
@@ -40,6 +45,7 @@ std::FILE* standard_output() {
     static const UINT before = GetConsoleOutputCP();
     if (SetConsoleOutputCP(CP_UTF8) != 0) std::atexit([] { SetConsoleOutputCP(before); });
     _setmode(_fileno(stdout), _O_BINARY);
+    if (_fileno(stderr) >= 0) _setmode(_fileno(stderr), _O_BINARY);
 #else
     // A file opened later would get the number of a closed one.
     if (fcntl(STDOUT_FILENO, F_GETFD) < 0) throw WriteError{errno};

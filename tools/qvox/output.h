@@ -34,5 +34,6 @@ private:
 // Standard input, for bytes as they are.
 std::FILE* standard_input();
 
-// Standard output, for UTF-8 with line feeds as they are. Throws WriteError where it is closed.
+// Standard output, for UTF-8 with line feeds as they are, like standard error from then on. Throws
+// WriteError where it is closed.
 std::FILE* standard_output();

@@ -11,6 +11,11 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#endif
 
 #include <qvox/easy/text.h>
 #include <qvox/parser.h>
@@ -24,6 +29,37 @@ enum class external_files { refused, allowed };
 
 namespace detail {
 
+// The name of a file in messages, which on Windows is UTF-8; the name by which the library opens
+// it, which there is Shift_JIS, and empty where that doesn't have it; and a new file of that name.
+#ifdef _WIN32
+inline std::string shown_name(const std::filesystem::path& name) {
+    Xstring text;
+    text = std::u16string_view(name.u16string());
+    return text.utf8();
+}
+
+inline std::string library_name(const std::filesystem::path& name) {
+    Xstring text;
+    text = std::u16string_view(name.u16string());
+    std::string result(static_cast<std::size_t>(text.length()) * 2 + 1, '\0');
+    text.sjis_str(reinterpret_cast<unsigned char*>(result.data()));
+    result.resize(result.find('\0'));
+    return Xstring(result.c_str()).view() == text.view() ? result : std::string();
+}
+
+inline std::FILE* new_file(const std::filesystem::path& name) {
+    const int file =
+        _wopen(name.c_str(), _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY, _S_IREAD | _S_IWRITE);
+    return file < 0 ? nullptr : _fdopen(file, "wb");
+}
+#else
+inline std::string shown_name(const std::filesystem::path& name) { return name.string(); }
+inline std::string library_name(const std::filesystem::path& name) { return name.string(); }
+inline std::FILE* new_file(const std::filesystem::path& name) {
+    return std::fopen(name.c_str(), "wbx");
+}
+#endif
+
 inline std::string file_bytes(const std::filesystem::path& name) {
     std::ifstream file(name, std::ios::binary);
     std::string bytes;
@@ -34,7 +70,7 @@ inline std::string file_bytes(const std::filesystem::path& name) {
         isGood = !file.bad();
     }
     if (!isGood) {
-        throw error(QVOXException::FILE_OPEN_ERR, "file (" + name.string() + ") cannot open");
+        throw error(QVOXException::FILE_OPEN_ERR, "file (" + shown_name(name) + ") cannot open");
     }
     return bytes;
 }
@@ -209,7 +245,7 @@ public:
         for (int attempt = 0; file == nullptr && attempt < 100; ++attempt) {
             name = std::filesystem::temp_directory_path() /
                    ("qvox-" + std::to_string(random()) + '-' + std::to_string(random()) + ".xml");
-            file = std::fopen(name.string().c_str(), "wbx");
+            file = new_file(name);
         }
         if (file == nullptr) fail();
         std::error_code ignored;  // then it is as private as the folder
@@ -255,14 +291,28 @@ auto parsed(const Parse& parse, const std::string& name, const std::string& know
 
 constexpr const char* memory_name = "(memory)";
 
+// Has the library read bytes by the name of a file that has them.
+template <typename Read>
+auto read_copy(std::string_view bytes, const source& from, const std::string& knownAs,
+               const Read& read) {
+    const temporary_file file(bytes);
+    const std::string name = library_name(file.name);
+    return parsed([&] { return read(name.c_str(), from.text); }, shown_name(file.name), knownAs);
+}
+
 // Has a document read: `read` is called with the name of a file, or with a text in memory and null.
 template <typename Read>
 auto read_file(const std::filesystem::path& name, source& from, const Read& read) {
-    from = source_of(file_bytes(name), source::as_file);
-    const std::string file = name.string();
-    const bool isText = from.how == source::as_text;
-    return parsed([&] { return isText ? read(nullptr, from.text) : read(file.c_str(), from.text); },
-                  isText ? memory_name : "", file);
+    std::string bytes = file_bytes(name);
+    from = source_of(bytes, source::as_file);
+    const std::string shown = shown_name(name);
+    if (from.how == source::as_text) {
+        return parsed([&] { return read(nullptr, from.text); }, memory_name, shown);
+    }
+    const std::string file = library_name(name);
+    if (file.empty()) return read_copy(bytes, from, shown, read);
+    bytes = std::string();
+    return parsed([&] { return read(file.c_str(), from.text); }, "", shown);
 }
 
 template <typename Read>
@@ -271,9 +321,7 @@ auto read_bytes(std::string_view bytes, source& from, const Read& read) {
     if (from.how == source::as_text) {
         return parsed([&] { return read(nullptr, from.text); }, "", "");
     }
-    const temporary_file file(bytes);
-    const std::string name = file.name.string();
-    return parsed([&] { return read(name.c_str(), from.text); }, name, memory_name);
+    return read_copy(bytes, from, memory_name, read);
 }
 
 }  // namespace detail

@@ -342,7 +342,7 @@ inline void replace_file(const std::filesystem::path& given, const std::string& 
     }
     if (!isGood) {
         throw error(QVOXException::FILE_WRITE_ERR,
-                    "file (" + given.string() + ") cannot be written");
+                    "file (" + shown_name(given) + ") cannot be written");
     }
 }
 
