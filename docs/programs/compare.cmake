@@ -1,4 +1,4 @@
-# Runs PROGRAM and compares what it prints with the file EXPECTED.
+# Runs PROGRAM, a list with its emulator, and compares what it prints with the file EXPECTED.
 execute_process(COMMAND ${PROGRAM} OUTPUT_VARIABLE actual RESULT_VARIABLE result)
 file(READ ${EXPECTED} expected)
 string(REGEX REPLACE "QVOX [^\n]*\n" "" actual "${actual}")

@@ -1,5 +1,7 @@
 // Large trees: work grows with its input and no faster, and nothing recurses on the depth. Were
 // work to grow with the square, a test would take many minutes, and the time limit would end it.
+#include <cstdint>
+
 #include <gtest/gtest.h>
 
 #include "support/tree_text.h"
@@ -106,7 +108,7 @@ TEST(Cost, NumbersWhileChildrenComeAndGo) {
     Node* const root = tree["a"];
     const qvox::NodeList* const list = root->getChildNodes();
     std::vector<Node*> expected = {tree["b"]};
-    std::size_t random = 1;
+    std::uint64_t random = 1;
     const auto below = [&random](std::size_t bound) {
         random = random * 6364136223846793005U + 1442695040888963407U;
         return static_cast<int>((random >> 33U) % bound);
