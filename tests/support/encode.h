@@ -49,4 +49,9 @@ inline std::string utf16le(const std::u16string& text) {
     return out;
 }
 
+// In the machine's byte order.
+inline std::string utf16(const std::u16string& text) {
+    return {reinterpret_cast<const char*>(text.data()), text.size() * 2};
+}
+
 }  // namespace qvox_test

@@ -37,7 +37,7 @@ public:
 std::string file_bytes(char encoding, const std::string& declaration) {
     const std::string start = declaration + "<a>";
     const std::u16string wide(start.begin(), start.end());
-    if (encoding == 'U') return "\xFF\xFE" + utf16le(wide + u"\u8868\u2460\uFF76\u00E9\r\nx</a>");
+    if (encoding == 'U') return utf16(u"\uFEFF" + wide + u"\u8868\u2460\uFF76\u00E9\r\nx</a>");
     return start + (encoding == 'S' ? "\x95\x5C\x87\x40\xB6?" : "\xC9\xBD\xAD\xA1\x8E\xB6?") +
            "\r\nx</a>";
 }

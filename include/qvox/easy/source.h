@@ -274,7 +274,7 @@ private:
 };
 
 // Runs a parse and raises its exception as error. In the message the document has the name that
-// the caller knows it by.
+// the caller knows it by; the library takes the name that it was given for Shift_JIS.
 template <typename Parse>
 auto parsed(const Parse& parse, const std::string& name, const std::string& knownAs) {
     takeErrorPlace();
@@ -283,8 +283,9 @@ auto parsed(const Parse& parse, const std::string& name, const std::string& know
     } catch (const QVOXException& exception) {
         const ErrorPlace place = takeErrorPlace();
         std::string message = exception.getMessage().utf8();
-        const std::size_t at = name.empty() ? std::string::npos : message.find(name);
-        if (at != std::string::npos) message.replace(at, name.size(), knownAs);
+        const std::string told = Xstring(name.c_str()).utf8();
+        const std::size_t at = told.empty() ? std::string::npos : message.find(told);
+        if (at != std::string::npos) message.replace(at, told.size(), knownAs);
         throw error(exception.getCode(), message, place.line, place.column);
     }
 }
@@ -297,7 +298,7 @@ auto read_copy(std::string_view bytes, const source& from, const std::string& kn
                const Read& read) {
     const temporary_file file(bytes);
     const std::string name = library_name(file.name);
-    return parsed([&] { return read(name.c_str(), from.text); }, shown_name(file.name), knownAs);
+    return parsed([&] { return read(name.c_str(), from.text); }, name, knownAs);
 }
 
 // Has a document read: `read` is called with the name of a file, or with a text in memory and null.
@@ -312,7 +313,7 @@ auto read_file(const std::filesystem::path& name, source& from, const Read& read
     const std::string file = library_name(name);
     if (file.empty()) return read_copy(bytes, from, shown, read);
     bytes = std::string();
-    return parsed([&] { return read(file.c_str(), from.text); }, "", shown);
+    return parsed([&] { return read(file.c_str(), from.text); }, file, shown);
 }
 
 template <typename Read>
