@@ -1,5 +1,4 @@
 // `qvox check`, and what the program does with its options and its output.
-#include <cstring>
 #include <sstream>
 #include <string>
 
@@ -195,7 +194,8 @@ trap '' PIPE; { $QVOX events big.xml; echo $? >&2; } | true => 0 => => 2\n
 
 // Of the README's section on the program, as they stand.
 TEST_F(CheckTest, ReadmeExamplesRun) {
-    if (std::strchr(QVOX_PROGRAM, ' ') != nullptr) GTEST_SKIP() << "another program runs it";
+    const bool isEmulated = std::string(QVOX_PROGRAM).find(' ') != std::string::npos;
+    if (isEmulated) GTEST_SKIP() << "another program runs it";
     std::istringstream readme(qvox_test::read_file(QVOX_EXAMPLE_DATA "/../../README.md"));
     const std::string prompt = "    $ ";
     const std::string go = "PATH=$(dirname $QVOX):$PATH; cp $DATA/* .; ";
