@@ -108,10 +108,10 @@ TEST(Cost, NumbersWhileChildrenComeAndGo) {
     Node* const root = tree["a"];
     const qvox::NodeList* const list = root->getChildNodes();
     std::vector<Node*> expected = {tree["b"]};
-    std::uint64_t random = 1;
+    std::uint32_t random = 1;
     const auto below = [&random](std::size_t bound) {
-        random = random * 6364136223846793005U + 1442695040888963407U;
-        return static_cast<int>((random >> 33U) % bound);
+        random = random * 1664525U + 1013904223U;
+        return static_cast<int>((random >> 16U) % bound);
     };
     for (int step = 0; step < 6000; ++step) {
         const int ends[] = {0, list->getLength() - 1, below(expected.size())};
