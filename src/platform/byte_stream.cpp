@@ -51,7 +51,8 @@ ByteStream::ByteStream(const char* name, ReadableFile openFile)
 
 // The beginning stays, for rewind(), and otherwise the last byte, for unget() at the end.
 bool ByteStream::refill() {
-    if (fill(filled < FIRST_SIZE ? static_cast<std::size_t>(filled) : 1)) return true;
+    const std::ptrdiff_t keptSize = filled < FIRST_SIZE ? end - buffer.get() : 1;
+    if (fill(static_cast<std::size_t>(keptSize))) return true;
     if (failed()) errno = readError;
     return false;
 }
