@@ -21,10 +21,13 @@ struct Section {
     bool (*print)(const Settings& settings, std::ostream& stream);
 };
 
-const std::vector<Section> allSections = {
-    {"sax", printSax},       {"pairs", printPairs},      {"tree", printTrees},
-    {"memory", printMemory}, {"large", printLargeTrees}, {"range", printRanges},
-    {"side-by-side", printSideBySide}};
+const std::vector<Section> allSections = {{"sax", printSax},
+                                          {"pairs", printPairs},
+                                          {"tree", printTrees},
+                                          {"memory", printMemory},
+                                          {"large", printLargeTrees},
+                                          {"range", printRanges},
+                                          {"side-by-side", printSideBySide}};
 
 constexpr const char* help =
     "qvox_bench [options] [section...]   all sections where none is named\n"

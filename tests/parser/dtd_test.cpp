@@ -182,9 +182,8 @@ a&#10;&#13;b&#9;c&#32;\s  => 'a b c  ' => 'a b c'
             const std::string events =
                 content_of("a CDATA" + value + " b " + type + value,
                            "<r><r/><r a=" + value + " b=" + value + "/><r c=" + value + "/></r>");
-            EXPECT_EQ(replaced(events, "&t; ", ""),
-                      "(r" + both + "(r" + both + "); (r" + both + "); (r [c=" + row[1] + "]" +
-                          both + "); )");
+            EXPECT_EQ(replaced(events, "&t; ", ""), "(r" + both + "(r" + both + "); (r" + both +
+                                                        "); (r [c=" + row[1] + "]" + both + "); )");
         }
     }
     const std::string reported = "attribute 'r' 'a' 'ID' - ' b\\n'; ";

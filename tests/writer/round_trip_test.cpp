@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "support/tables.h"
 #include "support/tree_text.h"
 #include "writer/written.h"
-#include "support/tables.h"
 
 namespace qvox_test {
 namespace {
@@ -18,8 +18,7 @@ std::string described(const Parsed& parsed) {
         qvox::DOMParser().freeNode(parsed.document->removeChild(type));
     }
     parsed.document->normalize();
-    return replaced(tree_text(parsed.document), "'\\*", "'") +
-           in_memory(parsed.document);
+    return replaced(tree_text(parsed.document), "'\\*", "'") + in_memory(parsed.document);
 }
 
 // No output encoding takes a surrogate pair to the parser: the one character of that kind in the
