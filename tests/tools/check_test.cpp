@@ -83,8 +83,8 @@ TEST_F(CheckTest, ShowsTheLineOnATerminal) {
         std::string shown;
     } cases[] = {
         {"<a>\n\t<項目>]]></項目></a>", " <項目>]]></項目></a>\n       ^\n"},
-        {"<?xml version='1.0' encoding='Shift_JIS'?>\r\n<a>\x83\x5C\xB1]]></a>",
-         "<a>ソｱ]]></a>\n   ^\n"},
+        {"<?xml version='1.0' encoding='Shift_JIS'?>\r\n<a>\x83\x5C\xB1\x9F\x40]]></a>",
+         "<a>ソｱ檗]]></a>\n   ^\n"},
         {"<?xml version='1.0' encoding='EUC-JP'?>\n<a>\xA5\xBD\x8E\xB1]]></a>",
          "<a>ソｱ]]></a>\n   ^\n"},
         {"<a>" + std::string(90, 'x') + "<b></a>" + std::string(90, 'y'),
