@@ -217,16 +217,22 @@ TEST(EntityFiles, FailedReads) {
     std::FILE* const unreadable = std::fopen("unreadable", "wb");
     const int before = os::next_descriptor();
     for (const auto& [comment, name] :
-         {std::pair("i", "doc.xml"), {"s", "s.dtd"}, {"e", "e.ent"}}) {
+         {std::pair(1, "doc.xml"), {2, "s.dtd"}, {4, "e.ent"}}) {  // behind which it can't be read
         qvox::SAXParser parser;
         Recorder recorder;
         std::optional<os::Diversion> diversion;
-        recorder.when("comment '" + std::string(comment), [&] {
-            diversion.emplace(os::next_descriptor() - 1, unreadable);  // of the file in hand
+        int document = 0;
+        int external = 0;
+        recorder.when("comment '", [&, last = comment, count = 0]() mutable {
+            if (++count == 1) external = os::next_descriptor();
+            if (count == last) diversion.emplace(last == 1 ? document : external, unreadable);
         });
         recorder.attach(parser);
-        EXPECT_EQ(observe([&] { parser.parse("doc.xml"); }).message,
-                  "file (" + std::string(name) + ") cannot read");
+        const auto outcome = observe([&] {
+            document = os::next_descriptor();
+            parser.parse("doc.xml");
+        });
+        EXPECT_EQ(outcome.message, "file (" + std::string(name) + ") cannot read");
         diversion.reset();
         EXPECT_EQ(os::next_descriptor(), before);
     }

@@ -55,6 +55,7 @@ TEST(Streams, PipesAndLinks) {
     EXPECT_EQ(first_byte(ByteStream::openRegular("pipe")), -EINVAL);  // nobody will ever write
     std::FILE* const pipe = std::fopen("pipe", "r+b");                // waits for no other end
     std::fputc('p', pipe);
+    std::fflush(pipe);
     const auto stream = ByteStream::open("pipe");
     std::fclose(pipe);
     EXPECT_EQ(first_byte(stream), 'p');
