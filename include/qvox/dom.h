@@ -150,8 +150,8 @@ public:
     static void operator delete(void* node);
 
 protected:
-    /// A node, unattached, of the document that is told there. Only a ParentNode may have children.
-    explicit Node(const NodeHome& home, bool mayHaveChildren = false) noexcept;
+    /// A node, unattached, of the document that is told there.
+    explicit Node(const NodeHome& home) noexcept;
 
 private:
     friend struct NodeLinks;
@@ -167,6 +167,7 @@ private:
     // a step to the next sibling needs no lock.
     std::atomic<std::uintptr_t> next{0};
     Node* previous = nullptr;  // the node in front of this one; the last one for the first
+    std::atomic<void*> children{nullptr};
     // These change with the lock of the document held.
     unsigned index : 30;      // among the siblings, once they have been counted
     unsigned isCounted : 1;   // whether the children have been
@@ -174,25 +175,10 @@ private:
     // Where it lies in the memory that it may share with others, in two parts. This never changes,
     // and may be read while the rest does.
     unsigned short placeLow;
-    unsigned char placeHigh : 7;
-    unsigned char isParent : 1;  // whether it is a ParentNode; never changes either
-    unsigned char : 0;
+    unsigned char placeHigh;
     // These change with the tree.
     unsigned char standing : 3;     // what the holder is
     unsigned char isSpecified : 1;  // of an attribute
-};
-
-/// A node of a type that may have children.
-class QVOX_API ParentNode : public Node {
-protected:
-    /// As Node's.
-    explicit ParentNode(const NodeHome& home) noexcept;
-    ~ParentNode() override = default;
-
-private:
-    friend struct NodeLinks;
-
-    std::atomic<void*> children{nullptr};
 };
 
 /// An ordered collection of nodes.
@@ -304,7 +290,7 @@ protected:
 class Element;
 
 /// An attribute. Its value is in getValue; a Text child exists only after setValue.
-class QVOX_API Attr : public ParentNode {
+class QVOX_API Attr : public Node {
 public:
     /// As getNodeName.
     virtual const Xstring& getName() const = 0;
@@ -318,13 +304,13 @@ public:
     virtual void setValue(const Xstring& value) = 0;
 
 protected:
-    using ParentNode::ParentNode;
+    using Node::Node;
     ~Attr() override = default;
 };
 
 /// An element. Names are checked against XML 1.0's Name, with the empty name allowed, and not for
 /// their use of prefixes. An attribute or element made without a namespace has no local name.
-class QVOX_API Element : public ParentNode {
+class QVOX_API Element : public Node {
 public:
     /// Xstring::Null where there is no such attribute.
     virtual const Xstring& getAttribute(const Xstring& name) const = 0;
@@ -370,28 +356,28 @@ public:
     virtual Attr* setAttributeNodeNS(Attr* attr) = 0;
 
 protected:
-    using ParentNode::ParentNode;
+    using Node::Node;
     ~Element() override = default;
 };
 
 /// Nodes without a common parent, to be put into a tree in one call.
-class QVOX_API DocumentFragment : public ParentNode {
+class QVOX_API DocumentFragment : public Node {
 protected:
-    using ParentNode::ParentNode;
+    using Node::Node;
     ~DocumentFragment() override = default;
 };
 
 /// A reference to an entity, `&` and a name and `;`. A parse makes none.
-class QVOX_API EntityReference : public ParentNode {
+class QVOX_API EntityReference : public Node {
 protected:
-    using ParentNode::ParentNode;
+    using Node::Node;
     ~EntityReference() override = default;
 };
 
 /// A declared entity. A parameter entity's name begins with "%". Identifiers are null where the
 /// declaration has none. It has no children: the value of an internal entity is in the text of
 /// DocumentType::getInternalSubset.
-class QVOX_API Entity : public ParentNode {
+class QVOX_API Entity : public Node {
 public:
     /// Null for a parsed entity.
     virtual const Xstring& getNotationName() const = 0;
@@ -401,7 +387,7 @@ public:
     virtual const Xstring& getSystemId() const = 0;
 
 protected:
-    using ParentNode::ParentNode;
+    using Node::Node;
     ~Entity() override = default;
 };
 
@@ -434,7 +420,7 @@ protected:
 };
 
 /// The document type. Comments and processing instructions of the DTD are its children.
-class QVOX_API DocumentType : public ParentNode {
+class QVOX_API DocumentType : public Node {
 public:
     /// Null where there are none.
     virtual NamedNodeMap* getEntities() const = 0;
@@ -451,14 +437,14 @@ public:
     virtual const Xstring& getSystemId() const = 0;
 
 protected:
-    using ParentNode::ParentNode;
+    using Node::Node;
     ~DocumentType() override = default;
 };
 
 /// The root of a tree, and the factory of its nodes. What a factory returns is unattached and the
 /// caller's. Names are checked against XML 1.0's Name, with the empty name allowed: DOMException
 /// INVALID_CHARACTER_ERR. Namespaces are not checked.
-class QVOX_API Document : public ParentNode, public DocumentTraversal, public DocumentRange {
+class QVOX_API Document : public Node, public DocumentTraversal, public DocumentRange {
 public:
     /// Without a namespace and without a value.
     virtual Attr* createAttribute(const Xstring& name) = 0;
@@ -502,7 +488,7 @@ public:
     virtual Node* importNode(Node* importedNode, bool deep) = 0;
 
 protected:
-    using ParentNode::ParentNode;
+    using Node::Node;
     ~Document() override = default;
 };
 

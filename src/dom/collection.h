@@ -63,10 +63,9 @@ private:
 
 // Where a node has the nodes that it owns: their chain, and a collection once somebody asks for
 // one. Looks into an atomic pointer of the node's, which is null as long as there never were any.
-// A node without such a pointer has none, and gets none.
 class NodeSlot {
 public:
-    explicit NodeSlot(std::atomic<void*>* slot) : content(slot) {}
+    explicit NodeSlot(std::atomic<void*>& slot) : content(slot) {}
 
     static NodeSlot childrenOf(const Node* node) { return NodeSlot(NodeLinks::childrenOf(node)); }
 
@@ -112,14 +111,12 @@ private:
         return pointer_in<NodeCollection>(value);
     }
 
-    std::uintptr_t bits() const {
-        return content != nullptr ? word_of(content->load(std::memory_order_acquire)) : 0;
-    }
+    std::uintptr_t bits() const { return word_of(content.load(std::memory_order_acquire)); }
     void store(std::uintptr_t value) {
-        content->store(as_pointer(value), std::memory_order_release);
+        content.store(as_pointer(value), std::memory_order_release);
     }
 
-    std::atomic<void*>* content;
+    std::atomic<void*>& content;
 };
 
 // Where two threads make one at a time, one is thrown away.
@@ -132,10 +129,10 @@ Collection& NodeSlot::collectionOf(Node* owner) const {
     if (NodeCollection* const known = collection()) return static_cast<Collection&>(*known);
     auto made = std::make_unique<Made>(owner, front());
     NodeCollection* const base = &made->collection;
-    void* expected = content->load(std::memory_order_relaxed);
+    void* expected = content.load(std::memory_order_relaxed);
     void* const value = as_pointer(word_of(base) | COLLECTION_BIT);
     if (NodeCollection* const known = collection()) return static_cast<Collection&>(*known);
-    if (content->compare_exchange_strong(expected, value, std::memory_order_acq_rel)) {
+    if (content.compare_exchange_strong(expected, value, std::memory_order_acq_rel)) {
         NodeLinks::blockOf(owner).keep(made.release());
     }
     return static_cast<Collection&>(*collection());

@@ -47,7 +47,7 @@ public:
 
     const NodeName& getNames() const { return *name; }
 
-    NodeSlot attributeSlot() const { return NodeSlot(&attributes); }
+    NodeSlot attributeSlot() const { return NodeSlot(attributes); }
     // What is among the attributes, which may be a node of another type.
     Node* firstAttribute() const { return attributeSlot().front(); }
     // Puts an attribute without a place in at the end, in a tree that is being made.

@@ -66,10 +66,8 @@ struct NodeLinks {
         stand(node, static_cast<Node*>(nullptr), Standing::NOWHERE);
     }
 
-    // Null for a node of a type without children.
-    static std::atomic<void*>* childrenOf(const Node* node) {
-        if (node->isParent == 0) return nullptr;
-        return &static_cast<ParentNode*>(const_cast<Node*>(node))->children;
+    static std::atomic<void*>& childrenOf(const Node* node) {
+        return const_cast<Node*>(node)->children;
     }
 
     static bool hasResults(const Node* node) { return node->hasResults != 0; }

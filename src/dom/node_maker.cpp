@@ -9,9 +9,6 @@ namespace qvox {
 
 namespace {
 
-// A text of fewer units takes the least memory that a text can take.
-constexpr std::size_t SHORT_LENGTH = NodeBlock::UNIT / sizeof(Unit);
-
 std::size_t bytes_of(const LentText& text) {
     return text.units != nullptr ? (static_cast<std::size_t>(text.length) + 1) * sizeof(Unit) : 0;
 }
@@ -34,42 +31,34 @@ ElementImpl* NodeMaker::element(const NodeName* name) {
 }
 
 AttrImpl* NodeMaker::attribute(const NodeName* name, const LentText& value, bool specified) {
-    const auto [place, text] = take(sizeof(AttrImpl), value);
-    return ::new (place.memory) AttrImpl(name, text, specified, homeIn(place.block));
+    const NodePlace place = memory.take(sizeof(AttrImpl) + bytes_of(value));
+    const LentText copy = text_behind(place.memory, sizeof(AttrImpl), value);
+    return ::new (place.memory) AttrImpl(name, copy, specified, homeIn(place.block));
 }
 
 template <typename MadeNode>
 MadeNode* NodeMaker::withText(const LentText& data) {
-    const auto [place, text] = take(sizeof(MadeNode), data);
-    return ::new (place.memory) MadeNode(text, homeIn(place.block));
+    const NodePlace place = memory.take(sizeof(MadeNode) + bytes_of(data));
+    const LentText copy = text_behind(place.memory, sizeof(MadeNode), data);
+    return ::new (place.memory) MadeNode(copy, homeIn(place.block));
 }
 
-TextImpl* NodeMaker::text(const LentText& data) { return withText<TextImpl>(data); }
-
-// A place for a node that has a text.
-NodeMaker::PlaceWithText NodeMaker::take(std::size_t nodeSize, const LentText& text) {
-    KnownText* const known = knownText(text);
-    if (known != nullptr && known->units != nullptr && known->block == memory.blockFor(nodeSize) &&
-        std::memcmp(known->units, text.units, bytes_of(text)) == 0) {
-        return {memory.take(nodeSize), {known->units, text.length}};
+// A text may lie behind another node, as long as one block has both.
+TextImpl* NodeMaker::text(const LentText& data) {
+    const bool mayBeBlank = data.length > 0 && data.units[0] <= ' ' &&
+                            static_cast<std::size_t>(data.length) < BLANK_COUNT;
+    if (!mayBeBlank) return withText<TextImpl>(data);
+    Blank& blank = blanks[data.length];
+    if (blank.units != nullptr && blank.block == memory.blockFor(sizeof(TextImpl)) &&
+        std::memcmp(blank.units, data.units, bytes_of(data)) == 0) {
+        const NodePlace place = memory.take(sizeof(TextImpl));
+        return ::new (place.memory)
+            TextImpl(LentText{blank.units, data.length}, homeIn(place.block));
     }
-    const NodePlace place = memory.take(nodeSize + bytes_of(text));
-    const LentText copy = text_behind(place.memory, nodeSize, text);
-    if (known != nullptr && place.block != nullptr) *known = {place.block, copy.units};
-    return {place, copy};
-}
-
-// Where a text is looked for that may be there already; null for one that isn't worth it.
-NodeMaker::KnownText* NodeMaker::knownText(const LentText& text) {
-    if (text.length <= 0) return nullptr;
-    const Unit* const units = text.units;
-    if (static_cast<std::size_t>(text.length) < SHORT_LENGTH) {
-        // The units that it doesn't have are the NUL behind it.
-        const unsigned mark = units[0] + 29U * units[1] + (units[1] != 0 ? 41U * units[2] : 0U);
-        return &shorts[mark % SHORT_COUNT];
-    }
-    const bool mayBeBlank = units[0] <= ' ' && static_cast<std::size_t>(text.length) < BLANK_COUNT;
-    return mayBeBlank ? &blanks[text.length] : nullptr;
+    auto* const node = withText<TextImpl>(data);
+    const NodeBlock& block = NodeLinks::blockOf(node);
+    if (!block.isSingle()) blank = {&block, node->getData().data()};
+    return node;
 }
 
 CDATASectionImpl* NodeMaker::cdataSection(const LentText& data) {

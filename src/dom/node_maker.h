@@ -26,28 +26,19 @@ public:
     ProcessingInstructionImpl* instruction(const LentText& target, const LentText& data);
 
 private:
-    // A text that may lie behind an earlier node too, as long as one block has both. White space
-    // between elements is the same again and again, and so are the shortest texts.
-    struct KnownText {
+    // White space between elements is the same again and again.
+    struct Blank {
         const NodeBlock* block;
         const Unit* units;
     };
-    struct PlaceWithText {
-        NodePlace place;
-        LentText text;
-    };
     static constexpr std::size_t BLANK_COUNT = 32;
-    static constexpr std::size_t SHORT_COUNT = 128;
 
     NodeHome homeIn(NodeBlock* block) const { return {memory.getDocument(), block}; }
-    KnownText* knownText(const LentText& text);
-    PlaceWithText take(std::size_t nodeSize, const LentText& text);
     template <typename MadeNode>
     MadeNode* withText(const LentText& data);
 
     NodeMemory& memory;
-    KnownText blanks[BLANK_COUNT] = {};  // the last one of each length
-    KnownText shorts[SHORT_COUNT] = {};  // by their hash
+    Blank blanks[BLANK_COUNT] = {};  // the last one of each length
 };
 
 }  // namespace qvox

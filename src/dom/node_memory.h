@@ -90,13 +90,8 @@ struct NodeHome {
     NodeBlock* block = nullptr;
 };
 
-inline Node::Node(const NodeHome& home, bool mayHaveChildren) noexcept
-    : index(0),
-      isCounted(0),
-      hasResults(0),
-      isParent(mayHaveChildren ? 1U : 0U),
-      standing(0),
-      isSpecified(0) {
+inline Node::Node(const NodeHome& home) noexcept
+    : index(0), isCounted(0), hasResults(0), standing(0), isSpecified(0) {
     NodeBlock* block = home.block;
     if (block == nullptr) {
         block = &NodeBlock::ofSingle(this);
@@ -106,10 +101,8 @@ inline Node::Node(const NodeHome& home, bool mayHaveChildren) noexcept
     const auto distance = reinterpret_cast<const unsigned char*>(this) - start;
     const auto place = static_cast<std::size_t>(distance) / NodeBlock::UNIT;
     placeLow = static_cast<unsigned short>(place & 0xFFFFU);
-    placeHigh = static_cast<unsigned char>(place >> 16U) & 0x7FU;
+    placeHigh = static_cast<unsigned char>(place >> 16U);
 }
-
-inline ParentNode::ParentNode(const NodeHome& home) noexcept : Node(home, true) {}
 
 // Makes blocks for the nodes of a document. For one thread at a time.
 class NodeMemory {
