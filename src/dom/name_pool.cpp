@@ -82,7 +82,7 @@ PooledName& NamePool::entry(View text) {
     auto* const name = new (memory.get())
         PooledName{lent_text(units, length).string(), nullptr, nullptr, {}, nullptr, hash, nullptr};
     names.enter(*name);
-    memory.release();
+    static_cast<void>(memory.release());
     return *name;
 }
 

@@ -21,8 +21,6 @@ namespace qvox {
 
 namespace {
 
-using qvox::lent_text;
-
 LentText lent_text(const EventText& text) { return qvox::lent_text(text.units, text.length); }
 
 constexpr Unit XML_TARGET[] = {'x', 'm', 'l', 0};

@@ -117,8 +117,8 @@ inline std::uint64_t bits_of_bytes(Bytes16 match) {
 inline Bytes16 counted_bytes(Bytes16 sums, Bytes16 match) { return _mm_sub_epi8(sums, match); }
 inline std::size_t total(Bytes16 sums) {
     const __m128i halves = _mm_sad_epu8(sums, _mm_setzero_si128());
-    return static_cast<std::size_t>(_mm_cvtsi128_si32(halves) +
-                                    _mm_cvtsi128_si32(_mm_srli_si128(halves, 8)));
+    const auto low = static_cast<unsigned>(_mm_cvtsi128_si32(halves));
+    return low + static_cast<unsigned>(_mm_cvtsi128_si32(_mm_srli_si128(halves, 8)));
 }
 // Two characters of three bytes in the first 48 bits of each half, as two units in the first 32.
 inline __m128i joined_triples(__m128i halves) {
