@@ -74,7 +74,6 @@ bool MarkupCutter::next(Piece& piece) {
     } else {
         piece.kind = Piece::TEXT;
         piece.text = rest.substr(0, rest.find('<', 1));
-        piece.parts.push_back({Part::TEXT, piece.text});
     }
     rest.remove_prefix(piece.text.size());
     if (piece.kind == Piece::START_TAG && piece.text.size() > 1 &&
