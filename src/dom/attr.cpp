@@ -37,10 +37,8 @@ AttrImpl::AttrImpl(const NodeName* attributeName, const LentText& text, bool spe
 }
 
 void AttrImpl::setPrefix(const Xstring& prefix) {
-    const NodeName* const changed =
-        as_impl(getOwnerDocument()).getNames().withPrefix(*name, prefix);
     change_name(this);
-    name = changed;
+    name = as_impl(getOwnerDocument()).getNames().withPrefix(*name, prefix);
 }
 
 void AttrImpl::setNodeValue(const Xstring& nodeValue) {

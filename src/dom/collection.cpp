@@ -1,5 +1,7 @@
 #include "dom/collection.h"
 
+#include <new>
+
 namespace qvox {
 
 namespace {
@@ -40,7 +42,22 @@ NodeIndex& NodeCollection::madeIndex() const {
 const NameIndex* NodeCollection::byNames() const {
     if (count <= FEW_NAMES) return nullptr;
     NameIndex* const known = names.load(std::memory_order_acquire);
-    return known != nullptr ? known : published(names, std::make_unique<NameIndex>(first));
+    if (known != nullptr) return known;
+    try {
+        return published(names, std::make_unique<NameIndex>(first));
+    } catch (const std::bad_alloc&) {
+        return nullptr;  // it goes without
+    }
+}
+
+void NodeCollection::enterName(Node* node) {
+    NameIndex* const known = names.load(std::memory_order_relaxed);
+    if (known == nullptr) return;
+    try {
+        known->comes(node);
+    } catch (const std::bad_alloc&) {
+        forgetNames();
+    }
 }
 
 void NodeCollection::forgetNames() { delete names.exchange(nullptr, std::memory_order_relaxed); }
@@ -49,7 +66,7 @@ void NodeCollection::link(Node* node, Node* ref) {
     if (NodeIndex* const known = numbers.load(std::memory_order_relaxed)) {
         known->comes(node, ref, first);
     }
-    if (NameIndex* const known = names.load(std::memory_order_relaxed)) known->comes(node);
+    enterName(node);
     first = NodeLinks::linked(first, node, ref);
     ++count;
 }

@@ -34,7 +34,7 @@ public:
     Node* at(std::size_t number) const;
 
     // By names, where there are more nodes than FEW_NAMES: so many are compared faster than an
-    // index of them is made. Else null. Made when it is first asked for.
+    // index of them is made. Made when it is first asked for; null for fewer, and without memory.
     static constexpr std::size_t FEW_NAMES = 64;
     const NameIndex* byNames() const;
     // A node changes its name: what is known by names is forgotten.
@@ -52,6 +52,7 @@ protected:
 
 private:
     NodeIndex& madeIndex() const;
+    void enterName(Node* node);
 
     Node* owner;
     Node* first = nullptr;

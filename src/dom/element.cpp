@@ -37,10 +37,8 @@ NamedNodeMapImpl& ElementImpl::ownAttributeMap() {
 }
 
 void ElementImpl::setPrefix(const Xstring& prefix) {
-    const NodeName* const changed =
-        as_impl(getOwnerDocument()).getNames().withPrefix(*name, prefix);
     change_name(this);
-    name = changed;
+    name = as_impl(getOwnerDocument()).getNames().withPrefix(*name, prefix);
 }
 
 // So many that a map finds them sooner than a search.

@@ -293,24 +293,16 @@ bool take_unit(Stretch& s) {
 }
 
 template <bool isBigEndian>
-void take_usual_units(Stretch& s) {
-    while (static_cast<std::size_t>(s.fromEnd - s.from) >= 2 * lanes::UNITS &&
-           static_cast<std::size_t>(s.toEnd - s.to) >= lanes::UNITS) {
-        lanes::Units8 units = lanes::load_units(s.from);
-        if (isBigEndian) units = lanes::swapped(units);
-        lanes::store(s.to, units);
-        const std::uint64_t found = lanes::bits(unusual(units));
-        const std::size_t count = found != 0 ? lanes::first_lane(found) : lanes::UNITS;
-        s.from += 2 * count;
-        s.to += count;
-        if (found != 0) return;
-    }
+std::size_t usual_units(const unsigned char* from, lanes::Units8* units) {
+    *units = lanes::load_units(from);
+    if (isBigEndian) *units = lanes::swapped(*units);
+    return lanes_before(unusual(*units));
 }
 
 template <bool isBigEndian>
 void decode_utf16(Stretch& s) {
     while (s.fromEnd - s.from >= 2 && s.to != s.toEnd) {
-        take_usual_units<isBigEndian>(s);
+        take_eights<2, 2 * lanes::UNITS>(s, usual_units<isBigEndian>);
         if (s.fromEnd - s.from < 2 || s.to == s.toEnd) return;
         if (!take_unit<isBigEndian>(s)) return;
     }

@@ -22,7 +22,6 @@ namespace {
 #if defined(_WIN32)
 
 using Status = struct _stat64;
-using TypeOfFile = unsigned short;
 
 constexpr int TYPE = _S_IFMT;
 constexpr int DIRECTORY = _S_IFDIR;
