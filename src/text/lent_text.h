@@ -18,7 +18,7 @@ struct LentText {
     // Only as the initialiser of the string that borrows: what is copied or moved out of that owns
     // its text.
     Xstring string() const noexcept {
-        return {units, length, units != nullptr ? Xstring::State::LENT : Xstring::State::NONE};
+        return units != nullptr ? Xstring(units, length, Xstring::State::LENT) : Xstring();
     }
 };
 

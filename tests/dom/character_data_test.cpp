@@ -76,5 +76,16 @@ tail getParentNode => null
 )");
 }
 
+// A text is never a null pointer, whatever it was copied from.
+TEST(CharacterData, CopyOfNothing) {
+    Tree tree("a");
+    tree["a"]->appendChild(tree.document->createComment(qvox::Xstring()));
+    qvox::Node* const copy = tree.drop(tree["a"]->cloneNode(true));
+    auto* const comment = static_cast<qvox::CharacterData*>(copy->getFirstChild());
+    ASSERT_NE(comment->getData().data(), nullptr);
+    comment->appendData("");
+    EXPECT_EQ(comment->getData().data()[0], 0);
+}
+
 }  // namespace
 }  // namespace qvox_test
